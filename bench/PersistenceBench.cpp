@@ -1,0 +1,198 @@
+#include "persistence/DiagnosticEventCodec.h"
+#include "persistence/DiagnosticLogService.h"
+#include "persistence/ThermalHistoryStore.h"
+#include "support/AtomicFile.h"
+#include "support/PosixFileSystem.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace cindertop {
+namespace {
+
+constexpr Instant start{std::chrono::seconds(1'741'000'000)};
+
+/// What one call may cost, in milliseconds of CPU.
+const std::map<std::string, double> budgets{
+    {"BM_RecordOnFullHour/720", 2.5},
+    {"BM_RecordOnFullHour/900", 2.5},
+    {"BM_EventOnFullBuffer", 20},
+};
+
+/// A folder that goes with the object.
+class Folder {
+public:
+    Folder()
+        : path_(std::filesystem::temp_directory_path() / ("cindertop-bench-" + std::to_string(::getpid()))) {
+        std::filesystem::create_directories(path_);
+    }
+
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::filesystem::path file(const char* name) const { return path_ / name; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// The number-th sample of an hour in which something runs hot: every optional field is there.
+ThermalHistorySample sample(std::int64_t number, std::chrono::nanoseconds interval) {
+    return {start + number * interval,
+            static_cast<ThermalLevel>(number / 50 % 4),
+            number % 101,
+            static_cast<double>(number % 1000) / 9.7,
+            36.0 + static_cast<double>(number % 500) / 7.3,
+            number % 2 == 0 ? "Image Editor" : "Compiler",
+            "org.example.application-" + std::to_string(number % 7),
+            {.isExternalPowerConnected = true, .isSustainedPressure = number % 40 > 20}};
+}
+
+void BM_RecordOnFullHour(benchmark::State& state) {
+    const Folder folder;
+    const auto file = folder.file("thermal-history.plist");
+    const std::int64_t count = state.range(0);
+    const auto interval = std::chrono::nanoseconds(std::chrono::hours(1)) / count;
+    PosixFileSystem files;
+    ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files);
+    ThermalHistoryEnvelope full;
+    for (std::int64_t number = 0; number < count; ++number) {
+        full.samples.push_back(sample(number, interval));
+    }
+    const auto text = encodeHistory(full);
+    if (!text || !replaceFile(files, file, *text, Durability::relaxed)) {
+        state.SkipWithError("no history file");
+        return;
+    }
+    std::int64_t number = count;
+    for (auto step : state) {
+        benchmark::DoNotOptimize(store.record(sample(number, interval)));
+        ++number;
+    }
+    state.counters["samples"] =
+        static_cast<double>(store.snapshot(start + (number - 1) * interval).samples.size());
+    state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(file));
+}
+
+class NoDefaults final : public UserDefaults {
+public:
+    std::optional<PropertyValue> value(std::string_view /*key*/) const override { return std::nullopt; }
+
+    void registerDefaults(const Registration& /*defaults*/) override {}
+
+    void apply(std::span<const UserDefaultsChange> /*changes*/) override {}
+};
+
+class NoLog final : public UnifiedLog {
+public:
+    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
+               std::string_view /*text*/) override {}
+};
+
+class StandingClock final : public Clock {
+public:
+    Instant now() const override { return start; }
+};
+
+void BM_EventOnFullBuffer(benchmark::State& state) {
+    const Folder folder;
+    const auto file = folder.file("diagnostic-events.json");
+    PosixFileSystem files;
+    DiagnosticBuffer buffer;
+    constexpr std::size_t full = 5'242'880;
+    const DiagnosticLogEvent event{.id = Uuid::random(),
+                                   .timestamp = start,
+                                   .level = DiagnosticLogLevel::info,
+                                   .category = DiagnosticLogCategory::thermal,
+                                   .message = "Thermal level changed",
+                                   .metadata = {{"from", "fair"}, {"score", "72"}, {"to", "serious"}}};
+    const std::size_t count = full / encodeDiagnosticEvent(event).size() + 1;
+    for (std::size_t number = 0; number < count; ++number) {
+        buffer.append(event);
+    }
+    buffer.shrinkTo(full);
+    if (!replaceFile(files, file, buffer.fileText(), Durability::relaxed)) {
+        state.SkipWithError("no buffer file");
+        return;
+    }
+    NoDefaults defaults;
+    NoLog log;
+    const StandingClock clock;
+    DiagnosticLogService service(file, {defaults, files, log, clock, CalendarDays("UTC")});
+    service.configure(true);
+    for (auto step : state) {
+        service.log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal level changed",
+                    event.metadata);
+    }
+    state.counters["events"] = static_cast<double>(service.events().size());
+    state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(file));
+}
+
+BENCHMARK(BM_RecordOnFullHour)->Arg(720)->Arg(900)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EventOnFullBuffer)->Unit(benchmark::kMillisecond);
+
+/// Prints as usual and compares each program's best run with its budget: other programs only ever add to a
+/// run.
+class BudgetReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override { // NOLINT(readability-identifier-naming)
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Iteration) {
+                continue;
+            }
+            const std::string name =
+                run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
+            const double milliseconds = run.GetAdjustedCPUTime();
+            const auto [best, isNew] = best_.emplace(name, milliseconds);
+            best->second = std::min(best->second, milliseconds);
+            hasFailed_ = hasFailed_ || run.error_occurred;
+        }
+    }
+
+    bool areBudgetsKept() const {
+        bool areKept = !hasFailed_;
+        for (const auto& [name, budget] : budgets) {
+            const auto measured = best_.find(name);
+            if (measured == best_.end()) {
+                continue;
+            }
+            const bool isKept = measured->second <= budget;
+            std::cout << name << ": " << measured->second << " ms CPU of " << budget
+                      << (isKept ? "" : " EXCEEDED") << '\n';
+            areKept = areKept && isKept;
+        }
+        return areKept && !best_.empty();
+    }
+
+private:
+    std::map<std::string, double> best_;
+    bool hasFailed_ = false;
+};
+
+} // namespace
+} // namespace cindertop
+
+int main(int argumentCount, char** arguments) {
+    benchmark::Initialize(&argumentCount, arguments);
+    if (benchmark::ReportUnrecognizedArguments(argumentCount, arguments)) {
+        return EXIT_FAILURE;
+    }
+    cindertop::BudgetReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.areBudgetsKept() ? EXIT_SUCCESS : EXIT_FAILURE;
+}

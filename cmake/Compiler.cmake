@@ -1,0 +1,23 @@
+# Warnings are errors; every target that Layers.cmake makes links cindertop_options.
+add_library(cindertop_options INTERFACE)
+target_compile_options(cindertop_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror
+  -Wconversion -Wsign-conversion -Wdouble-promotion
+  -Wold-style-cast -Wcast-align
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi
+  -Wformat=2 -Wimplicit-fallthrough -Wundef)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(cindertop_options INTERFACE
+    -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wsuggest-override
+    -Wshadow=local) # plain -Wshadow also forbids constructor parameters named like the members that they set
+else()
+  # libstdc++ 12 sorts stably with a helper that it has itself declared deprecated.
+  target_compile_options(cindertop_options INTERFACE -Wshadow -Wno-deprecated-declarations)
+endif()
+target_compile_definitions(cindertop_options INTERFACE
+  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+if(CINDERTOP_SANITIZERS)
+  add_compile_options(-fsanitize=${CINDERTOP_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${CINDERTOP_SANITIZERS})
+endif()

@@ -1,0 +1,18 @@
+find_package(GTest 1.12 REQUIRED)
+include(GoogleTest)
+
+# cindertop_test(NAME SOURCES file... [LINKS library...])
+# Every test case runs by itself; the whole program runs once more where numbers have a decimal comma and clocks are
+# not on UTC, because both creep into code unnoticed.
+function(cindertop_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")
+  add_executable(${name}_tests ${ARG_SOURCES})
+  target_link_libraries(${name}_tests PRIVATE
+    ${ARG_LINKS} cindertop_fakes cindertop_test_main cindertop_options GTest::gmock)
+  target_compile_definitions(${name}_tests PRIVATE
+    CINDERTOP_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures")
+  gtest_discover_tests(${name}_tests TEST_PREFIX ${name}/ DISCOVERY_MODE PRE_TEST)
+  add_test(NAME ${name}/everywhere COMMAND ${name}_tests)
+  set_tests_properties(${name}/everywhere PROPERTIES ENVIRONMENT
+    "LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=de_DE.UTF-8;TZ=Asia/Kolkata")
+endfunction()

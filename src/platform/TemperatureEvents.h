@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/PropertyValue.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace cindertop {
+
+/// A value that a sensor has just reported. It lives as long as its service.
+class TemperatureEvent {
+public:
+    virtual ~TemperatureEvent() = default;
+    virtual double floatValue(std::uint32_t field) const = 0;
+};
+
+/// One sensor.
+class TemperatureService {
+public:
+    virtual ~TemperatureService() = default;
+    /// None when the sensor has nothing to report now. It may wake hardware: ask for nothing that is not
+    /// used.
+    virtual std::unique_ptr<TemperatureEvent> copyEvent(std::int64_t type) const = 0;
+    virtual std::optional<PropertyValue> copyProperty(std::string_view key) const = 0;
+};
+
+/// A view of the sensors that the matching selects.
+class TemperatureEventClient {
+public:
+    /// Usage page and usage of the wanted services.
+    struct Matching {
+        std::int64_t primaryUsagePage;
+        std::int64_t primaryUsage;
+
+        bool operator==(const Matching&) const = default;
+    };
+
+    using Services = std::vector<std::unique_ptr<TemperatureService>>;
+
+    virtual ~TemperatureEventClient() = default;
+    virtual void setMatching(const Matching& matching) = 0;
+    /// In the system's order; none when they cannot be listed. They must not outlive the client.
+    virtual std::optional<Services> copyServices() = 0;
+};
+
+/// The event system that temperature sensors report to.
+class TemperatureEvents {
+public:
+    virtual ~TemperatureEvents() = default;
+    /// False on a build for a processor without this event system; nothing else is asked then.
+    virtual bool isSupported() const = 0;
+    /// None when no client can be had. The client must not outlive this object.
+    virtual std::unique_ptr<TemperatureEventClient> createClient() = 0;
+};
+
+} // namespace cindertop

@@ -1,0 +1,97 @@
+#include "support/TemperatureText.h"
+
+#include "support/UserLocale.h"
+
+#include <unicode/locid.h>
+#include <unicode/measunit.h>
+#include <unicode/numberformatter.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+using Unit = TemperatureFormatter::Unit;
+
+constexpr std::array<std::string_view, 6> fahrenheitRegions{"US", "BS", "BZ", "KY", "PR", "PW"};
+
+Unit unitOfRegion(std::string_view region) {
+    return std::ranges::find(fahrenheitRegions, region) == fahrenheitRegions.end() ? Unit::celsius
+                                                                                   : Unit::fahrenheit;
+}
+
+double inUnit(double celsius, Unit unit) {
+    return unit == Unit::fahrenheit ? celsius * 9 / 5 + 32 : celsius;
+}
+
+std::string plainTextIn(double celsius, Unit unit) {
+    const auto rounded = std::round(inUnit(celsius, unit));
+    const auto number = rounded == 0 ? 0 : rounded; // no minus sign for zero
+    std::array<char, 320> digits{};                 // the longest double has 310 characters
+    const auto [end, error] =
+        std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, 0);
+    const std::string text(digits.begin(), error == std::errc{} ? end : digits.begin());
+    return text + (unit == Unit::fahrenheit ? "°F" : "°C");
+}
+
+Unit plainUnit(std::string_view locale) {
+    const auto separator = locale.rfind('_');
+    return separator == std::string_view::npos ? Unit::celsius : unitOfRegion(locale.substr(separator + 1));
+}
+
+/// Numbers are converted before ICU sees them: with `usage` it would choose the unit by the text's locale,
+/// and C would be American.
+icu::number::LocalizedNumberFormatter icuFormatter(const std::string& textLocale, Unit unit) {
+    return icu::number::NumberFormatter::withLocale(icu::Locale(icuLocaleName(textLocale).c_str()))
+        .unit(unit == Unit::fahrenheit ? icu::MeasureUnit::getFahrenheit() : icu::MeasureUnit::getCelsius())
+        .unitWidth(UNUM_UNIT_WIDTH_SHORT)
+        .precision(icu::number::Precision::integer())
+        .roundingMode(UNUM_ROUND_HALFUP)
+        .sign(UNUM_SIGN_NEGATIVE);
+}
+
+std::function<std::string(double)> localizedWriter(const std::string& textLocale, Unit unit) {
+    return [formatter = icuFormatter(textLocale, unit), unit](double celsius) {
+        auto status = U_ZERO_ERROR;
+        std::string text;
+        formatter.formatDouble(inUnit(celsius, unit), status).toString(status).toUTF8String(text);
+        return U_SUCCESS(status) != 0 ? text : plainTextIn(celsius, unit);
+    };
+}
+
+} // namespace
+
+TemperatureFormatter::TemperatureFormatter(const std::string& textLocale, Unit unit)
+    : TemperatureFormatter(localizedWriter(textLocale, unit)) {}
+
+TemperatureFormatter::TemperatureFormatter(std::function<std::string(double)> write)
+    : write_(std::move(write)) {}
+
+TemperatureFormatter TemperatureFormatter::ofUser() {
+    const icu::Locale measurement(icuLocaleName(userLocaleName("LC_MEASUREMENT")).c_str());
+    return {userLocaleName("LC_NUMERIC"), unitOfRegion(measurement.getCountry())};
+}
+
+TemperatureFormatter TemperatureFormatter::plain(const std::string& locale) {
+    return TemperatureFormatter(
+        [unit = plainUnit(locale)](double celsius) { return plainTextIn(celsius, unit); });
+}
+
+std::string TemperatureFormatter::text(double celsius) const {
+    return write_(celsius);
+}
+
+std::optional<std::string> TemperatureFormatter::text(std::optional<double> celsius) const {
+    if (!celsius || !std::isfinite(*celsius)) {
+        return std::nullopt;
+    }
+    return text(*celsius);
+}
+
+} // namespace cindertop

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace cindertop {
+
+/// Turns degrees Celsius into the text that people read: a whole number and the unit of their region
+/// ("36°C"). Immutable after construction; any thread may use it.
+class TemperatureFormatter {
+public:
+    enum class Unit { celsius, fahrenheit };
+
+    /// `textLocale`, an ICU or POSIX name, decides digits and wording, `unit` the scale.
+    TemperatureFormatter(const std::string& textLocale, Unit unit);
+
+    /// As the environment says: the unit follows the region of LC_ALL, LC_MEASUREMENT or LANG, the text
+    /// follows LC_ALL, LC_NUMERIC or LANG. C and POSIX are Celsius.
+    static TemperatureFormatter ofUser();
+
+    /// The rule of replays, the same in every language: "36°C", "97°F", "-8°C", "0°C" with halves away from
+    /// zero. Fahrenheit where the region, the part after the last "_", is US, BS, BZ, KY, PR or PW.
+    static TemperatureFormatter plain(const std::string& locale);
+
+    /// Something readable for infinities and NaN too.
+    std::string text(double celsius) const;
+    /// A temperature that is absent or no finite number has no text.
+    std::optional<std::string> text(std::optional<double> celsius) const;
+
+private:
+    explicit TemperatureFormatter(std::function<std::string(double)> write);
+
+    std::function<std::string(double)> write_;
+};
+
+} // namespace cindertop

@@ -1,0 +1,189 @@
+#include "fakes/FaultyFileSystem.h"
+#include "fakes/TemporaryFolder.h"
+#include "support/AtomicFile.h"
+#include "support/PosixFileSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace cindertop {
+namespace {
+
+using fakes::FaultyFileSystem;
+using fakes::TemporaryFolder;
+using fakes::textOf;
+using Call = FaultyFileSystem::Call;
+
+mode_t modeOf(const std::filesystem::path& path) {
+    struct stat status{};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 0777U;
+}
+
+std::size_t entriesOf(const std::filesystem::path& folder) {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+class AtomicFile : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::filesystem::path file = folder / "file";
+    PosixFileSystem posix;
+    FaultyFileSystem files{posix};
+
+    FileResult<void> replace(std::string_view text, Durability durability = Durability::synced) {
+        return replaceFile(files, file, text, durability);
+    }
+};
+
+TEST_F(AtomicFile, ReplacesTheWholeFileForItsOwnerOnly) {
+    const mode_t before = ::umask(0);
+    ASSERT_TRUE(makeFolders(files, folder / "a/b/c"));
+    file = folder / "a/b/c/file";
+    ASSERT_TRUE(replace("a longer old text"));
+    ASSERT_TRUE(replace("new"));
+    ::umask(before);
+    EXPECT_EQ(textOf(file), "new");
+    EXPECT_EQ(modeOf(file), 0600U);
+    EXPECT_EQ(modeOf(folder / "a"), 0700U);
+    EXPECT_EQ(modeOf(folder / "a/b/c"), 0700U);
+    EXPECT_EQ(entriesOf(folder / "a/b/c"), 1U);
+    EXPECT_TRUE(makeFolders(files, folder / "a/b/c"));
+    EXPECT_EQ(wholeFile(files, file, 3), "new");
+    EXPECT_EQ(wholeFile(files, file, 2), std::unexpected(std::errc::file_too_large));
+}
+
+TEST_F(AtomicFile, WaitsForTheDiskOnlyWhenAsked) {
+    ASSERT_TRUE(replace("a", Durability::relaxed));
+    EXPECT_EQ(files.calls, (std::vector{Call::openForReplacing, Call::write, Call::rename}));
+    files.calls.clear();
+    ASSERT_TRUE(replace("b", Durability::synced));
+    EXPECT_EQ(files.calls,
+              (std::vector{Call::openForReplacing, Call::write, Call::sync, Call::rename, Call::syncFolder}));
+}
+
+TEST_F(AtomicFile, KeepsTheOldFileWhenAnythingFails) {
+    ASSERT_TRUE(replace("old"));
+    for (const Call call : {Call::openForReplacing, Call::write, Call::sync, Call::rename}) {
+        for (const std::errc error : {std::errc::no_space_on_device, std::errc::permission_denied,
+                                      std::errc::read_only_file_system, std::errc::io_error}) {
+            files.fail(call, error);
+            EXPECT_EQ(replace("new"), std::unexpected(error));
+            files.repair();
+            EXPECT_EQ(textOf(file), "old");
+            EXPECT_EQ(entriesOf(folder.path()), 1U) << "something is left behind";
+        }
+    }
+    files.fail(Call::syncFolder, std::errc::invalid_argument); // some file systems have no such call
+    EXPECT_TRUE(replace("new"));
+}
+
+TEST_F(AtomicFile, GoesOnAfterInterruptionsAndShortTransfers) {
+    files.limitTransfers(1);
+    for (const Call call : {Call::openForReplacing, Call::write, Call::sync, Call::rename,
+                            Call::openForReading, Call::read, Call::makeFolder, Call::remove}) {
+        files.fail(call, std::errc::interrupted, 3);
+    }
+    ASSERT_TRUE(makeFolders(files, folder / "a/b"));
+    ASSERT_TRUE(replace("byte by byte"));
+    EXPECT_EQ(wholeFile(files, file, 100), "byte by byte");
+    ASSERT_TRUE(removeFile(files, file));
+    EXPECT_EQ(wholeFile(files, file, 100), std::unexpected(std::errc::no_such_file_or_directory));
+}
+
+TEST_F(AtomicFile, ShowsTheOldOrTheNewTextWhereverTheProcessEnds) {
+    files.limitTransfers(2); // so that it can end in the middle of the text
+    bool isNew = false;
+    for (int calls = 0; !isNew; ++calls) {
+        {
+            files.repair();
+            ASSERT_TRUE(replace("old"));
+            files.stopAfter(calls);
+            static_cast<void>(replace("newer text"));
+            const std::string text = textOf(file);
+            isNew = text == "newer text";
+            ASSERT_TRUE(isNew || text == "old") << text;
+        }
+    }
+    files.repair();
+    ASSERT_TRUE(replace("next"));
+    EXPECT_EQ(textOf(file), "next");
+    EXPECT_EQ(entriesOf(folder.path()), 1U) << "the next writer takes up what was left";
+}
+
+TEST_F(AtomicFile, ReplacesALinkAndNotWhatItPointsAt) {
+    fakes::writeText(folder / "target", "target");
+    std::filesystem::create_symlink("target", file);
+    EXPECT_EQ(wholeFile(files, file, 100), "target");
+    ASSERT_TRUE(replace("new"));
+    EXPECT_EQ(textOf(folder / "target"), "target");
+    EXPECT_EQ(textOf(file), "new");
+    EXPECT_FALSE(std::filesystem::is_symlink(file));
+}
+
+TEST_F(AtomicFile, TakesNothingButFiles) {
+    std::filesystem::create_directory(file);
+    EXPECT_FALSE(wholeFile(files, file, 100));
+    EXPECT_FALSE(replace("new"));
+    EXPECT_FALSE(removeFile(files, file));
+    EXPECT_TRUE(std::filesystem::is_directory(file));
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(wholeFile(files, folder / "pipe", 100)) << "and does not wait for a writer";
+    EXPECT_FALSE(wholeFile(files, "/dev/zero", 100));
+    fakes::writeText(folder / "occupied", "");
+    EXPECT_FALSE(makeFolders(files, folder / "occupied/below"));
+}
+
+TEST_F(AtomicFile, LeavesAnotherWritersWorkAlone) {
+    const auto other = posix.openForReplacing(folder / ".file.new0");
+    ASSERT_TRUE(other);
+    ASSERT_TRUE(posix.write(*other, "half of a te"));
+    ASSERT_TRUE(replace("new"));
+    ASSERT_TRUE(posix.write(*other, "xt"));
+    ASSERT_TRUE(posix.rename(folder / ".file.new0", file));
+    posix.close(*other);
+    EXPECT_EQ(textOf(file), "half of a text");
+    files.fail(Call::openForReplacing, std::errc::device_or_resource_busy);
+    EXPECT_EQ(replace("newer"), std::unexpected(std::errc::device_or_resource_busy));
+}
+
+/// Writes long texts of one letter over and over, as another process.
+pid_t startWriter(const std::filesystem::path& file, char letter) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        PosixFileSystem files;
+        bool isWritten = true;
+        for (std::size_t round = 1; round <= 200; ++round) {
+            isWritten =
+                replaceFile(files, file, std::string(round * 97, letter), Durability::relaxed) && isWritten;
+        }
+        ::_exit(isWritten ? 0 : 1);
+    }
+    return child;
+}
+
+TEST_F(AtomicFile, StaysWholeWhileProcessesCompete) {
+    ASSERT_TRUE(replace("a"));
+    const std::array writers{startWriter(file, 'a'), startWriter(file, 'b'), startWriter(file, 'c')};
+    for (const pid_t writer : writers) {
+        int status = 0;
+        while (::waitpid(writer, &status, WNOHANG) == 0) {
+            const auto text = wholeFile(posix, file, 100'000);
+            ASSERT_TRUE(text) << "there is a file at every moment";
+            ASSERT_EQ(std::ranges::count(*text, text->front()), std::ranges::ssize(*text));
+            ASSERT_TRUE(text->size() % 97 == 0 || text->size() == 1);
+        }
+        EXPECT_EQ(status, 0) << "every write found its place";
+    }
+    EXPECT_EQ(entriesOf(folder.path()), 1U);
+}
+
+} // namespace
+} // namespace cindertop

@@ -1,0 +1,286 @@
+#include "support/PropertyListText.h"
+#include "support/PropertyListValue.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace cindertop {
+namespace {
+
+constexpr std::string_view head =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+    "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n";
+
+std::string document(std::string_view value) {
+    return std::string(head) + "<plist version=\"1.0\">" + std::string(value) + "</plist>\n";
+}
+
+/// The error of a text, empty when it is read.
+std::string errorOf(std::string text) {
+    const auto parsed = parsePropertyList(std::move(text));
+    return parsed ? "" : parsed.error().what();
+}
+
+std::string nested(int depth) {
+    std::string opening;
+    std::string closing;
+    for (int level = 0; level < depth; ++level) {
+        opening += "<array>";
+        closing += "</array>";
+    }
+    return opening + "<true/>" + closing;
+}
+
+TEST(PropertyList, WritesWhatItReads) {
+    using Dictionary = PropertyListValue::Dictionary;
+    const PropertyListValue value{Dictionary{
+        {"", {std::string("an empty key")}},
+        {"array", {PropertyListValue::Array{{true}, {false}, {PropertyListValue::Array{}}, {Dictionary{}}}}},
+        {"blanks", {std::string(" \t\n ")}},
+        {"data", {PropertyListValue::Data{std::byte{0}, std::byte{0xFF}, std::byte{62}, std::byte{63}}}},
+        {"date", {Instant(std::chrono::seconds(-86'401))}},
+        {"integers",
+         {PropertyListValue::Array{{std::numeric_limits<std::int64_t>::min()},
+                                   {std::numeric_limits<std::int64_t>::max()}}}},
+        {"reals", {PropertyListValue::Array{{0.1}, {-0.0}, {5e-324}, {1.7976931348623157e308}, {3.0}}}},
+        {"<markup> & \"quotes\"", {std::string("a<b>&amp;']]>ü€😀")}},
+    }};
+    for (const auto layout : {PropertyListLayout::indented, PropertyListLayout::compact}) {
+        const auto text = propertyListText(value, layout);
+        ASSERT_TRUE(text);
+        EXPECT_EQ(parsePropertyList(*text), value) << *text;
+    }
+}
+
+TEST(PropertyList, WritesForPeopleOrShort) {
+    const PropertyListValue value{PropertyListValue::Dictionary{{"a", {PropertyListValue::Array{{true}}}}}};
+    EXPECT_EQ(propertyListText(value, PropertyListLayout::indented),
+              std::string(head) + "<plist version=\"1.0\">\n<dict>\n\t<key>a</key>\n\t<array>\n\t\t<true/>\n"
+                                  "\t</array>\n</dict>\n</plist>\n");
+    EXPECT_EQ(propertyListText(value, PropertyListLayout::compact),
+              std::string(head) +
+                  "<plist version=\"1.0\">\n<dict><key>a</key><array><true/></array></dict>\n</plist>\n");
+}
+
+TEST(PropertyList, ReadsWhatOthersWrite) {
+    struct Case {
+        std::string text;
+        PropertyListValue value;
+    };
+
+    const std::array cases{
+        Case{"\xEF\xBB\xBF" + document("<string>a</string>"), {std::string("a")}},
+        Case{"<plist><string>without a head</string></plist>", {std::string("without a head")}},
+        Case{"<!-- one --><plist version='1.0'>\n<!-- & two -->\n<true/>\n<!-- three --></plist>", {true}},
+        Case{"<?xml version='1.0' encoding='utf-8'?>\n<plist><false></false></plist>", {false}},
+        Case{document("<string>&#x1F600;&#65;&lt;&gt;&quot;&apos;&amp;</string>"),
+             {std::string("😀A<>\"'&")}},
+        Case{document("<string>a\r\nb\rc</string>"), {std::string("a\nb\nc")}},
+        Case{document("<string/>"), {std::string()}},
+        Case{document("<data>\n\tAA\n\tE=\n</data>"), {PropertyListValue::Data{std::byte{0}, std::byte{1}}}},
+        Case{document("<dict>\n<!-- <key> -->\n<key>k</key><!-- v -->\n<integer>-1</integer>\n</dict>"),
+             {PropertyListValue::Dictionary{{"k", {std::int64_t{-1}}}}}},
+        Case{document("<real>1e3</real>"), {1000.0}},
+        Case{document("<date>2024-02-29T23:59:59Z</date>"), {Instant(std::chrono::seconds(1'709'251'199))}},
+    };
+    for (const auto& [text, value] : cases) {
+        EXPECT_EQ(parsePropertyList(text), value) << text << errorOf(text);
+    }
+    EXPECT_EQ(errorOf(document(nested(64))), "");
+}
+
+TEST(PropertyList, RefusesTextAroundTheDocument) {
+    const std::string entity = "<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><string>&a;</string></plist>";
+    for (const std::string& text : {
+             std::string(),
+             std::string(" \n"),
+             std::string("bplist00"),
+             std::string("{}"),
+             "text" + document("<true/>"),
+             document("<true/>") + "text",
+             document("<true/>") + "<!-- after -->",
+             document("<true/>") + document("<true/>"),
+             document("<true/>") + "text<plist></plist>",
+             document("<true/>") + "</plist>",
+             std::string("<plist><true/></plist><!-- </plist>"),
+             std::string("<plist><true/></plist><![CDATA[</plist>"),
+             std::string("<plist><true/></plist><a </plist>"),
+             std::string("<?xml version='1.0' encoding='latin1'?><plist><true/></plist>"),
+             std::string("<!DOCTYPE plist SYSTEM \"file:///etc/passwd\"><plist><true/></plist>"),
+             entity,
+             std::string("<plist version=\"2.0\"><true/></plist>"),
+             std::string("<plist version=\"1.0\" extra=\"1\"><true/></plist>"),
+             std::string("<plistx><true/></plist>"),
+             std::string("<plist>"),
+             document(""),
+             document("text<true/>"),
+             document("<true/><true/>"),
+             document("<true/>").substr(0, head.size() + 24),
+         }) {
+        EXPECT_NE(errorOf(text), "") << text;
+    }
+    EXPECT_EQ(errorOf(std::string(propertyListSizeLimit + 1, ' ')).substr(0, 13), "byte 33554432");
+}
+
+TEST(PropertyList, RefusesUnsoundValues) {
+    for (const std::string_view value : {
+             "<integer></integer>",
+             "<integer>1x</integer>",
+             "<integer> 1</integer>",
+             "<integer>1.0</integer>",
+             "<integer>0x10</integer>",
+             "<integer>9223372036854775808</integer>",
+             "<integer>--1</integer>",
+             "<real></real>",
+             "<real>nan</real>",
+             "<real>inf</real>",
+             "<real>-infinity</real>",
+             "<real>1e999</real>",
+             "<real>1,5</real>",
+             "<real>1.5f</real>",
+             "<real>0x1p3</real>",
+             "<true>x</true>",
+             "<true> </true>",
+             "<date></date>",
+             "<date>2023-02-29T00:00:00Z</date>",
+             "<date>2024-13-01T00:00:00Z</date>",
+             "<date>2024-01-01T24:00:00Z</date>",
+             "<date>2024-01-01T00:00:60Z</date>",
+             "<date>2024-01-01T00:00:00.5Z</date>",
+             "<date>2024-01-01 00:00:00Z</date>",
+             "<date>2024-01-01T00:00:00</date>",
+             "<date>1600-01-01T00:00:00Z</date>",
+             "<date>2300-01-01T00:00:00Z</date>",
+             "<data>AAE</data>",
+             "<data>A===</data>",
+             "<data>AB==</data>",
+             "<data>AA=A</data>",
+             "<data>A*==</data>",
+             "<string>a<!-- b --> c</string>",
+             "<string><![CDATA[a]]></string>",
+             "<string><true/></string>",
+             "<string a='b'>c</string>",
+             "<string>&unknown;</string>",
+             "<string>&#0;</string>",
+             "<string>&#x1F;</string>",
+             "<string>&#xD800;</string>",
+             "<string>&#xFFFE;</string>",
+             "<string>&#x110000;</string>",
+             "<string>& </string>",
+             "<string>&#4294967361;</string>",
+             "<string>\x01</string>",
+             "<string>\xC0\x80</string>",
+             "<string>\xED\xA0\x80</string>",
+             "<unknown/>",
+             "<key>a</key>",
+             "<?true?>",
+             "<array><?instruction?></array>",
+             "<array>text</array>",
+             "<array><true/>text</array>",
+             "<array><![CDATA[ ]]></array>",
+             "<array>",
+             "<array></dict>",
+             "<dict><key>a</key></dict>",
+             "<dict><true/></dict>",
+             "<dict><key>a</key><true/><true/></dict>",
+             "<dict><key>a</key><key>b</key><true/></dict>",
+             "<dict><key>a</key><true/><key>a</key><true/></dict>",
+             "<dict><key>&#65;</key><true/><key>A</key><true/></dict>",
+             "<dict><key><true/></key><true/></dict>",
+             "<dict>text<key>a</key><true/></dict>",
+             "<dict><key a='b'>a</key><true/></dict>",
+         }) {
+        EXPECT_NE(errorOf(document(value)), "") << value;
+    }
+    EXPECT_NE(errorOf(document(std::string_view("<string>a\0b</string>", 20))), "");
+    EXPECT_NE(errorOf(document(nested(65))), "");
+    EXPECT_NE(errorOf(document(nested(100'000))), "");
+}
+
+TEST(PropertyList, FindsTheSameKeyAmongMany) {
+    std::string entries;
+    for (int number = 0; number < 40; ++number) {
+        entries += "<key>k" + std::to_string(number) + "</key><true/>";
+    }
+    EXPECT_EQ(errorOf(document("<dict>" + entries + "</dict>")), "");
+    EXPECT_EQ(errorOf(document("<dict>" + entries + "<key>k7</key><true/></dict>")),
+              "the root: has the key \"k7\" twice");
+}
+
+TEST(PropertyList, NamesThePlaceOfAnError) {
+    const std::string list = "<dict><key>a</key><array><true/><dict><key>b</key>VALUE</dict></array></dict>";
+
+    struct Case {
+        std::string_view value;
+        std::string_view error;
+    };
+
+    for (const auto& [value, error] : std::to_array<Case>({
+             {"<integer>x</integer>", "a[1].b: is no integer of 64 bits"},
+             {"<array><dict><key>c</key></dict></array>", "a[1].b[0]: has a key without a value"},
+             {"<float>1</float>", "a[1].b: is an unknown element <float>"},
+         })) {
+        std::string text = list;
+        text.replace(text.find("VALUE"), 5, value);
+        EXPECT_EQ(errorOf(document(text)), error);
+    }
+    EXPECT_EQ(errorOf("<plist>&b;</plist>"), "byte 7: refers to something that is no character");
+    const auto wrongKind = decodedPropertyList(
+        document("<dict><key>a</key><array><true/></array></dict>"),
+        [](const PropertyListNode& root) { return root.dictionary()["a"].array().at(0).integer(); });
+    ASSERT_FALSE(wrongKind);
+    EXPECT_EQ(wrongKind.error().place(), "a[0]");
+    EXPECT_STREQ(wrongKind.error().what(), "a[0]: is no integer");
+}
+
+TEST(PropertyList, FindsKeysInAnyOrder) {
+    const auto sum = decodedPropertyList(
+        document("<dict><key>a</key><integer>1</integer><key>b</key><array><true/></array>"
+                 "<key>c</key><integer>4</integer></dict>"),
+        [](const PropertyListNode& root) {
+            const auto dictionary = root.dictionary();
+            EXPECT_FALSE(dictionary.find("d"));
+            return dictionary["c"].integer() + dictionary["a"].integer() + dictionary["c"].integer() +
+                   (dictionary["b"].array().at(0).boolean() ? 8 : 0);
+        });
+    EXPECT_EQ(sum, 17);
+}
+
+TEST(PropertyList, LeavesOutWhatXmlCannotHold) {
+    const auto text = propertyListText({std::string("a\0b\x1B\r\t\n\x7F\xC2\x85\xEF\xBF\xBE\xFF"
+                                                    "c",
+                                                    15)},
+                                       PropertyListLayout::compact);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(parsePropertyList(*text), PropertyListValue{std::string("ab\t\n\uFFFDc")});
+}
+
+TEST(PropertyList, RefusesToWriteWhatNobodyCouldRead) {
+    PropertyListValue deep{true};
+    for (int level = 0; level < 65; ++level) {
+        deep = {PropertyListValue::Array{deep}};
+    }
+    for (const PropertyListValue& value :
+         {PropertyListValue{std::numeric_limits<double>::quiet_NaN()},
+          PropertyListValue{std::numeric_limits<double>::infinity()},
+          PropertyListValue{PropertyListValue::Dictionary{{"a", {true}}, {"a\x01", {true}}}}, deep}) {
+        EXPECT_FALSE(propertyListText(value, PropertyListLayout::compact));
+    }
+}
+
+TEST(PropertyList, DropsTheFractionOfADateTowardsThePast) {
+    for (const Instant instant : {Instant(std::chrono::nanoseconds(1'500'000'000)),
+                                  Instant(std::chrono::nanoseconds(-1)), Instant::max()}) {
+        const auto text = propertyListText({instant}, PropertyListLayout::compact);
+        EXPECT_EQ(parsePropertyList(*text),
+                  PropertyListValue{Instant(std::chrono::floor<std::chrono::seconds>(instant))});
+    }
+    EXPECT_TRUE(parsePropertyList(*propertyListText({Instant::min()}, PropertyListLayout::compact)));
+}
+
+} // namespace
+} // namespace cindertop

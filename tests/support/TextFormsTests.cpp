@@ -1,0 +1,96 @@
+#include "support/CalendarDays.h"
+#include "support/Characters.h"
+#include "support/DateText.h"
+#include "support/UserFolders.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <map>
+#include <string>
+
+namespace cindertop {
+namespace {
+
+TEST(Characters, AreCountedAsPeopleCountThem) {
+    struct Case {
+        std::string_view text;
+        std::size_t count;
+        std::string_view first;
+    };
+
+    for (const auto& [text, count, first] : std::to_array<Case>({
+             {"abc", 3, "abc"},
+             {"abc", 2, "ab"},
+             {"abc", 0, ""},
+             {"ae\u0301b", 2, "ae\u0301"},
+             {"ae\u0301", 1, "a"},
+             {"e\u0301\u0302\u0303", 1, "e\u0301\u0302\u0303"},
+             {"👨‍👩‍👧‍👦🇩🇪x", 2, "👨‍👩‍👧‍👦🇩🇪"},
+             {"a\r\nb", 2, "a\r\n"},
+             {"Дом", 2, "До"},
+         })) {
+        EXPECT_EQ(firstCharacters(text, count), first) << text;
+        EXPECT_EQ(truncated(text, count), std::string(first) + (first == text ? "" : "..."));
+    }
+}
+
+TEST(Characters, AreTrimmedOfEveryBlank) {
+    EXPECT_EQ(trimmingUnicodeWhitespace(" \t\r\n\u00A0\u3000\u2028 a b\u0085\u2003"), "a b");
+    EXPECT_EQ(trimmingUnicodeWhitespace(" \u00A0 "), "");
+    EXPECT_EQ(trimmingUnicodeWhitespace(""), "");
+    EXPECT_EQ(trimmingUnicodeWhitespace("\u200B"), "\u200B") << "has no width, but is no blank";
+}
+
+Instant at(std::string_view text) {
+    return parseUtcText(text).value();
+}
+
+TEST(CalendarDays, BeginAtMidnightOfTheirZone) {
+    struct Case {
+        const char* zone;
+        std::string_view instant;
+        std::string_view day;
+    };
+
+    for (const auto& [zone, instant, day] : std::to_array<Case>({
+             {"UTC", "2025-03-05T23:59:59Z", "2025-03-05"},
+             {"UTC", "1969-12-31T23:59:59Z", "1969-12-31"},
+             {"Asia/Kolkata", "2025-03-05T18:29:59Z", "2025-03-05"},
+             {"Asia/Kolkata", "2025-03-05T18:30:00Z", "2025-03-06"},
+             {"America/Los_Angeles", "2025-03-01T07:59:59Z", "2025-02-28"},
+             {"Europe/Berlin", "2025-03-30T22:00:00Z", "2025-03-31"}, // summer time since that morning
+             {"Europe/Berlin", "2025-10-26T22:59:59Z", "2025-10-26"},
+             {"Pacific/Apia", "2011-12-30T09:59:59Z", "2011-12-29"}, // the 30th was left out there
+             {"Pacific/Apia", "2011-12-30T10:00:00Z", "2011-12-31"},
+             {"No/Where", "2025-03-05T00:00:00Z", "2025-03-05"},
+         })) {
+        EXPECT_EQ(CalendarDays(zone).identifier(at(instant)), day) << zone << ' ' << instant;
+    }
+    EXPECT_EQ(
+        CalendarDays("UTC").identifier(at("1999-12-31T23:59:59Z") + std::chrono::nanoseconds(999'999'999)),
+        "1999-12-31");
+    for (const Instant end : {Instant::min(), Instant::max()}) {
+        EXPECT_EQ(CalendarDays("UTC").identifier(end).size(), 10U);
+    }
+}
+
+TEST(UserFolders, FollowTheEnvironment) {
+    const auto folders = [](const std::map<std::string, std::string, std::less<>>& variables) {
+        return UserFolders([&](std::string_view name) -> std::optional<std::string> {
+            const auto found = variables.find(name);
+            return found == variables.end() ? std::nullopt : std::optional(found->second);
+        });
+    };
+    const auto usual = folders({{"HOME", "/home/me"}});
+    EXPECT_EQ(usual.programData(), "/home/me/.local/share/Cindertop");
+    EXPECT_EQ(usual.programConfig(), "/home/me/.config/Cindertop");
+    const auto chosen =
+        folders({{"HOME", "/home/me"}, {"XDG_DATA_HOME", "/data"}, {"XDG_CONFIG_HOME", "relative"}});
+    EXPECT_EQ(chosen.data, "/data");
+    EXPECT_EQ(chosen.config, "/home/me/.config");
+    EXPECT_TRUE(folders({{"HOME", ""}}).data.is_absolute());
+}
+
+} // namespace
+} // namespace cindertop
