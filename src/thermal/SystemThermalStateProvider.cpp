@@ -1,0 +1,41 @@
+#include "thermal/SystemThermalStateProvider.h"
+
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+SystemThermalState fromProcessState(int state) {
+    switch (state) {
+    case 0:
+        return SystemThermalState::nominal;
+    case 1:
+        return SystemThermalState::fair;
+    case 2:
+        return SystemThermalState::serious;
+    case 3:
+        return SystemThermalState::critical;
+    default:
+        return SystemThermalState::unavailable;
+    }
+}
+
+} // namespace
+
+SystemThermalStateProvider::SystemThermalStateProvider(const ProcessInformation& process,
+                                                       DarwinThermalPressureProvider pressure,
+                                                       const Clock& clock)
+    : process_(process), pressure_(std::move(pressure)), clock_(clock) {}
+
+ThermalReading SystemThermalStateProvider::read() const {
+    const auto systemState = fromProcessState(process_.thermalState());
+    const auto pressureLevel = pressure_.readPressureLevel();
+    return {.systemState = systemState,
+            .pressureLevel = pressureLevel,
+            .temperatures = {},
+            .dataSource = ThermalDataSource::official,
+            .measuredAt = clock_.now()};
+}
+
+} // namespace cindertop
