@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+
+namespace cindertop {
+
+/// Which displays show a picture.
+struct DisplayContextSnapshot {
+    bool isAvailable; ///< false when the list could not be read
+    int activeDisplayCount;
+    int builtInDisplayCount;
+    int externalDisplayCount;
+
+    /// A negative count becomes 0, each by itself.
+    constexpr DisplayContextSnapshot(bool isAvailable, int activeDisplayCount, int builtInDisplayCount,
+                                     int externalDisplayCount)
+        : isAvailable(isAvailable),
+          activeDisplayCount(std::max(activeDisplayCount, 0)),
+          builtInDisplayCount(std::max(builtInDisplayCount, 0)),
+          externalDisplayCount(std::max(externalDisplayCount, 0)) {}
+
+    static constexpr DisplayContextSnapshot unavailable() { return {false, 0, 0, 0}; }
+
+    constexpr bool hasExternalDisplay() const { return externalDisplayCount > 0; }
+
+    /// An external display is lit and the built-in one is not: on a laptop the lid is closed.
+    constexpr bool isProbableClamshell() const {
+        return isAvailable && hasExternalDisplay() && !isBuiltInDisplayActive();
+    }
+
+    constexpr bool isBuiltInDisplayActive() const { return builtInDisplayCount > 0; }
+
+    constexpr bool hasMultipleDisplays() const { return activeDisplayCount >= 2; }
+
+    bool operator==(const DisplayContextSnapshot&) const = default;
+};
+
+} // namespace cindertop

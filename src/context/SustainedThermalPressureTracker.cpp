@@ -1,0 +1,27 @@
+#include "context/SustainedThermalPressureTracker.h"
+
+namespace cindertop {
+
+SustainedThermalPressureTracker::SustainedThermalPressureTracker(
+    SustainedThermalPressureConfiguration configuration)
+    : configuration_(configuration) {}
+
+SustainedThermalPressureSnapshot
+SustainedThermalPressureTracker::update(const std::optional<ThermalScore>& score, Instant now) {
+    const auto level = score.transform([](const ThermalScore& present) { return present.level; });
+    if (!level || *level < configuration_.minimumLevel) {
+        activeStart_.reset();
+        return {false, Seconds{0}, level, configuration_.minimumLevel};
+    }
+    if (!activeStart_) {
+        activeStart_ = now;
+    }
+    const auto duration = secondsBetween(*activeStart_, now);
+    return {duration >= configuration_.minimumDuration, duration, level, configuration_.minimumLevel};
+}
+
+void SustainedThermalPressureTracker::reset() {
+    activeStart_.reset();
+}
+
+} // namespace cindertop

@@ -1,0 +1,28 @@
+#include "context/SystemContextEngine.h"
+
+#include <utility>
+
+namespace cindertop {
+
+SystemContextEngine::SystemContextEngine(std::unique_ptr<const DisplayContextProviding> displayProvider,
+                                         std::unique_ptr<const PowerContextProviding> powerProvider,
+                                         SustainedThermalPressureConfiguration pressureConfiguration)
+    : displayProvider_(std::move(displayProvider)),
+      powerProvider_(std::move(powerProvider)),
+      pressureTracker_(pressureConfiguration) {}
+
+SystemContextSnapshot SystemContextEngine::snapshot(const std::optional<ThermalScore>& thermalScore,
+                                                    Instant now) {
+    const std::scoped_lock lock(calls_);
+    return {.displays = displayProvider_->readDisplayContext(),
+            .power = powerProvider_->readPowerContext(),
+            .sustainedPressure = pressureTracker_.update(thermalScore, now),
+            .measuredAt = now};
+}
+
+void SystemContextEngine::resetPressureHistory() {
+    const std::scoped_lock lock(calls_);
+    pressureTracker_.reset();
+}
+
+} // namespace cindertop
