@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cpu/ProcessCPUReadingProviding.h"
+#include "cpu/ProcessOffenderAggregator.h"
+#include "cpu/ProcessOffenderConfiguration.h"
+#include "cpu/ProcessOffenderSnapshot.h"
+#include "support/Instant.h"
+#include "support/LocalizedComparison.h"
+
+#include <memory>
+#include <mutex>
+
+namespace cindertop {
+
+/// Tells who uses the CPU, by comparing each census with the one before. Runs one call at a time, from
+/// whatever thread it comes.
+class ProcessOffenderEngine {
+public:
+    /// `provider` may not be null; `comparison` decides the order of equal shares and must outlive the
+    /// engine.
+    ProcessOffenderEngine(std::unique_ptr<ProcessCPUReadingProviding> provider,
+                          const LocalizedComparison& comparison);
+
+    /// Takes a census. The first one is `collecting`, since a share needs two; one that finds no process is
+    /// `unavailable`, and the next starts over.
+    ProcessOffenderSnapshot snapshot(const ProcessOffenderConfiguration& configuration, Instant at);
+
+    /// Forgets the last census and all histories.
+    void reset();
+
+private:
+    std::mutex calls_;
+    std::unique_ptr<ProcessCPUReadingProviding> provider_;
+    const LocalizedComparison* comparison_;
+    PreviousReadingsByPID previousReadingsByPID_;
+    HistoryByOffenderID historyByOffenderID_;
+};
+
+} // namespace cindertop

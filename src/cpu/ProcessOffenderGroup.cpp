@@ -1,0 +1,77 @@
+#include "cpu/ProcessOffenderGroup.h"
+
+#include "cpu/BackgroundWork.h"
+#include "cpu/LowerCasedText.h"
+
+#include <optional>
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+std::string joined(std::string_view kind, std::string_view key) {
+    std::string id;
+    id.reserve(kind.size() + key.size());
+    return id.append(kind).append(key);
+}
+
+struct BackgroundGroup {
+    std::string_view key;
+    std::string_view displayName;
+};
+
+/// None for a daemon that stands for itself.
+std::optional<BackgroundGroup> backgroundGroup(std::string_view lowerCasedName) {
+    const auto work = backgroundWork(lowerCasedName);
+    if (work == BackgroundWork::softwareUpdate) {
+        return BackgroundGroup{.key = "software-update", .displayName = "Software Update"};
+    }
+    if (work == BackgroundWork::securityCheck) {
+        return BackgroundGroup{.key = "security", .displayName = "Security checks"};
+    }
+    return std::nullopt;
+}
+
+std::string_view displayNameFor(const ProcessDelta& delta) {
+    const ProcessCPUReading& reading = *delta.reading;
+    if (delta.category == ProcessOffenderCategory::indexingOrSetup) {
+        return "Spotlight indexing";
+    }
+    if (delta.category == ProcessOffenderCategory::system) {
+        return "System";
+    }
+    if (delta.category == ProcessOffenderCategory::backgroundSystem) {
+        const auto group = backgroundGroup(LowerCasedText(reading.name).view());
+        return group ? group->displayName : reading.name;
+    }
+    return reading.appBundleIdentifier && reading.appDisplayName ? *reading.appDisplayName : reading.name;
+}
+
+} // namespace
+
+ProcessOffenderGroup::ProcessOffenderGroup(std::string id, const ProcessDelta& first)
+    : id(std::move(id)),
+      displayName(displayNameFor(first)),
+      application(!isSystemOwned(first.category) && first.reading->appBundleIdentifier ? first.reading
+                                                                                       : nullptr),
+      category(first.category) {}
+
+std::string ProcessOffenderGroup::idFor(const ProcessDelta& delta) {
+    if (delta.category == ProcessOffenderCategory::indexingOrSetup) {
+        return "background:spotlight-indexing";
+    }
+    if (delta.category == ProcessOffenderCategory::system) {
+        return "system";
+    }
+    const ProcessCPUReading& reading = *delta.reading;
+    if (delta.category == ProcessOffenderCategory::backgroundSystem) {
+        const LowerCasedText lowerName(reading.name);
+        const auto group = backgroundGroup(lowerName.view());
+        return joined("background:", group ? group->key : lowerName.view());
+    }
+    return reading.appBundleIdentifier ? joined("bundle:", *reading.appBundleIdentifier)
+                                       : joined("process:", LowerCasedText(reading.name).view());
+}
+
+} // namespace cindertop

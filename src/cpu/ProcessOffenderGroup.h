@@ -1,0 +1,37 @@
+#pragma once
+
+#include "cpu/ProcessCPUReading.h"
+#include "cpu/ProcessOffenderCategory.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace cindertop {
+
+/// What one process used between two censuses. The reading is the later one and outlives it.
+struct ProcessDelta {
+    const ProcessCPUReading* reading;
+    double cpuPercent; ///< of the whole machine, above 0
+    ProcessOffenderCategory category;
+
+    std::string_view name() const { return reading->name; }
+};
+
+/// Processes that people see as one thing: an application, or a kind of the system's work. Named after its
+/// first delta.
+struct ProcessOffenderGroup {
+    std::string id;
+    std::string_view displayName;         ///< a constant, or a text of the first reading
+    const ProcessCPUReading* application; ///< the first reading, whose application it is; null without one
+    ProcessOffenderCategory category;
+    std::span<ProcessDelta> deltas; ///< a part of the list of all deltas; empty at first
+
+    ProcessOffenderGroup(std::string id, const ProcessDelta& first);
+
+    /// The identifier of the group that a delta belongs to, for example "bundle:org.mozilla.firefox",
+    /// "process:vim", "background:software-update" or "system".
+    static std::string idFor(const ProcessDelta& delta);
+};
+
+} // namespace cindertop

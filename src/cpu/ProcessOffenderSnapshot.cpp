@@ -1,0 +1,10 @@
+#include "cpu/ProcessOffenderSnapshot.h"
+
+namespace cindertop {
+
+const ProcessOffenderSnapshot& ProcessOffenderSnapshot::empty() {
+    static const ProcessOffenderSnapshot nothingYet{};
+    return nothingYet;
+}
+
+} // namespace cindertop

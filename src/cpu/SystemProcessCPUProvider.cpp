@@ -1,0 +1,160 @@
+#include "cpu/SystemProcessCPUProvider.h"
+
+#include "cpu/EnclosingApplication.h"
+#include "cpu/WideInteger.h"
+#include "support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string>
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+template <std::size_t Room>
+std::string decodedName(const std::array<char, Room>& bytes) {
+    return trimmingControlCharacters(repairedUtf8(untilZeroByte({bytes.data(), bytes.size()})));
+}
+
+std::string nameOf(const ProcessAccounting& accounting) {
+    if (std::string name = decodedName(accounting.longName); !name.empty()) {
+        return name;
+    }
+    return decodedName(accounting.shortName);
+}
+
+/// None when the start is not known or lies beyond what an instant holds.
+std::optional<Instant> startOf(const ProcessAccounting& accounting) {
+    if (accounting.startSeconds == 0) {
+        return std::nullopt;
+    }
+    constexpr WideUnsigned latest = std::numeric_limits<std::int64_t>::max();
+    const WideUnsigned nanoseconds = WideUnsigned{accounting.startSeconds} * 1'000'000'000 +
+                                     WideUnsigned{accounting.startMicroseconds} * 1'000;
+    if (nanoseconds > latest) {
+        return std::nullopt;
+    }
+    return Instant{std::chrono::nanoseconds{static_cast<std::int64_t>(nanoseconds)}};
+}
+
+} // namespace
+
+SystemProcessCPUProvider::SystemProcessCPUProvider(ProcessTable& processes, ApplicationCatalog& applications)
+    : processes_(&processes), applications_(&applications) {}
+
+std::vector<ProcessCPUReading> SystemProcessCPUProvider::readings(Instant at) {
+    const std::scoped_lock turn(calls_);
+    ++census_;
+    foundInCensus_ = 0;
+    const std::span<const std::int32_t> listed = listProcesses();
+    std::vector<ProcessCPUReading> census;
+    census.reserve(listed.size());
+    for (const std::int32_t processIdentifier : listed) {
+        if (processIdentifier <= 0) {
+            continue;
+        }
+        if (ProcessCPUReading* const reading = read(processIdentifier)) {
+            reading->measuredAt = at;
+            census.push_back(*reading);
+        }
+    }
+    forgetVanished();
+    return census;
+}
+
+std::span<const std::int32_t> SystemProcessCPUProvider::listProcesses() {
+    // The size of the buffer in bytes has to fit a signed 32-bit argument where the system wants it so.
+    constexpr int mostProcesses = std::numeric_limits<std::int32_t>::max() / int{sizeof(std::int32_t)};
+    const int room = std::min(processes_->countProcesses(), mostProcesses);
+    if (room < 1) {
+        return {};
+    }
+    identifiers_.assign(static_cast<std::size_t>(room), 0);
+    const int written = std::min(processes_->listProcesses(identifiers_), room);
+    if (written < 1) {
+        return {};
+    }
+    return std::span(identifiers_).first(static_cast<std::size_t>(written));
+}
+
+ProcessCPUReading* SystemProcessCPUProvider::read(std::int32_t processIdentifier) {
+    const std::optional<ProcessAccounting> accounting = processes_->accounting(processIdentifier);
+    if (!accounting) {
+        return nullptr;
+    }
+    KeptReading& kept = kept_[processIdentifier];
+    if (accounting->identityStamp == 0 || kept.identityStamp != accounting->identityStamp) {
+        auto identified = identify(processIdentifier, *accounting);
+        if (!identified) {
+            kept.identityStamp = 0;
+            return nullptr;
+        }
+        kept.identityStamp = accounting->identityStamp;
+        kept.reading = *std::move(identified);
+    }
+    foundInCensus_ += std::exchange(kept.census, census_) == census_ ? 0U : 1U;
+    kept.reading.cumulativeCPUTimeNanoseconds = cpuTimeNanoseconds(*accounting);
+    return &kept.reading;
+}
+
+std::optional<ProcessCPUReading> SystemProcessCPUProvider::identify(std::int32_t processIdentifier,
+                                                                    const ProcessAccounting& accounting) {
+    ProcessCPUReading reading{
+        .processIdentifier = processIdentifier,
+        .parentProcessIdentifier = accounting.parentProcessIdentifier,
+        .userIdentifier = accounting.realUserIdentifier,
+        .name = nameOf(accounting),
+        .isSystemProcess =
+            (accounting.flags & ProcessAccounting::systemFlag) != 0 || accounting.realUserIdentifier == 0,
+        .startedAt = startOf(accounting),
+    };
+    if (reading.name.empty()) {
+        return std::nullopt;
+    }
+    if (const auto path = processes_->executablePath(processIdentifier)) {
+        reading.executablePath = repairedUtf8(untilZeroByte(*path));
+    }
+    attachApplication(reading);
+    return reading;
+}
+
+/// The bundle around the executable comes first; systems that keep applications elsewhere are asked after it.
+void SystemProcessCPUProvider::attachApplication(ProcessCPUReading& reading) {
+    if (reading.executablePath) {
+        if (auto application = enclosingApplication(*reading.executablePath, *applications_)) {
+            reading.appBundlePath = std::move(application->bundlePath);
+            reading.appBundleIdentifier = std::move(application->bundleIdentifier);
+            reading.appDisplayName = std::move(application->displayName);
+            return;
+        }
+    }
+    if (auto application = applications_->applicationOfProcess(reading.processIdentifier)) {
+        reading.appBundlePath = std::move(application->bundlePath);
+        reading.appBundleIdentifier = std::move(application->bundleIdentifier);
+        reading.appDisplayName = std::move(application->displayName);
+    }
+}
+
+/// A time beyond 64 bits becomes the largest that they hold.
+std::uint64_t SystemProcessCPUProvider::cpuTimeNanoseconds(const ProcessAccounting& accounting) {
+    if (!clockUnit_) {
+        clockUnit_ = processes_->clockUnit();
+    }
+    constexpr WideUnsigned largest = std::numeric_limits<std::uint64_t>::max();
+    WideUnsigned time = WideUnsigned{accounting.totalUserTime} + accounting.totalSystemTime;
+    if (clockUnit_->denominator != 0) {
+        time = time * clockUnit_->numerator / clockUnit_->denominator;
+    }
+    return static_cast<std::uint64_t>(std::min(time, largest));
+}
+
+void SystemProcessCPUProvider::forgetVanished() {
+    if (kept_.size() != foundInCensus_) {
+        std::erase_if(kept_, [this](const auto& entry) { return entry.second.census != census_; });
+    }
+}
+
+} // namespace cindertop
