@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/PropertyValue.h"
+#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/SystemBus.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace cindertop::linux_platform {
+
+/// Where a property stands: a service's name on the bus, an object's path, an interface and a member of it.
+struct BusPropertyName {
+    std::string service;
+    std::string path;
+    std::string interface;
+    std::string member;
+};
+
+/// A text or boolean property of a service on the system bus, kept current by the service's announcements, so
+/// that a read sends nothing. It never starts a service. Belongs to the thread of its bus and must not
+/// outlive it.
+class BusProperty {
+public:
+    BusProperty(SystemBus& bus, BusPropertyName name);
+
+    /// For a service that may keep changes to itself: until it announces one, it is asked again when
+    /// `askAgainAfter` has passed since the last question.
+    BusProperty(SystemBus& bus, BusPropertyName name, MonotonicClock clock,
+                std::chrono::nanoseconds askAgainAfter);
+
+    BusProperty(const BusProperty&) = delete;
+    BusProperty& operator=(const BusProperty&) = delete;
+
+    /// What has arrived by now; none while the service, its answer or the bus is missing. Never waits: the
+    /// first call only sends the question.
+    std::optional<PropertyValue> value();
+
+private:
+    struct SlotRelease {
+        void operator()(sd_bus_slot* slot) const { sd_bus_slot_unref(slot); }
+    };
+
+    using Slot = std::unique_ptr<sd_bus_slot, SlotRelease>;
+
+    void subscribe();
+    void ask();
+    bool shouldAskAgain() const;
+    Slot listen(const std::string& match, sd_bus_message_handler_t handler);
+
+    static int onAnswer(sd_bus_message* message, void* property, sd_bus_error* error);
+    static int onChange(sd_bus_message* message, void* property, sd_bus_error* error);
+    static int onOwner(sd_bus_message* message, void* property, sd_bus_error* error);
+
+    SystemBus& bus_;
+    BusPropertyName name_;
+    MonotonicClock clock_;
+    std::optional<std::chrono::nanoseconds> askAgainAfter_;
+    std::chrono::nanoseconds askedAt_{};
+    bool isAnnounced_ = false;
+    bool isAsking_ = false;
+    std::uint64_t connection_ = 0;
+    std::optional<PropertyValue> value_;
+    Slot changes_;
+    Slot owners_;
+    Slot answer_;
+};
+
+} // namespace cindertop::linux_platform

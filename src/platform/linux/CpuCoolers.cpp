@@ -1,0 +1,64 @@
+#include "platform/linux/CpuCoolers.h"
+
+#include "platform/linux/FileReading.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+constexpr std::chrono::seconds learningPeriod{30};
+
+} // namespace
+
+bool isCpuCooler(std::string_view type) {
+    return type == "Processor" || type == "intel_powerclamp" || type.starts_with("cpufreq-cpu") ||
+           type.starts_with("thermal-cpufreq-") || type.starts_with("idle-") ||
+           type.starts_with("thermal-idle-");
+}
+
+double coolerLoss(std::int64_t currentState, std::int64_t highestState) {
+    if (currentState <= 0 || highestState <= 0) {
+        return 0;
+    }
+    // In double precision: the range of a broken driver may end at the largest integer.
+    return std::min(1.0, static_cast<double>(currentState) / (static_cast<double>(highestState) + 1));
+}
+
+CpuCoolers::CpuCoolers(const Roots& roots, const MonotonicClock& clock)
+    : folder_(roots, "class/thermal", clock, learningPeriod) {}
+
+std::optional<CpuCoolers::Reading> CpuCoolers::read() {
+    learnIfOutdated();
+    Reading reading{.answering = 0, .loss = 0};
+    for (auto& cooler : coolers_) {
+        if (const auto state = cooler.currentState.integer()) {
+            ++reading.answering;
+            reading.loss = std::max(reading.loss, coolerLoss(*state, cooler.highestState));
+        }
+    }
+    return reading.answering > 0 ? std::optional(reading) : std::nullopt;
+}
+
+void CpuCoolers::learnIfOutdated() {
+    if (!folder_.isOutdated()) {
+        return;
+    }
+    coolers_.clear();
+    for (const auto& name : listFolder(folder_.path()).value_or(std::vector<std::string>{})) {
+        const auto folder = folder_.path() / name;
+        if (!name.starts_with("cooling_device") ||
+            !isCpuCooler(readAttribute(folder / "type").value_or(""))) {
+            continue;
+        }
+        if (const auto highest = readInteger(folder / "max_state"); highest && *highest > 0) {
+            coolers_.push_back(
+                {.highestState = *highest, .currentState = AttributeFile(folder / "cur_state")});
+        }
+    }
+}
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/linux/AttributeFile.h"
+#include "platform/linux/DeviceFolder.h"
+#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/Roots.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// Whether a cooling device of this type slows processors down. Fans, backlights, links, radios and chargers
+/// do not; "TCC Offset" moves a threshold and is no throttling.
+bool isCpuCooler(std::string_view type);
+
+/// The share of the processor's speed, 0 to 1, that a cooling device in this state takes away. Below 0 is
+/// idle.
+double coolerLoss(std::int64_t currentState, std::int64_t highestState);
+
+/// The cooling devices by which the kernel slows processors down. Types and ranges are kept and learnt anew
+/// when a device comes or goes, and every 30 s. Not thread-safe.
+class CpuCoolers {
+public:
+    struct Reading {
+        std::size_t answering;
+        double loss; ///< the largest, 0 to 1; above 0 while a cooler is active
+    };
+
+    CpuCoolers(const Roots& roots, const MonotonicClock& clock);
+
+    /// None when no device that can slow a processor down answers.
+    std::optional<Reading> read();
+
+private:
+    struct Cooler {
+        std::int64_t highestState;
+        AttributeFile currentState;
+    };
+
+    void learnIfOutdated();
+
+    DeviceFolder folder_;
+    std::vector<Cooler> coolers_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/linux/DesktopEnvironment.h"
+#include "platform/linux/MonotonicClock.h"
+
+#include <chrono>
+#include <compare>
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// An installed application.
+struct DesktopEntry {
+    std::string identifier; ///< without ".desktop": "org.gnome.Maps"
+    std::string path;       ///< of the entry's file
+    std::string name;       ///< in the user's language; the identifier when the entry has none
+
+    bool operator==(const DesktopEntry&) const = default;
+};
+
+/// The desktop entries of the user's machine. They are read at the first question, and again when one of
+/// their folders has changed, which is looked at every half minute at most. A broken entry is as none. Called
+/// from one thread at a time.
+class DesktopEntries {
+public:
+    explicit DesktopEntries(DesktopEnvironment environment = DesktopEnvironment::ofUser(),
+                            MonotonicClock clock = steadyClock());
+
+    std::optional<DesktopEntry> withIdentifier(std::string_view identifier);
+
+    /// The entry in this file, in whatever folder.
+    std::optional<DesktopEntry> inFile(const std::string& path);
+
+    /// The entry that starts the program in this file, with links followed. Of several the one that gives the
+    /// program the fewest options; of these, one that menus show.
+    std::optional<DesktopEntry> startingProgram(const std::string& path);
+
+    /// How many there are.
+    std::size_t count();
+
+    std::vector<std::filesystem::path> folders() const { return environment_.applicationFolders(); }
+
+private:
+    using ModificationTime = std::optional<std::filesystem::file_time_type>; ///< none: no such folder
+
+    struct IndexedEntry {
+        std::string path;
+        bool isDeleted{};                ///< hides entries of the same identifier in later folders
+        std::optional<std::string> name; ///< once it was asked for: all translations are a lot to read
+    };
+
+    /// How good a claim of an entry to a program is: the least is the best.
+    struct Claim {
+        std::size_t options{};
+        bool isHiddenInMenus{};
+        std::string identifier;
+
+        auto operator<=>(const Claim&) const = default;
+    };
+
+    void refresh();
+    void readAll();
+    void readFolder(const std::filesystem::path& folder, const std::string& prefix, int depth);
+    void readEntry(const std::filesystem::path& file, const std::string& identifier);
+    void claimProgram(const std::string& exec, Claim claim);
+    bool hasFolderChanged() const;
+    std::optional<DesktopEntry> describe(const std::string& identifier, const std::string& path) const;
+
+    DesktopEnvironment environment_;
+    MonotonicClock clock_;
+    std::optional<std::chrono::nanoseconds> lookedAt_;
+    std::map<std::filesystem::path, ModificationTime> seenFolders_;
+    std::map<std::string, IndexedEntry, std::less<>> entries_;
+    std::map<std::string, std::string> identifierByPath_;
+    std::map<std::string, Claim> claimByProgram_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/linux/AttributeFile.h"
+#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/Roots.h"
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+namespace cindertop::linux_platform {
+
+/// Tells when what was learnt about the devices of a class folder is to be learnt again: a device came, went
+/// or was replaced by another of its name, or `longest` has passed, since attributes come and go without a
+/// trace in the folder (processors that go offline, thresholds that firmware moves). Not thread-safe.
+class DeviceFolder {
+public:
+    /// `folder` below the sysfs root, for example "class/thermal".
+    DeviceFolder(const Roots& roots, const std::filesystem::path& folder, MonotonicClock clock,
+                 std::chrono::nanoseconds longest);
+
+    const std::filesystem::path& path() const { return folder_; }
+
+    /// True at the first call, and whenever the knowledge of the last "true" is outdated.
+    bool isOutdated();
+
+private:
+    bool hasOtherDevices();
+
+    std::filesystem::path folder_;
+    AttributeFile eventCounter_;
+    MonotonicClock clock_;
+    std::chrono::nanoseconds longest_;
+    std::optional<std::chrono::nanoseconds> learntAt_;
+    std::optional<std::int64_t> eventCount_;
+    std::uint64_t fingerprint_ = 0;
+};
+
+} // namespace cindertop::linux_platform

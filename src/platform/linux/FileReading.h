@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// Why a file of /proc or /sys gave no text.
+enum class FileError {
+    missing,    ///< no such file, or the device or process went away
+    denied,     ///< this user may not read it
+    unreadable, ///< the driver had no answer (ENODATA, EAGAIN, EIO, ENXIO, ...), or it is no file
+    oversized,  ///< longer than any answer that makes sense here
+};
+
+inline constexpr std::size_t attributeSizeLimit = 4096; ///< sysfs hands out one page at most
+
+/// The error that an `errno` stands for.
+FileError fileErrorOf(int number);
+
+/// The whole text of a small file, in one open. Opens never block on a FIFO and follow no terminal.
+std::expected<std::string, FileError> readTextFile(const std::filesystem::path& file,
+                                                   std::size_t limit = attributeSizeLimit);
+
+/// A decimal number that fills the whole text but for white space around it; none when it is anything else or
+/// does not fit 64 bits.
+std::optional<std::int64_t> parseInteger(std::string_view text);
+
+/// The number in a file; none for every way in which that can fail. Allocates nothing.
+std::optional<std::int64_t> readInteger(const std::filesystem::path& file);
+
+/// The text of an attribute without white space around it; none when unreadable or empty.
+std::optional<std::string> readAttribute(const std::filesystem::path& file);
+
+/// The names in a folder as people order them: "zone2" before "zone10".
+std::expected<std::vector<std::string>, FileError> listFolder(const std::filesystem::path& folder);
+
+/// What to tell a person about an error: "not there", "not permitted", ...
+std::string_view describe(FileError error);
+
+} // namespace cindertop::linux_platform

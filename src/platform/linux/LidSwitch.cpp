@@ -1,0 +1,73 @@
+#include "platform/linux/LidSwitch.h"
+
+#include "platform/linux/FileReading.h"
+#include "support/Text.h"
+
+#include <chrono>
+#include <utility>
+#include <variant>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto askAgainAfter = 2s;
+
+} // namespace
+
+std::optional<bool> parseLidState(std::string_view text) {
+    const auto line = trimmingWhitespace(text);
+    const auto colon = line.find(':');
+    if (colon == std::string_view::npos || line.substr(0, colon) != "state") {
+        return std::nullopt;
+    }
+    const auto state = trimmingWhitespace(line.substr(colon + 1));
+    if (state == "closed") {
+        return true;
+    }
+    return state == "open" ? std::optional(false) : std::nullopt;
+}
+
+LidSwitch::LidSwitch(SystemBus& bus, const Roots& roots, MonotonicClock clock)
+    : logind_(bus,
+              {.service = "org.freedesktop.login1",
+               .path = "/org/freedesktop/login1",
+               .interface = "org.freedesktop.login1.Manager",
+               .member = "LidClosed"},
+              std::move(clock), askAgainAfter),
+      folder_(roots.proc / "acpi/button/lid") {}
+
+std::optional<bool> LidSwitch::readAcpiLid() const {
+    const auto names = listFolder(folder_);
+    if (!names) {
+        return std::nullopt;
+    }
+    for (const auto& name : *names) {
+        const auto text = readTextFile(folder_ / name / "state");
+        if (const auto state = text ? parseLidState(*text) : std::nullopt) {
+            return state;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> LidSwitch::isClosed() {
+    const auto answer = logind_.value();
+    const bool* const told = answer ? std::get_if<bool>(&*answer) : nullptr;
+    const auto state = told != nullptr ? std::optional(*told) : readAcpiLid();
+    isAvailable_ = state.has_value();
+    if (told != nullptr) {
+        reason_ = "org.freedesktop.login1";
+    } else {
+        reason_ = state ? folder_.string() : "neither logind nor " + folder_.string() + " tells";
+    }
+    return state;
+}
+
+SourceStatus LidSwitch::status() const {
+    return {.name = "lid", .isAvailable = isAvailable_, .reason = reason_};
+}
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/ApplicationCatalog.h"
+#include "platform/SourceStatus.h"
+#include "platform/linux/ControlGroups.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/Roots.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace cindertop::linux_platform {
+
+/// Which installed application a process belongs to. The bundle identifier is the desktop entry's identifier
+/// without ".desktop", the bundle path the entry's file, the display name its localised name. The first of
+/// these decides:
+///   1. the unit or the sandbox of a Flatpak application
+///   2. the unit of a snap application
+///   3. the unit that the desktop made for an installed application
+///   4. the desktop entry that the process was started from
+///   5. an installed application that starts the executable
+///   6. the application of the nearest ancestor
+/// Shells, systemd and leaders of a session stand for themselves: 6 does not reach beyond them, nor out of
+/// what a terminal started; and what 5 says of them (a desktop shell is an application, too) does not pass to
+/// children.
+class LinuxApplicationCatalog final : public ApplicationCatalog {
+public:
+    /// `processes` must live as long as this.
+    LinuxApplicationCatalog(const Roots& roots, LinuxProcessTable& processes,
+                            DesktopEntries entries = DesktopEntries());
+
+    /// None: Linux has no bundles.
+    std::unique_ptr<ApplicationBundle> openBundle(const std::string& folder) override;
+    std::optional<ProcessApplication> applicationOfProcess(std::int32_t processIdentifier) override;
+
+    SourceStatus status();
+
+private:
+    /// What a process says by itself, without its ancestors.
+    struct OwnAnswer {
+        std::uint64_t identityStamp{};
+        std::shared_ptr<const ProcessApplication> application;
+        bool isForChildren = true; ///< the application holds for children without their own
+        bool standsForItself{};    ///< asks no ancestor
+        bool isTerminalChild{};
+    };
+
+    const OwnAnswer& ownAnswer(const KnownProcess& process);
+    OwnAnswer findOwnAnswer(const KnownProcess& process);
+    std::shared_ptr<const ProcessApplication> inheritedApplication(const KnownProcess& process);
+    std::optional<ProcessApplication> applicationOfUnit(const UnitApplication& unit);
+    std::optional<ProcessApplication> sandboxApplication(std::int32_t processIdentifier);
+    std::optional<ProcessApplication> launchedApplication(std::int32_t processIdentifier);
+    std::optional<ProcessApplication> executableApplication(std::int32_t processIdentifier);
+    ProcessApplication installedOr(const std::string& identifier, std::string_view name);
+    std::filesystem::path file(std::int32_t processIdentifier, std::string_view name) const;
+    void dropGoneProcesses();
+
+    std::filesystem::path proc_;
+    LinuxProcessTable& processes_;
+    DesktopEntries entries_;
+    std::unordered_map<std::int32_t, OwnAnswer> answers_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,133 @@
+#include "platform/linux/LinuxDisplayList.h"
+
+#include "platform/linux/FileReading.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+constexpr std::int32_t unreadable = 1;
+
+constexpr std::array builtInTypes = {std::string_view("eDP"), std::string_view("LVDS"),
+                                     std::string_view("DSI")};
+
+bool isNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// FNV-1a: short names of one machine do not collide.
+DisplayIdentifier identifierOf(std::string_view connector) {
+    std::uint32_t hash = 2166136261U;
+    for (const char character : connector) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
+    }
+    return hash == 0 ? 1 : hash;
+}
+
+bool says(const std::filesystem::path& attribute, std::string_view word) {
+    return readAttribute(attribute) == word;
+}
+
+} // namespace
+
+std::optional<ConnectorKind> parseConnectorName(std::string_view name) {
+    static constexpr std::string_view card = "card";
+    const auto dash = name.find('-');
+    const auto lastDash = name.rfind('-');
+    if (!name.starts_with(card) || dash == lastDash ||
+        !isNumber(name.substr(card.size(), dash - card.size())) || !isNumber(name.substr(lastDash + 1))) {
+        return std::nullopt;
+    }
+    const auto type = name.substr(dash + 1, lastDash - dash - 1);
+    if (type.empty()) {
+        return std::nullopt;
+    }
+    if (type == "Writeback") {
+        return ConnectorKind::writeback;
+    }
+    return std::ranges::find(builtInTypes, type) != builtInTypes.end() ? ConnectorKind::builtIn
+                                                                       : ConnectorKind::external;
+}
+
+LinuxDisplayList::LinuxDisplayList(LidSwitch& lid, const Roots& roots)
+    : lid_(lid), folder_(roots.sys / "class/drm") {}
+
+bool LinuxDisplayList::isLit(const std::filesystem::path& connector) const {
+    return says(connector / "status", "connected") && says(connector / "enabled", "enabled") &&
+           says(connector / "dpms", "On");
+}
+
+LinuxDisplayList::Look LinuxDisplayList::look() const {
+    const auto names = listFolder(folder_);
+    if (!names) {
+        return {.status = unreadable, .connectorCount = 0, .active = {}};
+    }
+    Look found;
+    for (const auto& name : *names) {
+        const auto kind = parseConnectorName(name);
+        if (!kind || kind == ConnectorKind::writeback) {
+            continue;
+        }
+        ++found.connectorCount;
+        if (isLit(folder_ / name)) {
+            found.active.push_back(
+                {.identifier = identifierOf(name), .isBuiltIn = kind == ConnectorKind::builtIn});
+        }
+    }
+    if (std::ranges::any_of(found.active, &Display::isBuiltIn) && lid_.isClosed().value_or(false)) {
+        std::erase_if(found.active, [](const Display& display) { return display.isBuiltIn; });
+    }
+    return found;
+}
+
+const LinuxDisplayList::Look& LinuxDisplayList::latest() const {
+    if (!latest_) {
+        latest_ = look();
+    }
+    return *latest_;
+}
+
+LinuxDisplayList::Answer LinuxDisplayList::countActiveDisplays() const {
+    latest_ = look();
+    return {.status = latest_->status,
+            .count = static_cast<std::uint32_t>(latest_->active.size()),
+            .identifiers = {}};
+}
+
+LinuxDisplayList::Answer LinuxDisplayList::activeDisplays(std::uint32_t capacity) const {
+    const auto& found = latest();
+    const auto count = std::min<std::size_t>(capacity, found.active.size());
+    Answer answer{.status = found.status,
+                  .count = static_cast<std::uint32_t>(count),
+                  .identifiers = std::vector<DisplayIdentifier>(capacity)};
+    std::ranges::transform(found.active.begin(), found.active.begin() + static_cast<std::ptrdiff_t>(count),
+                           answer.identifiers.begin(), &Display::identifier);
+    return answer;
+}
+
+bool LinuxDisplayList::isBuiltIn(DisplayIdentifier display) const {
+    return std::ranges::any_of(latest().active, [&](const Display& active) {
+        return active.identifier == display && active.isBuiltIn;
+    });
+}
+
+SourceStatus LinuxDisplayList::status() const {
+    const auto& found = latest();
+    SourceStatus status{.name = "displays", .isAvailable = false, .reason = {}};
+    if (found.status != 0) {
+        status.reason = folder_.string() + " cannot be listed";
+    } else if (found.connectorCount == 0) {
+        status.reason = "no graphics connectors";
+    } else {
+        status.isAvailable = true;
+        status.reason = folder_.string();
+    }
+    return status;
+}
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/DisplayList.h"
+#include "platform/SourceStatus.h"
+#include "platform/linux/LidSwitch.h"
+#include "platform/linux/Roots.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// What a connector's folder name says.
+enum class ConnectorKind { builtIn, external, writeback };
+
+/// The kind of "card1-eDP-1" or "card0-HDMI-A-2"; none for a name of another shape ("card0", "renderD128").
+std::optional<ConnectorKind> parseConnectorName(std::string_view name);
+
+/// The connectors of /sys/class/drm that show a picture: connected, enabled and not switched off. A built-in
+/// panel under a closed lid shows none. Called from one thread at a time, that of the lid's bus.
+///
+/// `countActiveDisplays` looks at the machine; `activeDisplays` and `isBuiltIn` answer from that same look.
+/// An identifier is made from the connector's name: it stays the same while the machine runs, and is never 0.
+class LinuxDisplayList final : public DisplayList {
+public:
+    /// `lid` must outlive the list.
+    explicit LinuxDisplayList(LidSwitch& lid, const Roots& roots = {});
+
+    Answer countActiveDisplays() const override;
+    Answer activeDisplays(std::uint32_t capacity) const override;
+    bool isBuiltIn(DisplayIdentifier display) const override;
+
+    /// "displays", as the latest look found them.
+    SourceStatus status() const;
+
+private:
+    struct Display {
+        DisplayIdentifier identifier;
+        bool isBuiltIn;
+    };
+
+    struct Look {
+        std::int32_t status = 0;
+        std::size_t connectorCount = 0;
+        std::vector<Display> active;
+    };
+
+    Look look() const;
+    bool isLit(const std::filesystem::path& connector) const;
+    const Look& latest() const;
+
+    LidSwitch& lid_;
+    std::filesystem::path folder_;
+    mutable std::optional<Look> latest_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/SourceStatus.h"
+#include "platform/linux/HwmonSensors.h"
+#include "platform/linux/LidSwitch.h"
+#include "platform/linux/LinuxApplicationCatalog.h"
+#include "platform/linux/LinuxDisplayList.h"
+#include "platform/linux/LinuxHostStatistics.h"
+#include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxProcessInformation.h"
+#include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/LinuxSystemValues.h"
+#include "platform/linux/LinuxTemperatureEvents.h"
+#include "platform/linux/LinuxThermalPressureNotifications.h"
+#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/PowerProfile.h"
+#include "platform/linux/Roots.h"
+#include "platform/linux/SystemBus.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/ThermalZones.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// All services of a Linux machine. They belong to the one thread that samples, and must not outlive this.
+class LinuxMachine {
+public:
+    /// `bundleIdentifier` is that of the application that this program is, if it is one.
+    explicit LinuxMachine(const Roots& roots = {}, std::optional<std::string> bundleIdentifier = std::nullopt,
+                          const MonotonicClock& monotonicClock = steadyClock());
+
+    LinuxMachine(const LinuxMachine&) = delete;
+    LinuxMachine& operator=(const LinuxMachine&) = delete;
+
+    const Clock& clock() const { return clock_; }
+
+    const ProcessInformation& processInformation() const { return processInformation_; }
+
+    const std::shared_ptr<ThermalPressureNotifications>& thermalPressure() const { return thermalPressure_; }
+
+    TemperatureEvents& temperatureEvents() { return temperatureEvents_; }
+
+    const DisplayList& displays() const { return displays_; }
+
+    const PowerSources& powerSources() const { return powerSources_; }
+
+    const HostStatistics& hostStatistics() const { return hostStatistics_; }
+
+    ProcessTable& processes() { return processes_; }
+
+    ApplicationCatalog& applications() { return applications_; }
+
+    const SystemValues& systemValues() const { return systemValues_; }
+
+    /// Every source of facts, as the latest reads found it.
+    std::vector<SourceStatus> sources();
+
+private:
+    SystemClock clock_;
+    SystemBus bus_;
+    PowerProfile powerProfile_;
+    LidSwitch lid_;
+    ThermalZones zones_;
+    HwmonSensors sensors_;
+    LinuxProcessInformation processInformation_;
+    std::shared_ptr<LinuxThermalPressureNotifications> throttling_;
+    std::shared_ptr<ThermalPressureNotifications> thermalPressure_; ///< the same, as callers know it
+    LinuxTemperatureEvents temperatureEvents_;
+    LinuxDisplayList displays_;
+    LinuxPowerSources powerSources_;
+    LinuxHostStatistics hostStatistics_;
+    LinuxProcessTable processes_;
+    LinuxApplicationCatalog applications_;
+    LinuxSystemValues systemValues_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,114 @@
+#include "platform/linux/LinuxPowerSources.h"
+
+#include "platform/linux/PowerOverview.h"
+
+#include <chrono>
+#include <utility>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto readingLifetime = 100ms;
+
+template <typename Value>
+std::optional<PropertyValue> property(const std::optional<Value>& value) {
+    return value.transform([](Value known) { return PropertyValue(known); });
+}
+
+class BatteryEntry final : public PowerSourceEntry {
+public:
+    BatteryEntry(const BatteryPack& pack, std::optional<bool> isExternallyPowered)
+        : pack_(pack), isExternallyPowered_(isExternallyPowered) {}
+
+    std::optional<PropertyValue> property(std::string_view key) const override {
+        using linux_platform::property;
+        if (key == "BatteryInstalled") {
+            return PropertyValue(true);
+        }
+        if (key == "CurrentCapacity") {
+            return property(pack_.currentCapacity);
+        }
+        if (key == "MaxCapacity") {
+            return property(pack_.maxCapacity);
+        }
+        if (key == "IsCharging") {
+            return property(pack_.isCharging);
+        }
+        if (key == "FullyCharged") {
+            return property(pack_.isFullyCharged);
+        }
+        if (key == "ExternalConnected") {
+            return property(isExternallyPowered_);
+        }
+        return key == "Temperature" ? property(pack_.deciKelvin) : std::nullopt;
+    }
+
+private:
+    BatteryPack pack_;
+    std::optional<bool> isExternallyPowered_;
+};
+
+class EntryIterator final : public PowerSourceIterator {
+public:
+    explicit EntryIterator(std::unique_ptr<PowerSourceEntry> only) : only_(std::move(only)) {}
+
+    std::unique_ptr<PowerSourceEntry> next() override { return std::move(only_); }
+
+private:
+    std::unique_ptr<PowerSourceEntry> only_;
+};
+
+} // namespace
+
+LinuxPowerSources::LinuxPowerSources(const Roots& roots, MonotonicClock clock)
+    : folder_(roots.sys / "class/power_supply"), clock_(std::move(clock)) {}
+
+const LinuxPowerSources::Supplies& LinuxPowerSources::supplies() const {
+    const auto now = clock_();
+    if (!latest_ || now - latest_->at >= readingLifetime) {
+        latest_ = Reading{.at = now, .supplies = readPowerSupplies(folder_)};
+    }
+    return latest_->supplies;
+}
+
+std::optional<std::string> LinuxPowerSources::providingPowerSourceType() const {
+    const auto& read = supplies();
+    if (!read) {
+        return std::nullopt;
+    }
+    return providingSource(*read).transform([](std::string_view source) { return std::string(source); });
+}
+
+std::unique_ptr<PowerSourceIterator> LinuxPowerSources::matchingServices(std::string_view className) const {
+    if (className != "IOPMPowerSource") {
+        return std::make_unique<EntryIterator>(nullptr);
+    }
+    const auto& read = supplies();
+    if (!read) {
+        return nullptr;
+    }
+    const auto pack = combineBatteries(*read);
+    return std::make_unique<EntryIterator>(
+        pack ? std::make_unique<BatteryEntry>(*pack, isExternallyPowered(*read)) : nullptr);
+}
+
+SourceStatus LinuxPowerSources::status() const {
+    const auto& read = latest_ ? latest_->supplies : supplies();
+    SourceStatus status{.name = "power supplies", .isAvailable = false, .reason = {}};
+    if (!read) {
+        status.reason = folder_.string() + " is " + std::string(describe(read.error()));
+    } else if (read->empty()) {
+        status.reason = "no battery and no mains adapter listed";
+    } else if (!providingSource(*read)) {
+        status.reason = "the power supplies do not answer";
+    } else {
+        status.isAvailable = true;
+        status.reason = folder_.string();
+    }
+    return status;
+}
+
+} // namespace cindertop::linux_platform

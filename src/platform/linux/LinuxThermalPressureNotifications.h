@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/SourceStatus.h"
+#include "platform/ThermalPressureNotifications.h"
+#include "platform/linux/CpuCoolers.h"
+#include "platform/linux/FrequencyCaps.h"
+#include "platform/linux/ThermalZones.h"
+#include "platform/linux/ThrottleCounters.h"
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <set>
+
+namespace cindertop::linux_platform {
+
+/// The raw pressure, 0 to 4, for a loss of processor speed (0 to 1) and what the thermal zones say; never
+/// less than the zones.
+std::uint64_t rawThermalPressure(double loss, const ThermalZoneReading& zones);
+
+/// The thermal pressure of a Linux machine: how far heat slows its processors down, and how close its zones
+/// are to their limits. Any thread may call. Statuses: 1 no such name, 2 no such token, 3 nothing on this
+/// machine tells.
+class LinuxThermalPressureNotifications : public ThermalPressureNotifications {
+public:
+    /// `zones` must outlive this object.
+    LinuxThermalPressureNotifications(const Roots& roots, const MonotonicClock& clock, ThermalZones& zones);
+
+    Registration registerCheck(std::string_view name) override;
+    State state(std::int32_t token) override;
+    void cancel(std::int32_t token) override;
+
+    SourceStatus status() const;
+
+private:
+    struct Throttling {
+        std::optional<CpuCoolers::Reading> coolers;
+        std::optional<ThrottleCounters::Reading> counters;
+
+        bool isKnown() const { return coolers || counters; }
+    };
+
+    void readThrottling();
+    double loss();
+
+    mutable std::mutex mutex_;
+    ThermalZones& zones_;
+    CpuCoolers coolers_;
+    FrequencyCaps caps_;
+    ThrottleCounters counters_;
+    std::optional<Throttling> latest_;
+    std::set<std::int32_t> tokens_;
+    std::int32_t nextToken_ = 1;
+};
+
+} // namespace cindertop::linux_platform

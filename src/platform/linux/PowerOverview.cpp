@@ -1,0 +1,177 @@
+#include "platform/linux/PowerOverview.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+using Batteries = std::vector<PowerSupply>;
+using Kind = PowerSupply::Kind;
+using Status = PowerSupply::Status;
+
+struct Amount {
+    std::int64_t now;
+    std::int64_t full;
+};
+
+std::optional<Amount> amount(std::optional<std::int64_t> now, std::optional<std::int64_t> full) {
+    if (!now || !full || *full <= 0) {
+        return std::nullopt;
+    }
+    return Amount{.now = *now, .full = *full};
+}
+
+std::optional<Amount> chargeOf(const PowerSupply& battery) {
+    return amount(battery.chargeNow, battery.chargeFull);
+}
+
+std::optional<Amount> energyOf(const PowerSupply& battery) {
+    return amount(battery.energyNow, battery.energyFull);
+}
+
+std::optional<Amount> capacityOf(const PowerSupply& battery) {
+    return amount(battery.capacity, 100);
+}
+
+/// Halves go up.
+Amount asPercentage(const Amount& amount) {
+    return {.now = (amount.now * 100 + amount.full / 2) / amount.full, .full = 100};
+}
+
+std::optional<Amount> percentageOf(const PowerSupply& battery) {
+    return capacityOf(battery)
+        .or_else([&] { return energyOf(battery).transform(asPercentage); })
+        .or_else([&] { return chargeOf(battery).transform(asPercentage); });
+}
+
+template <typename Measure>
+std::optional<Amount> sumOf(const Batteries& batteries, Measure measure) {
+    Amount sum{.now = 0, .full = 0};
+    for (const auto& battery : batteries) {
+        const auto part = measure(battery);
+        if (!part) {
+            return std::nullopt;
+        }
+        sum.now += part->now;
+        sum.full += part->full;
+    }
+    return sum;
+}
+
+std::optional<Amount> fillOf(const Batteries& batteries) {
+    if (batteries.size() == 1) {
+        const auto& battery = batteries.front();
+        return capacityOf(battery).or_else([&] { return chargeOf(battery); }).or_else([&] {
+            return energyOf(battery);
+        });
+    }
+    return sumOf(batteries, energyOf).or_else([&] { return sumOf(batteries, chargeOf); }).or_else([&] {
+        return sumOf(batteries, percentageOf);
+    });
+}
+
+bool hasNoStatus(const PowerSupply& supply) {
+    return !supply.status;
+}
+
+std::optional<bool> isOneCharging(const Batteries& batteries) {
+    if (std::ranges::find(batteries, Status::charging, &PowerSupply::status) != batteries.end()) {
+        return true;
+    }
+    return std::ranges::any_of(batteries, hasNoStatus) ? std::nullopt : std::optional(false);
+}
+
+std::optional<bool> areAllFull(const Batteries& batteries) {
+    const bool isOneNotFull = std::ranges::any_of(batteries, [](const PowerSupply& battery) {
+        return battery.status && battery.status != Status::full;
+    });
+    if (isOneNotFull) {
+        return false;
+    }
+    return std::ranges::any_of(batteries, hasNoStatus) ? std::nullopt : std::optional(true);
+}
+
+std::optional<std::int64_t> warmestDeciKelvin(const Batteries& batteries) {
+    constexpr std::int64_t zeroCelsius = 2732;
+    // An absent temperature compares below every other.
+    return std::ranges::max(batteries, {}, &PowerSupply::temperature)
+        .temperature.transform([](std::int64_t tenths) { return tenths + zeroCelsius; });
+}
+
+Batteries batteriesOf(const std::vector<PowerSupply>& supplies) {
+    Batteries batteries;
+    std::ranges::copy_if(supplies, std::back_inserter(batteries), &PowerSupply::isSystemBattery);
+    return batteries;
+}
+
+bool isDischargingUps(const PowerSupply& supply) {
+    return supply.kind == Kind::ups && supply.status == Status::discharging;
+}
+
+bool isUpsOnMains(const PowerSupply& supply) {
+    return supply.kind == Kind::ups &&
+           (supply.isOnline.value_or(false) || (supply.status && supply.status != Status::discharging));
+}
+
+bool isOfKnownKind(const PowerSupply& supply) {
+    return supply.kind && supply.kind != Kind::other;
+}
+
+} // namespace
+
+std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies) {
+    const auto batteries = batteriesOf(supplies);
+    if (batteries.empty()) {
+        return std::nullopt;
+    }
+    const auto fill = fillOf(batteries);
+    return BatteryPack{
+        .currentCapacity = fill.transform([](const Amount& sum) { return sum.now; }),
+        .maxCapacity = fill.transform([](const Amount& sum) { return sum.full; }),
+        .isCharging = isOneCharging(batteries),
+        .isFullyCharged = areAllFull(batteries),
+        .deciKelvin = warmestDeciKelvin(batteries),
+    };
+}
+
+std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies) {
+    bool isAnyListed = false;
+    bool isAnySilent = false;
+    for (const auto& supply : supplies) {
+        if (!supply.isExternal()) {
+            continue;
+        }
+        if (supply.isOnline.value_or(false)) {
+            return true;
+        }
+        isAnyListed = true;
+        isAnySilent = isAnySilent || !supply.isOnline;
+    }
+    if (isAnySilent) {
+        return std::nullopt;
+    }
+    return !isAnyListed && isOneCharging(batteriesOf(supplies)).value_or(false);
+}
+
+std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies) {
+    if (std::ranges::any_of(supplies, isDischargingUps)) {
+        return "UPS Power";
+    }
+    const auto isExternal = isExternallyPowered(supplies);
+    if (isExternal.value_or(false) || std::ranges::any_of(supplies, isUpsOnMains)) {
+        return "AC Power";
+    }
+    if (std::ranges::none_of(supplies, isOfKnownKind)) {
+        const bool isAnySilent =
+            std::ranges::any_of(supplies, [](const PowerSupply& supply) { return !supply.kind; });
+        return isAnySilent ? std::nullopt : std::optional<std::string_view>("AC Power");
+    }
+    if (!isExternal) {
+        return std::nullopt;
+    }
+    return std::ranges::any_of(supplies, &PowerSupply::isSystemBattery) ? "Battery Power" : "Off Line";
+}
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/linux/PowerSupply.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// All batteries of the machine taken as one. Each part is absent when the batteries together cannot tell it.
+struct BatteryPack {
+    std::optional<std::int64_t> currentCapacity; ///< in the unit of `maxCapacity`, whichever that is
+    std::optional<std::int64_t> maxCapacity;     ///< present exactly when `currentCapacity` is
+    std::optional<bool> isCharging;
+    std::optional<bool> isFullyCharged;
+    std::optional<std::int64_t> deciKelvin; ///< of the warmest battery
+
+    bool operator==(const BatteryPack&) const = default;
+};
+
+/// None without a battery.
+///
+/// Charge: one battery is `capacity` of 100, else its charge or energy. Several add up in one unit that all
+/// of them have; where there is none (one counts charge, another energy or percent only), their percentages
+/// add up. One battery that tells nothing leaves the whole unknown: a sum without it would jump when it
+/// answers again.
+std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies);
+
+/// Whether power comes from outside; none when a supply does not answer and no other is on. A battery that
+/// charges proves it where the machine lists no external supply at all, as some boards do.
+std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies);
+
+/// "AC Power", "UPS Power", "Battery Power", "Off Line", or none when the supplies do not answer.
+///
+/// A UPS that discharges comes first: the adapter that it feeds stays online. A UPS at rest or charging
+/// passes the mains through.
+std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies);
+
+} // namespace cindertop::linux_platform

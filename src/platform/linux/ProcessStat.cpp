@@ -1,0 +1,87 @@
+#include "platform/linux/ProcessStat.h"
+
+#include "support/Text.h"
+
+#include <array>
+#include <charconv>
+#include <system_error>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+/// Field numbers as the manual page of /proc counts them, from 1; the name is field 2.
+enum Field : std::size_t { state = 3, parent = 4, session = 6, flags = 9, startTicks = 22, startStack = 28 };
+
+/// The words behind the name, which are the fields from `state` on.
+class Words {
+public:
+    explicit Words(std::string_view text) {
+        for (auto& word : words_) {
+            const auto end = text.find(' ');
+            word = text.substr(0, end);
+            text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
+        }
+    }
+
+    std::string_view at(Field field) const { return words_[field - Field::state]; }
+
+    template <typename Number>
+    std::optional<Number> number(Field field) const {
+        const auto word = at(field);
+        Number value{};
+        const auto [stop, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+        return error == std::errc{} && stop == word.data() + word.size() ? std::optional(value)
+                                                                         : std::nullopt;
+    }
+
+private:
+    std::array<std::string_view, Field::startStack - Field::state + 1> words_;
+};
+
+} // namespace
+
+std::optional<ProcessStat> parseProcessStat(std::string_view line) {
+    const auto open = line.find('(');
+    const auto close = line.rfind(')');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open ||
+        close + 2 > line.size()) {
+        return std::nullopt;
+    }
+    const Words words(line.substr(close + 2));
+    const auto parent = words.number<std::int32_t>(Field::parent);
+    const auto session = words.number<std::int32_t>(Field::session);
+    const auto flags = words.number<std::uint32_t>(Field::flags);
+    const auto startTicks = words.number<std::uint64_t>(Field::startTicks);
+    const auto startStack = words.number<std::uint64_t>(Field::startStack);
+    if (words.at(Field::state).size() != 1 || !parent || !session || !flags || !startTicks || !startStack) {
+        return std::nullopt;
+    }
+    return ProcessStat{.name = std::string(line.substr(open + 1, close - open - 1)),
+                       .state = words.at(Field::state).front(),
+                       .parent = *parent,
+                       .session = *session,
+                       .flags = *flags,
+                       .startTicks = *startTicks,
+                       .startStack = *startStack};
+}
+
+std::string_view steadyName(std::string_view kernelThreadName) {
+    constexpr std::string_view worker = "kworker/";
+    constexpr std::string_view rescuer = "kworker/R-"; // here the dash belongs to the name
+    if (!kernelThreadName.starts_with(worker) || kernelThreadName.starts_with(rescuer)) {
+        return kernelThreadName;
+    }
+    return kernelThreadName.substr(0, kernelThreadName.find_first_of("-+"));
+}
+
+std::string_view uncutName(std::string_view shortName, std::string_view commandLine) {
+    if (shortName.size() != shortNameLimit) {
+        return shortName;
+    }
+    const auto program = untilZeroByte(commandLine);
+    const auto name = program.substr(program.rfind('/') + 1); // no "/": npos + 1 is 0
+    return name.starts_with(shortName) ? name : shortName;
+}
+
+} // namespace cindertop::linux_platform

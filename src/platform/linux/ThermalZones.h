@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/SourceStatus.h"
+#include "platform/linux/AttributeFile.h"
+#include "platform/linux/DeviceFolder.h"
+#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/Roots.h"
+#include "platform/linux/ThermalTrips.h"
+
+#include <chrono>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::linux_platform {
+
+/// Readings younger than this are one reading: who asks for the state, the pressure and the sensors in one
+/// tick gets the same answer, and no file is read twice for it.
+inline constexpr std::chrono::milliseconds sameReadingWindow{50};
+
+/// What all zones say together.
+struct ThermalZoneReading {
+    int state = -1;         ///< 0 nominal, 1 fair, 2 serious, 3 critical; -1 when no zone answers
+    bool isAtLimit = false; ///< a hot trip is crossed or a critical one at most 3 °C away
+
+    bool operator==(const ThermalZoneReading&) const = default;
+};
+
+struct ThermalZoneIdentity {
+    std::string name; ///< of its folder, "thermal_zone0"
+    std::string type; ///< "acpitz", "x86_pkg_temp", "cpu-thermal", ...
+
+    bool operator==(const ThermalZoneIdentity&) const = default;
+};
+
+/// The kernel's thermal zones. Types and trips are kept and learnt anew when a device comes or goes, and
+/// every 30 s, because firmware and thermal daemons move trips; modes and temperatures are read each time.
+/// Any thread may call.
+class ThermalZones {
+public:
+    ThermalZones(const Roots& roots, MonotonicClock clock);
+
+    /// Reads the zones that speak for the machine, unless that was done just now.
+    ThermalZoneReading read();
+
+    /// Every zone there is, in the order of their numbers.
+    std::vector<ThermalZoneIdentity> zones();
+
+    /// The temperature of one zone; none when there is no such zone or it has no answer now.
+    std::optional<MilliCelsius> temperature(std::string_view zoneName);
+
+    SourceStatus status() const;
+
+private:
+    struct Attempt {
+        std::chrono::nanoseconds at;
+        std::optional<MilliCelsius> temperature;
+    };
+
+    struct Zone {
+        ThermalZoneIdentity identity;
+        bool isMachines; ///< its trips count
+        TripPoints points;
+        AttributeFile mode;
+        AttributeFile temperature;
+        std::optional<Attempt> latest;
+    };
+
+    void learnIfOutdated();
+    std::optional<Zone> learn(const std::string& name) const;
+    bool isRecent(std::chrono::nanoseconds at) const;
+    std::optional<MilliCelsius> temperatureOf(Zone& zone) const;
+    ThermalZoneReading readAll();
+
+    mutable std::mutex mutex_;
+    MonotonicClock clock_;
+    std::filesystem::path supplies_;
+    DeviceFolder folder_;
+    std::vector<Zone> zones_;
+    std::optional<std::chrono::nanoseconds> readAt_;
+    ThermalZoneReading reading_;
+    std::size_t answering_ = 0;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,186 @@
+#include "DesktopTree.h"
+#include "ScriptedProcesses.h"
+#include "platform/linux/ApplicationMarks.h"
+#include "platform/linux/LinuxApplicationCatalog.h"
+
+#include <gtest/gtest.h>
+
+namespace cindertop::linux_platform {
+namespace {
+
+constexpr std::string_view userManager = "0::/user.slice/user-1000.slice/user@1000.service/";
+
+class LinuxApplicationCatalogTest : public testing::Test {
+protected:
+    LinuxApplicationCatalogTest() {
+        browser = desktop.program("lib/browser/browser");
+        shell = desktop.program("lib/desktop-shell");
+        desktop.entry("share", "browser", "Name=Browser\nName[de]=Webbrowser\nExec=" + browser + " %U")
+            .entry("share", "org.a.Shell", "Name=Shell\nExec=" + shell)
+            .entry("share", "org.a.Maps", "Name=Karten")
+            .entry("share", "mail", "Name=Post")
+            .entry("share", "firefox_firefox", "Name=Feuerfuchs")
+            .entry("share", "terminal", "Name=Terminal");
+    }
+
+    void unit(std::int32_t process, std::string_view below) {
+        machine.file(process, "cgroup", std::string(userManager) + std::string(below) + "\n");
+    }
+
+    void launchedFrom(std::int32_t process, const std::string& file, std::int32_t launched) {
+        machine.file(process, "environ",
+                     "A=b" + std::string(1, '\0') + "GIO_LAUNCHED_DESKTOP_FILE=" + file +
+                         std::string(1, '\0') + "GIO_LAUNCHED_DESKTOP_FILE_PID=" + std::to_string(launched) +
+                         std::string(1, '\0'));
+    }
+
+    /// The display name of the application, or "none".
+    std::string application(std::int32_t process) {
+        processes.countProcesses();
+        processes.accounting(process);
+        const auto found = catalog.applicationOfProcess(process);
+        return found ? found->displayName : "none";
+    }
+
+    ScriptedMachine machine;
+    DesktopTree desktop;
+    std::string browser;
+    std::string shell;
+    std::uint64_t started = 100;
+    LinuxProcessTable processes{machine.tree().roots(), machine.clocks()};
+    LinuxApplicationCatalog catalog{machine.tree().roots(), processes, desktop.entries()};
+};
+
+TEST_F(LinuxApplicationCatalogTest, DescribesAnInstalledApplication) {
+    machine.run({.identifier = 42, .name = "browser"}).executable(42, browser);
+    EXPECT_EQ(
+        catalog.applicationOfProcess(42),
+        (ProcessApplication{desktop.path("share/applications/browser.desktop"), "browser", "Webbrowser"}));
+    EXPECT_EQ(catalog.openBundle("/Applications/Maps.app"), nullptr);
+    EXPECT_EQ(catalog.status(), (SourceStatus{"applications", true, "6 desktop entries"}));
+}
+
+TEST_F(LinuxApplicationCatalogTest, TheStrongerMarkWins) {
+    machine.run({.identifier = 42, .name = "process"});
+    const auto now = [&] {
+        machine.run({.identifier = 42, .name = "process", .startTicks = ++started});
+        return application(42);
+    };
+    EXPECT_EQ(now(), "none");
+    machine.run({.identifier = 41, .name = "browser"}).executable(41, browser);
+    EXPECT_EQ(now(), "none"); // not its parent
+    machine.executable(42, browser);
+    EXPECT_EQ(now(), "Webbrowser");
+    launchedFrom(42, desktop.path("share/applications/mail.desktop"), 42);
+    EXPECT_EQ(now(), "Post");
+    unit(42, "app.slice/app-gnome-terminal-77.scope");
+    EXPECT_EQ(now(), "Terminal");
+    unit(42, "app.slice/snap.firefox.firefox-4706fe54-7802-4808-aa7e-ae8b567239e0.scope");
+    EXPECT_EQ(now(), "Feuerfuchs");
+    machine.file(42, "root/.flatpak-info", "[Application]\nname=org.a.Maps\n");
+    EXPECT_EQ(now(), "Karten");
+    unit(42, "app.slice/app-flatpak-org.b.Weather-77.scope");
+    EXPECT_EQ(now(), "Weather");
+}
+
+TEST_F(LinuxApplicationCatalogTest, NamesSandboxesWithoutAnEntry) {
+    machine.run({.identifier = 42, .name = "a"})
+        .run({.identifier = 43, .name = "b"})
+        .run({.identifier = 44, .name = "c"});
+    unit(42, "app.slice/app-flatpak-org.b.Weather-77.scope");
+    machine.file(43, "root/.flatpak-info", "[Application]\nname=org.c.Chess\n");
+    unit(44, "app.slice/snap.code.insiders-4706fe54-7802-4808-aa7e-ae8b567239e0.scope");
+    EXPECT_EQ(catalog.applicationOfProcess(42), (ProcessApplication{"", "org.b.Weather", "Weather"}));
+    EXPECT_EQ(catalog.applicationOfProcess(43), (ProcessApplication{"", "org.c.Chess", "Chess"}));
+    EXPECT_EQ(catalog.applicationOfProcess(44), (ProcessApplication{"", "code_insiders", "code"}));
+}
+
+TEST_F(LinuxApplicationCatalogTest, TakesAnAmbiguousUnitOnlyForAnInstalledApplication) {
+    machine.run({.identifier = 42, .name = "a"}).run({.identifier = 43, .name = "b"});
+    unit(42, "app.slice/app-gnome-org.a.Maps-77.scope");
+    unit(43, "app.slice/app-gnome-org.b.Unknown-77.scope");
+    EXPECT_EQ(application(42), "Karten");
+    EXPECT_EQ(application(43), "none");
+}
+
+TEST_F(LinuxApplicationCatalogTest, AnInheritedLaunchSpeaksOfTheParent) {
+    machine.run({.identifier = 42, .name = "a"}).run({.identifier = 43, .name = "b"});
+    launchedFrom(42, desktop.path("share/applications/mail.desktop"), 41);
+    desktop.tree().write("Desktop/own.desktop", "[Desktop Entry]\nType=Application\nName=Eigenes\n");
+    launchedFrom(43, desktop.path("Desktop/own.desktop"), 43);
+    EXPECT_EQ(application(42), "none");
+    EXPECT_EQ(application(43), "Eigenes");
+}
+
+TEST_F(LinuxApplicationCatalogTest, HelpersBelongToTheNearestAncestor) {
+    machine.run({.identifier = 40, .name = "browser"}).executable(40, browser);
+    machine.run({.identifier = 41, .name = "zygote", .parent = 40});
+    machine.run({.identifier = 42, .name = "renderer", .parent = 41});
+    EXPECT_EQ(application(42), "Webbrowser");
+    // The helpers' answer goes with the parent's: it is another program now.
+    machine.executable(40, "/usr/bin/other").run({.identifier = 40, .name = "other"});
+    processes.countProcesses();
+    processes.accounting(40);
+    EXPECT_EQ(application(41), "none");
+}
+
+TEST_F(LinuxApplicationCatalogTest, NothingPassesThroughShellsTerminalsAndLeaders) {
+    machine.run({.identifier = 40, .name = "terminal"});
+    launchedFrom(40, desktop.path("share/applications/terminal.desktop"), 40);
+    machine.run({.identifier = 41, .name = "bash", .parent = 40})
+        .run({.identifier = 42, .name = "make", .parent = 41})
+        .run({.identifier = 43, .name = "systemd", .parent = 40})
+        .run({.identifier = 44, .name = "daemon", .parent = 43})
+        .run({.identifier = 45, .name = "leader", .parent = 40, .session = 45})
+        .run({.identifier = 46, .name = "worker", .parent = 45, .session = 45})
+        .run({.identifier = 47, .name = "vim", .parent = 40})
+        .run({.identifier = 48, .name = "helper", .parent = 40});
+    unit(47, "app.slice/app-org.gnome.Terminal.slice/vte-spawn-4706fe54-7802-4808-aa7e-ae8b567239e0.scope");
+    for (const auto process : {41, 42, 43, 44, 45, 46, 47}) {
+        EXPECT_EQ(application(process), "none") << process;
+    }
+    EXPECT_EQ(application(48), "Terminal");
+}
+
+TEST_F(LinuxApplicationCatalogTest, ADesktopShellKeepsItsNameToItself) {
+    machine.run({.identifier = 40, .name = "desktop-shell", .session = 40}).executable(40, shell);
+    unit(40, "session.slice/org.a.Shell.service");
+    machine.run({.identifier = 41, .name = "child", .parent = 40});
+    EXPECT_EQ(application(40), "Shell");
+    EXPECT_EQ(application(41), "none");
+    // A service of its own leads a session, too.
+    machine.run({.identifier = 50, .name = "browser", .session = 50}).executable(50, browser);
+    unit(50, "app.slice/dbus-:1.2-browser@0.service");
+    machine.run({.identifier = 51, .name = "child", .parent = 50, .session = 50});
+    EXPECT_EQ(application(51), "Webbrowser");
+}
+
+TEST_F(LinuxApplicationCatalogTest, SaysNothingOfKernelThreadsCirclesAndTheGone) {
+    machine.run({.identifier = 9, .name = "kthread", .parent = 2, .flags = 0x00200000})
+        .executable(9, browser);
+    machine.run({.identifier = 42, .name = "a", .parent = 43})
+        .run({.identifier = 43, .name = "b", .parent = 42});
+    machine.run({.identifier = 44, .name = "orphan", .parent = 77});
+    for (const auto process : {9, 42, 44, 4711}) {
+        EXPECT_EQ(application(process), "none") << process;
+    }
+}
+
+TEST(ApplicationMarks, ReadsTheSandboxFileAndTheEnvironment) {
+    EXPECT_EQ(flatpakApplication("[Application]\nname=org.a.Maps\nruntime=x\n\n[Instance]\nname=no\n"),
+              "org.a.Maps");
+    for (const auto* const text :
+         {"[Runtime]\nname=org.a.Platform\n", "[Application]\nname=\n", "noise", ""}) {
+        EXPECT_FALSE(flatpakApplication(text)) << text;
+    }
+    using namespace std::string_view_literals;
+    const auto good = "X=GIO_LAUNCHED_DESKTOP_FILE=/no\0GIO_LAUNCHED_DESKTOP_FILE=/a.desktop\0"
+                      "GIO_LAUNCHED_DESKTOP_FILE_PID=42"sv; // the last one unfinished
+    EXPECT_EQ(launchedDesktopFile(good, 42), "/a.desktop");
+    EXPECT_FALSE(launchedDesktopFile(good, 4));
+    EXPECT_FALSE(launchedDesktopFile("GIO_LAUNCHED_DESKTOP_FILE=a\0GIO_LAUNCHED_DESKTOP_FILE_PID=4"sv, 4));
+    EXPECT_FALSE(launchedDesktopFile("\0\0="sv, 4));
+}
+
+} // namespace
+} // namespace cindertop::linux_platform

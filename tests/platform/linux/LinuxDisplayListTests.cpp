@@ -1,0 +1,170 @@
+#include "FixtureMachine.h"
+#include "PrivateBus.h"
+#include "ScriptedService.h"
+#include "TemporaryTree.h"
+#include "platform/linux/LidSwitch.h"
+#include "platform/linux/LinuxDisplayList.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+namespace cindertop::linux_platform {
+namespace {
+
+using namespace std::chrono_literals;
+
+const BusPropertyName lidClosed{.service = "org.freedesktop.login1",
+                                .path = "/org/freedesktop/login1",
+                                .interface = "org.freedesktop.login1.Manager",
+                                .member = "LidClosed"};
+
+TEST(Connector, IsToldByItsName) {
+    struct Case {
+        std::string_view name;
+        std::optional<ConnectorKind> kind;
+    };
+
+    for (const auto& [name, kind] : std::to_array<Case>({
+             {"card0-eDP-1", ConnectorKind::builtIn},
+             {"card1-LVDS-1", ConnectorKind::builtIn},
+             {"card12-DSI-2", ConnectorKind::builtIn},
+             {"card1-HDMI-A-1", ConnectorKind::external},
+             {"card0-Virtual-1", ConnectorKind::external},
+             {"card1-Writeback-1", ConnectorKind::writeback},
+             {"card0", std::nullopt},
+             {"card0-", std::nullopt},
+             {"card0-eDP", std::nullopt},
+             {"card0--1", std::nullopt},
+             {"card-eDP-1", std::nullopt},
+             {"renderD128", std::nullopt},
+             {"version", std::nullopt},
+             {"", std::nullopt},
+         })) {
+        EXPECT_EQ(parseConnectorName(name), kind) << name;
+    }
+}
+
+TEST(LidState, IsOpenClosedOrUnknown) {
+    EXPECT_EQ(parseLidState("state:      open\n"), false);
+    EXPECT_EQ(parseLidState("state:      closed\n"), true);
+    for (const auto* const text : {"", "state:", "state:      unsupported\n", "open\n", "type: open\n"}) {
+        EXPECT_EQ(parseLidState(text), std::nullopt) << text;
+    }
+}
+
+struct Displays {
+    std::int32_t status;
+    std::uint32_t count;
+    std::uint32_t builtIn;
+
+    bool operator==(const Displays&) const = default;
+};
+
+/// As the provider asks: the count, then as many identifiers.
+Displays ask(const LinuxDisplayList& list) {
+    const auto counted = list.countActiveDisplays();
+    const auto listed = list.activeDisplays(counted.count);
+    EXPECT_EQ(listed.count, counted.count);
+    std::uint32_t builtIn = 0;
+    for (const auto identifier : listed.identifiers) {
+        EXPECT_NE(identifier, 0U);
+        builtIn += list.isBuiltIn(identifier) ? 1U : 0U;
+    }
+    return {.status = counted.status, .count = counted.count, .builtIn = builtIn};
+}
+
+class DisplaysOfAMachine : public testing::Test {
+protected:
+    void connect(const std::string& connector, std::string_view status, std::string_view enabled,
+                 std::string_view power) const {
+        const auto folder = "sys/class/drm/" + connector;
+        machine.attribute(folder + "/status", status)
+            .attribute(folder + "/enabled", enabled)
+            .attribute(folder + "/dpms", power);
+    }
+
+    TemporaryTree machine;
+    std::chrono::nanoseconds now{};
+    PrivateBus daemon;
+    SystemBus bus{[this] { return now; }, daemon.address()};
+    LidSwitch lid{bus, machine.roots(), [this] { return now; }};
+    LinuxDisplayList list{lid, machine.roots()};
+};
+
+TEST_F(DisplaysOfAMachine, AreTheLitOnes) {
+    EXPECT_NE(ask(list).status, 0) << "no graphics at all";
+    EXPECT_FALSE(list.status().isAvailable);
+
+    machine.write("sys/class/drm/version", "drm 1.1.0 20060810\n");
+    EXPECT_EQ(ask(list), (Displays{0, 0, 0}));
+    EXPECT_EQ(list.status().reason, "no graphics connectors");
+
+    for (const auto& [name, expected] : {
+             std::pair{"thinkpad", Displays{0, 1, 1}},
+             std::pair{"amd-laptop", Displays{0, 1, 0}}, // shut, an external display, a writeback connector
+             std::pair{"apple-silicon", Displays{0, 1, 1}},
+             std::pair{"broken", Displays{0, 0, 0}},
+         }) {
+        LidSwitch lid(bus, fixtureMachine(name));
+        const LinuxDisplayList list(lid, fixtureMachine(name));
+        EXPECT_EQ(ask(list), expected) << name;
+        EXPECT_TRUE(list.status().isAvailable) << name;
+    }
+}
+
+TEST_F(DisplaysOfAMachine, GoDarkOneByOne) {
+    connect("card0-eDP-1", "connected", "enabled", "On");
+    connect("card0-DP-1", "connected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 2, 1}));
+    connect("card0-DP-1", "connected", "enabled", "Off");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1}));
+    connect("card0-DP-1", "connected", "disabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1}));
+    connect("card0-DP-1", "disconnected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1}));
+}
+
+TEST_F(DisplaysOfAMachine, StayAsCountedUntilTheNextCount) {
+    connect("card0-eDP-1", "connected", "enabled", "On");
+    connect("card0-DP-1", "connected", "enabled", "On");
+    EXPECT_EQ(list.countActiveDisplays().count, 2U);
+    const auto before = list.activeDisplays(2).identifiers;
+    machine.remove("sys/class/drm");
+    EXPECT_EQ(list.activeDisplays(2).identifiers, before);
+    const auto withoutRoom = list.activeDisplays(1);
+    EXPECT_EQ(withoutRoom.count, 1U);
+    EXPECT_EQ(withoutRoom.identifiers.size(), 1U);
+    const auto withTooMuch = list.activeDisplays(3);
+    EXPECT_EQ(withTooMuch.count, 2U);
+    EXPECT_EQ(withTooMuch.identifiers.back(), 0U);
+    EXPECT_NE(list.countActiveDisplays().status, 0);
+}
+
+TEST_F(DisplaysOfAMachine, FollowALidThatIsNotAnnounced) {
+    connect("card0-eDP-1", "connected", "enabled", "On");
+    machine.attribute("proc/acpi/button/lid/LID/state", "state:      open");
+    daemon.start();
+    ScriptedService logind(daemon.address(), lidClosed, true);
+    EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 0; })) << "logind counts more than ACPI";
+    EXPECT_EQ(lid.status(), (SourceStatus{"lid", true, "org.freedesktop.login1"}));
+
+    logind.changeSilently(false);
+    now += 2s - 1ns;
+    EXPECT_EQ(ask(list).count, 0U);
+    now += 1ns;
+    EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 1; }));
+    EXPECT_EQ(logind.questionCount(), 2);
+
+    logind.announce(true);
+    EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 0; }));
+    now += 1h;
+    ask(list);
+    logind.announce(false);
+    EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 1; }));
+    EXPECT_EQ(logind.questionCount(), 2) << "still asked after it announced a change";
+}
+
+} // namespace
+} // namespace cindertop::linux_platform

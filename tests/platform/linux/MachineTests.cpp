@@ -1,0 +1,135 @@
+#include "FixtureMachine.h"
+#include "TemporaryTree.h"
+#include "platform/linux/LinuxHostStatistics.h"
+#include "platform/linux/LinuxProcessInformation.h"
+#include "platform/linux/LinuxSystemValues.h"
+#include "platform/linux/MachineIdentity.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <sched.h>
+#include <unistd.h>
+
+namespace cindertop::linux_platform {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(CpuLine, GroupsTheColumns) {
+    struct Case {
+        std::string_view text;
+        std::optional<HostCpuLoad> load;
+    };
+
+    for (const auto& [text, load] : std::to_array<Case>({
+             // user nice system idle iowait irq softirq steal guest guest_nice
+             {"cpu  1 2 4 8 16 32 64 128 256 512\ncpu0 1\n", HostCpuLoad{1, 4 + 32 + 64, 8 + 16, 2}},
+             {"cpu  1 2 4 8\n", HostCpuLoad{1, 4, 8, 2}},
+             {"cpu  1 2 4 8 16 \n", HostCpuLoad{1, 4, 24, 2}},
+             {"cpu  18446744073709551615 0 0 0\n", HostCpuLoad{18446744073709551615U, 0, 0, 0}},
+             {"cpu  18446744073709551616 0 0 0\n", std::nullopt},
+             {"cpu  0 0 18446744073709551615 0 0 1 0\n", std::nullopt},
+             {"cpu  0 0 18446744073709551615 0 0 0 1\n", std::nullopt},
+             {"cpu  0 0 0 18446744073709551615 1 0 0\n", std::nullopt},
+             {"cpu  1 2 4\n", std::nullopt},
+             {"cpu  1 2 4 8", std::nullopt}, // cut off: the last number may be longer
+             {"cpu  1 2 4 -8\n", std::nullopt},
+             {"cpu  1 2 4x 8\n", std::nullopt},
+             {"cpu  1 2 4 8 x\n", std::nullopt},
+             {"cpu0 1 2 4 8\n", std::nullopt},
+             {"\ncpu  1 2 4 8\n", std::nullopt},
+             {"", std::nullopt},
+         })) {
+        EXPECT_EQ(parseCpuLine(text), load) << text;
+    }
+}
+
+TEST(LinuxHostStatistics, ReadsTheFirstLineOnly) {
+    const TemporaryTree tree;
+    const LinuxHostStatistics statistics(tree.roots());
+    EXPECT_EQ(statistics.cpuLoad(), std::nullopt);
+    EXPECT_FALSE(statistics.status().isAvailable);
+    tree.write("proc/stat", "cpu  10 20 30 40\n" + std::string(1 << 20, 'x'));
+    EXPECT_EQ(statistics.cpuLoad(), (HostCpuLoad{10, 30, 40, 20}));
+    EXPECT_TRUE(statistics.status().isAvailable);
+    EXPECT_EQ(LinuxHostStatistics(fixtureMachine("broken")).cpuLoad(), std::nullopt);
+}
+
+TEST(LinuxSystemValues, NamesTheMachine) {
+    struct Case {
+        std::string machine;
+        std::optional<std::string> model, brand;
+    };
+
+    for (const auto& [machine, model, brand] : std::to_array<Case>({
+             {"thinkpad", "20L5CTO1WW", "Intel(R) Core(TM) i5-8350U CPU @ 1.70GHz"},
+             {"amd-laptop", "Laptop 13 (AMD Ryzen 7040Series)", "AMD Ryzen 7 7840U w/ Radeon  780M Graphics"},
+             {"apple-silicon", "Mac14,2", "Apple M2"},
+             {"bare-vm", "Standard PC (Q35 + ICH9, 2009)", "Intel(R) Xeon(R) Processor @ 2.60GHz"},
+             {"broken", std::nullopt, std::nullopt},
+         })) {
+        const LinuxSystemValues values(fixtureMachine(machine));
+        EXPECT_EQ(values.text("hw.model"), model) << machine;
+        EXPECT_EQ(values.text("machdep.cpu.brand_string"), brand) << machine;
+        EXPECT_EQ(values.text("hw.memsize"), std::nullopt);
+        EXPECT_EQ(values.status().isAvailable, model.has_value()) << machine;
+    }
+}
+
+TEST(LinuxSystemValues, TrustsTheDeviceTreeBeforeTheBootLoader) {
+    const TemporaryTree tree;
+    tree.write("proc/device-tree/compatible", "apple,j815\0apple,t8142\0apple,arm-platform\0"s);
+    tree.attribute("sys/class/dmi/id/product_name", "Made up by the boot loader");
+    const LinuxSystemValues values(tree.roots());
+    EXPECT_EQ(values.text("hw.model"), "Mac17,4");
+    EXPECT_EQ(values.text("machdep.cpu.brand_string"), "Apple M5");
+}
+
+TEST(MachineIdentity, KnowsWhatItListsOnly) {
+    EXPECT_EQ(parseCompatible("a\0\0b\0c"s), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(appleModelIdentifier({"apple,j293", "apple,t8103"}), std::nullopt);
+    EXPECT_EQ(appleChipBrand({"apple,j293", "apple,t8103"}), "Apple M1");
+    EXPECT_EQ(appleChipBrand({"apple,j314s", "apple,t6000"}), std::nullopt);
+    EXPECT_EQ(parseProcessorModel("processor\t: 0\nmodel\t\t: 142\nmodel name\t: A: B\n"), "A: B");
+    EXPECT_EQ(parseProcessorModel("model name\t:\n"), std::nullopt);
+    EXPECT_EQ(parseProcessorModel("model name\t: cut of"), std::nullopt);
+}
+
+TEST(LinuxProcessInformation, AnswersForThisProcess) {
+    const TemporaryTree tree;
+    tree.attribute("sys/firmware/acpi/platform_profile", "low-power");
+    SystemBus bus(steadyClock(), "unix:path=" + (tree.path() / "no-bus").string());
+    PowerProfile profile(bus, tree.roots());
+    int state = 2;
+    const LinuxProcessInformation information([&] { return state; }, profile, "app.example");
+    EXPECT_EQ(information.thermalState(), 2);
+    state = -1;
+    EXPECT_EQ(information.thermalState(), -1);
+    EXPECT_TRUE(information.isLowPowerModeEnabled());
+    EXPECT_EQ(information.processIdentifier(), ::getpid());
+    EXPECT_EQ(information.bundleIdentifier(), "app.example");
+}
+
+TEST(LinuxProcessInformation, CountsTheProcessorsItMayUse) {
+    const TemporaryTree tree;
+    SystemBus bus(steadyClock(), "unix:path=" + (tree.path() / "no-bus").string());
+    PowerProfile profile(bus, tree.roots());
+    const LinuxProcessInformation information([] { return 0; }, profile, std::nullopt);
+
+    cpu_set_t before;
+    ASSERT_EQ(::sched_getaffinity(0, sizeof before, &before), 0);
+    EXPECT_EQ(information.activeProcessorCount(), CPU_COUNT(&before));
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(static_cast<unsigned>(::sched_getcpu()), &one);
+    ASSERT_EQ(::sched_setaffinity(0, sizeof one, &one), 0);
+    EXPECT_EQ(information.activeProcessorCount(), 1);
+    ASSERT_EQ(::sched_setaffinity(0, sizeof before, &before), 0);
+}
+
+} // namespace
+} // namespace cindertop::linux_platform

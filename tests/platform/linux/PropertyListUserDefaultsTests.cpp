@@ -1,0 +1,137 @@
+#include "fakes/FaultyFileSystem.h"
+#include "fakes/TemporaryFolder.h"
+#include "platform/linux/PropertyListUserDefaults.h"
+#include "support/PosixFileSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace cindertop::linux_platform {
+namespace {
+
+using fakes::FaultyFileSystem;
+using Call = FaultyFileSystem::Call;
+using std::string_literals::operator""s;
+
+class PropertyListUserDefaultsTest : public testing::Test {
+protected:
+    fakes::TemporaryFolder folder;
+    std::filesystem::path file = folder / "Cindertop/preferences.plist";
+    PosixFileSystem posix;
+    FaultyFileSystem files{posix};
+
+    void place(const std::filesystem::path& fixture) {
+        std::filesystem::create_directories(file.parent_path());
+        std::filesystem::copy_file(std::filesystem::path(CINDERTOP_FIXTURES) / "persistence/preferences" /
+                                       fixture,
+                                   file, std::filesystem::copy_options::overwrite_existing);
+    }
+
+    PropertyListValue::Dictionary stored() {
+        return std::get<PropertyListValue::Dictionary>(parsePropertyList(fakes::textOf(file)).value().value);
+    }
+};
+
+TEST_F(PropertyListUserDefaultsTest, KeepsTypedValues) {
+    const std::map<std::string, PropertyValue> values{
+        {"boolean", true}, {"integer", std::int64_t{-7}}, {"real", 1.5}, {"text", "a & b\n"s}};
+    PropertyListUserDefaults first(file, files);
+    EXPECT_EQ(first.value("boolean"), std::nullopt);
+    for (const auto& [key, value] : values) {
+        first.set(key, value);
+    }
+    first.set("gone", true);
+    first.remove("gone");
+    first.remove("never there");
+    const PropertyListUserDefaults second(file, files);
+    for (const auto& [key, value] : values) {
+        EXPECT_EQ(first.value(key), value);
+        EXPECT_EQ(second.value(key), value);
+    }
+    EXPECT_EQ(second.value("gone"), std::nullopt);
+    EXPECT_EQ(stored().size(), 4U);
+}
+
+TEST_F(PropertyListUserDefaultsTest, RegistersWithoutStoring) {
+    place("good/current.plist");
+    PropertyListUserDefaults defaults(file, files);
+    defaults.registerDefaults(
+        {{"cindertop.app.show-dock-icon", false}, {"other", std::int64_t{1}}, {"somebody.else", 1.0}});
+    EXPECT_EQ(defaults.value("cindertop.app.show-dock-icon"), PropertyValue(true));
+    EXPECT_EQ(defaults.value("other"), PropertyValue(std::int64_t{1}));
+    EXPECT_EQ(defaults.value("somebody.else"), std::nullopt) << "a dictionary is stored there";
+    defaults.set("new", true);
+    EXPECT_FALSE(stored().contains("other"));
+    defaults.remove("cindertop.app.show-dock-icon");
+    EXPECT_EQ(defaults.value("cindertop.app.show-dock-icon"), PropertyValue(false));
+}
+
+TEST_F(PropertyListUserDefaultsTest, KeepsForeignKeys) {
+    place("good/current.plist");
+    const auto before = stored();
+    PropertyListUserDefaults defaults(file, files);
+    PropertyListUserDefaults other(file, files);
+    other.set("added.meanwhile", std::int64_t{5});
+    defaults.set("cindertop.app.show-dock-icon", false);
+    auto expected = before;
+    expected["cindertop.app.show-dock-icon"] = {false};
+    expected["added.meanwhile"] = {std::int64_t{5}};
+    EXPECT_EQ(stored(), expected);
+    EXPECT_EQ(defaults.value("added.meanwhile"), PropertyValue(std::int64_t{5}));
+}
+
+TEST_F(PropertyListUserDefaultsTest, WritesOnceSyncedAndOnlyWhenSomethingChanged) {
+    PropertyListUserDefaults defaults(file, files);
+    const std::vector<UserDefaultsChange> changes{
+        {"a", true}, {"b", "x"s}, {"a", false}, {"c", std::nullopt}};
+    defaults.apply(changes);
+    EXPECT_EQ(defaults.value("a"), PropertyValue(false));
+    EXPECT_EQ(std::ranges::count(files.calls, Call::rename), 1);
+    EXPECT_EQ(std::ranges::count(files.calls, Call::sync), 1);
+    defaults.apply(changes);
+    EXPECT_EQ(std::ranges::count(files.calls, Call::rename), 1);
+}
+
+TEST_F(PropertyListUserDefaultsTest, TakesABrokenFileAsEmpty) {
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(CINDERTOP_FIXTURES) /
+                                                                 "persistence/preferences/broken")) {
+        place("broken" / entry.path().filename());
+        PropertyListUserDefaults defaults(file, files);
+        EXPECT_EQ(defaults.value("cindertop.app.show-dock-icon"), std::nullopt) << entry.path();
+        defaults.set("a", true);
+        EXPECT_EQ(stored(), (PropertyListValue::Dictionary{{"a", {true}}})) << entry.path();
+    }
+}
+
+TEST_F(PropertyListUserDefaultsTest, RemembersWhatItCannotWrite) {
+    place("good/current.plist");
+    const auto before = stored();
+    PropertyListUserDefaults defaults(file, files);
+    for (const Call call :
+         {Call::makeFolder, Call::openForReplacing, Call::write, Call::sync, Call::rename}) {
+        files.fail(call, std::errc::read_only_file_system);
+        defaults.set("a", true);
+        defaults.remove("cindertop.legal.accepted");
+        EXPECT_EQ(defaults.value("a"), PropertyValue(true));
+        EXPECT_EQ(defaults.value("cindertop.legal.accepted"), std::nullopt);
+        EXPECT_EQ(stored(), before);
+        files.repair();
+    }
+    defaults.set("b", true);
+    EXPECT_TRUE(stored().contains("a"));
+    EXPECT_FALSE(stored().contains("cindertop.legal.accepted"));
+}
+
+TEST_F(PropertyListUserDefaultsTest, DropsWhatNoFileCanHold) {
+    PropertyListUserDefaults defaults(file, files);
+    defaults.set("number", std::numeric_limits<double>::infinity());
+    defaults.set("key\x01", true);
+    defaults.set("text", "a\x01\r\n"s);
+    EXPECT_EQ(stored(), (PropertyListValue::Dictionary{{"text", {"a\n"s}}}));
+}
+
+} // namespace
+} // namespace cindertop::linux_platform

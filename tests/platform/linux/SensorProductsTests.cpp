@@ -1,0 +1,127 @@
+#include "platform/linux/SensorProducts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <iterator>
+
+namespace cindertop::linux_platform {
+namespace {
+
+using enum SensorOrigin;
+using Names = std::vector<std::string>;
+
+SensorSource chipSource(std::string_view name, std::string_view label, std::string_view device = "",
+                        std::string_view group = "hwmon0") {
+    return {.origin = chip,
+            .chip = std::string(name),
+            .label = std::string(label),
+            .device = std::string(device),
+            .group = std::string(group)};
+}
+
+SensorSource zoneSource(std::string_view type) {
+    return {.origin = zone, .chip = std::string(type), .label = {}, .device = {}, .group = {}};
+}
+
+Names namesOf(std::vector<SensorSource> sources) {
+    Names names;
+    std::ranges::transform(sensorProducts(sources), std::back_inserter(names), &SensorProduct::name);
+    return names;
+}
+
+TEST(SensorProducts, NameEverySensorWorthShowing) {
+    struct Case {
+        SensorSource source;
+        Names names;
+    };
+
+    for (const auto& [source, names] : std::to_array<Case>({
+             {chipSource("coretemp", "Package id 0"), {"CPU Package 0"}},
+             {chipSource("coretemp", "Core 12"), {"CPU Core 12"}},
+             {chipSource("k10temp", "Tdie"), {"CPU Die"}},
+             {chipSource("zenpower", "Tctl"), {"CPU Control"}},
+             {chipSource("k10temp", "Tccd8"), {"CPU CCD 8"}},
+             {zoneSource("x86_pkg_temp"), {"CPU Package"}},
+             {zoneSource("cpu-thermal"), {"CPU Cluster cpu"}},
+             {zoneSource("cpu0-thermal"), {"CPU Cluster cpu0"}},
+             {zoneSource("bigcore1-thermal"), {"CPU Cluster bigcore1"}},
+             {zoneSource("soc-thermal"), {"SoC Zone"}},
+             {zoneSource("acpitz"), {"SoC Zone"}},
+             {chipSource("amdgpu", "edge"), {"GPU Edge"}},
+             {chipSource("amdgpu", "junction"), {"GPU Junction"}},
+             {chipSource("amdgpu", "mem"), {"GPU Memory"}},
+             {chipSource("nouveau", ""), {"GPU"}},
+             {chipSource("i915", ""), {"GPU"}},
+             {zoneSource("gpu-thermal"), {"GPU"}},
+             {zoneSource("gpucore-thermal"), {"GPU"}},
+             {chipSource("nvme", "Composite", "nvme0"), {"SSD Composite (nvme0)"}},
+             {chipSource("nvme", "Sensor 2", "nvme1"), {"SSD Sensor 2 (nvme1)"}},
+             {chipSource("drivetemp", "", "sda"), {"SSD or HDD drive (sda)"}},
+             {chipSource("macsmc_hwmon", "NAND Flash Temperature"), {"NAND Flash"}},
+             {chipSource("macsmc_hwmon", "Battery Hotspot"), {"Battery Hotspot"}},
+             {chipSource("macsmc_hwmon", "Charge Regulator Temp"), {"Charger Regulator"}},
+             {{.origin = supply, .chip = "macsmc-battery", .label = "temp", .device = {}, .group = {}},
+              {"Battery"}},
+             {zoneSource("pm8998-thermal"), {"PMU pm8998"}},
+             {zoneSource("VRM"), {"Power VRM"}},
+             {zoneSource("TSKN"), {"Skin"}},
+             {zoneSource("quiet-skin-thermal"), {"Skin"}},
+             // left out: Wi-Fi, network, memory, board chips, and what nobody knows
+             {chipSource("macsmc_hwmon", "WiFi/BT Module Temp"), {}},
+             {chipSource("iwlwifi_1", ""), {}},
+             {zoneSource("iwlwifi_1"), {}},
+             {chipSource("mt7921_phy0", ""), {}},
+             {chipSource("ath11k_hwmon", ""), {}},
+             {chipSource("jc42", ""), {}},
+             {chipSource("spd5118", ""), {}},
+             {chipSource("thinkpad", "CPU"), {}},
+             {chipSource("nct6798", "CPUTIN"), {}},
+             {chipSource("BAT0", ""), {}},
+             {zoneSource("B0D4"), {}},
+             {zoneSource(""), {}},
+             {chipSource("coretemp", ""), {}},
+             {chipSource("coretemp", "Core "), {}},
+             {chipSource("coretemp", "Core x"), {}},
+             {chipSource("coretemp", "Core 1 "), {}},
+             {chipSource("mycoretemp", "Core 1"), {}},
+             {chipSource("coretemp", "Core " + std::string(100, '1')), {}},
+             {zoneSource("cpu" + std::string(5000, '-')), {}},
+         })) {
+        EXPECT_EQ(namesOf({source}), names) << source.chip << " " << source.label;
+    }
+}
+
+TEST(SensorProducts, StandInForBetterOnesOnly) {
+    EXPECT_EQ(namesOf({zoneSource("acpitz"), zoneSource("x86_pkg_temp"), chipSource("coretemp", "Core 0")}),
+              (Names{"CPU Core 0"}));
+    EXPECT_EQ(namesOf({zoneSource("acpitz"), zoneSource("x86_pkg_temp")}), (Names{"CPU Package"}));
+    EXPECT_EQ(namesOf({zoneSource("soc-thermal"), zoneSource("cpu-thermal"), zoneSource("acpitz")}),
+              (Names{"SoC Zone", "CPU Cluster cpu"}));
+    EXPECT_EQ(namesOf({zoneSource("acpitz"), chipSource("amdgpu", "edge")}), (Names{"SoC Zone", "GPU Edge"}));
+    EXPECT_EQ(namesOf({zoneSource("acpitz"), zoneSource("acpitz")}), (Names{"SoC Zone", "SoC Zone"}));
+}
+
+TEST(SensorProducts, ShowTheControlTemperatureWhereThatChipHasNoDie) {
+    EXPECT_EQ(
+        namesOf({chipSource("k10temp", "Tctl", "", "hwmon1"), chipSource("k10temp", "Tdie", "", "hwmon1"),
+                 chipSource("k10temp", "Tctl", "", "hwmon2")}),
+        (Names{"CPU Die", "CPU Control"}));
+}
+
+TEST(SensorProducts, FindTheirFilesAndCopies) {
+    EXPECT_EQ(parseTemperatureInput("temp1_input"), 1);
+    EXPECT_EQ(parseTemperatureInput("temp14_input"), 14);
+    for (const auto* const file : {"temp_input", "temp1_label", "temp1_input_", "in1_input", "tempx_input",
+                                   "temp99999999999999999999_input", "temp1000_input"}) {
+        EXPECT_EQ(parseTemperatureInput(file), std::nullopt) << file;
+    }
+    EXPECT_TRUE(isHwmonNameOf("macsmc_battery", "macsmc-battery"));
+    EXPECT_TRUE(isHwmonNameOf("cpu_thermal", "cpu-thermal"));
+    EXPECT_FALSE(isHwmonNameOf("cpu_thermal", "cpu-thermal1"));
+    EXPECT_FALSE(isHwmonNameOf("coretemp", "acpitz"));
+}
+
+} // namespace
+} // namespace cindertop::linux_platform
