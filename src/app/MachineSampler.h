@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/MachineServices.h"
+#include "app/MachineSnapshot.h"
+#include "app/SamplingSchedule.h"
+#include "context/SystemContextEngine.h"
+#include "cpu/GlobalCPUUsageMonitor.h"
+#include "cpu/ProcessOffenderConfiguration.h"
+#include "cpu/ProcessOffenderEngine.h"
+#include "thermal/ThermalEngine.h"
+
+#include <vector>
+
+namespace cindertop {
+
+/// Measures a machine tick by tick, sensors included. Called from one thread at a time.
+class MachineSampler {
+public:
+    MachineSampler(const MachineServices& services, ProcessOffenderConfiguration offenderConfiguration);
+
+    MachineSampler(const MachineSampler&) = delete;
+    MachineSampler& operator=(const MachineSampler&) = delete;
+
+    /// Starts the intervals of everything that is measured over time, so that a `sampleNow` shortly after has
+    /// shares to tell. Reads no sensors: some of them answer only now and then.
+    void prime();
+
+    /// One tick. The processes are counted when their schedule says so; until then the last census stands.
+    MachineSnapshot sample();
+
+    /// One tick with a census, whatever the schedule says.
+    MachineSnapshot sampleNow();
+
+private:
+    /// Hands temperatures on and keeps them, since a score tells only the hottest one.
+    class KeptTemperatures;
+
+    ThermalScore readScore();
+    void takeCensus(Instant now);
+
+    MachineServices services_;
+    std::vector<TemperatureReading> temperatures_; ///< of the current tick
+    ThermalEngine thermalEngine_;
+    SystemContextEngine contextEngine_;
+    GlobalCPUUsageMonitor cpuMonitor_;
+    ProcessOffenderEngine offenderEngine_;
+    ProcessOffenderConfiguration offenderConfiguration_;
+    OffenderSchedule schedule_;
+    ProcessOffenderSnapshot offenders_;
+    std::vector<SourceStatus> sources_;
+};
+
+} // namespace cindertop

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/ApplicationCatalog.h"
+#include "platform/Clock.h"
+#include "platform/DisplayList.h"
+#include "platform/HostStatistics.h"
+#include "platform/PowerSources.h"
+#include "platform/ProcessInformation.h"
+#include "platform/ProcessTable.h"
+#include "platform/SourceStatus.h"
+#include "platform/TemperatureEvents.h"
+#include "support/LocalizedComparison.h"
+#include "thermal/DarwinThermalPressureReader.h"
+
+#include <functional>
+#include <vector>
+
+namespace cindertop {
+
+/// One machine, live or played, as the engines ask it. The services must outlive whoever holds this.
+struct MachineServices {
+    const Clock& clock;
+    const ProcessInformation& process;
+    DarwinThermalPressureReader::Source pressureReader;
+    TemperatureEvents& temperatureEvents;
+    const DisplayList& displays;
+    const PowerSources& powerSources;
+    const HostStatistics& hostStatistics;
+    ProcessTable& processes;
+    ApplicationCatalog& applications;
+    const LocalizedComparison& comparison;              ///< of the user's language
+    std::function<std::vector<SourceStatus>()> sources; ///< what the latest reads found about each source
+};
+
+} // namespace cindertop

@@ -1,0 +1,49 @@
+#include "app/SamplingSchedule.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace cindertop {
+
+namespace {
+
+constexpr double slowestHz = 0.2;
+constexpr double fastestHz = 5;
+constexpr std::chrono::seconds longestInterval{8};
+
+std::chrono::nanoseconds exactly(Seconds seconds) {
+    return std::chrono::round<std::chrono::nanoseconds>(seconds);
+}
+
+} // namespace
+
+Seconds tickDelay(double recommendedSamplingHz) {
+    return Seconds{recommendedSamplingHz < fastestHz ? 1 / std::max(recommendedSamplingHz, slowestHz)
+                                                     : 1 / fastestHz};
+}
+
+Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLevel level) {
+    if (state == ProcessOffenderSnapshotState::collecting) {
+        return Seconds{1.5};
+    }
+    switch (level) {
+    case ThermalLevel::normal:
+        return longestInterval;
+    case ThermalLevel::fair:
+        return Seconds{6};
+    case ThermalLevel::serious:
+    case ThermalLevel::critical:
+        return Seconds{3};
+    }
+    return longestInterval;
+}
+
+bool OffenderSchedule::isDue(Instant now) const {
+    return now >= next_ || next_ - now > longestInterval;
+}
+
+void OffenderSchedule::sampled(Instant now, ProcessOffenderSnapshotState state, ThermalLevel level) {
+    next_ = now + exactly(offenderSamplingInterval(state, level));
+}
+
+} // namespace cindertop

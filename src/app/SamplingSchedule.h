@@ -1,0 +1,28 @@
+#pragma once
+
+#include "cpu/ProcessOffenderSnapshot.h"
+#include "support/Instant.h"
+#include "thermal/ThermalLevel.h"
+
+namespace cindertop {
+
+/// How long to sleep after a tick: 0.2 s to 5 s. A rate that is 0, negative or no number neither stalls nor
+/// spins.
+Seconds tickDelay(double recommendedSamplingHz);
+
+/// How long a census of the processes stays fresh.
+Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLevel level);
+
+/// When the next census is due. A new schedule is due at once.
+class OffenderSchedule {
+public:
+    /// Also true when the clock was set back by more than an interval, lest the list freeze until it catches
+    /// up.
+    bool isDue(Instant now) const;
+    void sampled(Instant now, ProcessOffenderSnapshotState state, ThermalLevel level);
+
+private:
+    Instant next_ = distantPast;
+};
+
+} // namespace cindertop

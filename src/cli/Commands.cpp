@@ -1,0 +1,96 @@
+#include "cli/Commands.h"
+
+#include "app/MachineJson.h"
+#include "cli/LiveWatchEvents.h"
+#include "cli/LocalTime.h"
+#include "cli/Pages.h"
+#include "cli/Watch.h"
+#include "cli/WatchPrinters.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace cindertop::cli {
+
+namespace {
+
+/// Long enough for shares to mean something, short enough to wait for.
+constexpr Seconds measuringTime{0.5};
+
+MachineSnapshot measure(CommandEnvironment& environment) {
+    environment.sampler.prime();
+    environment.sleep(measuringTime);
+    return environment.sampler.sampleNow();
+}
+
+/// Several lines where a person reads, one where a program does.
+WriteResult writeJson(const CommandEnvironment& environment, const Json& json) {
+    const bool isForPeople = environment.terminal().isTerminal;
+    return environment.output.write((isForPeople ? indentedText(json) : compactText(json)) + '\n');
+}
+
+PageStyle styleOf(const CommandEnvironment& environment) {
+    return {.format = environment.terminal().format, .temperatures = environment.temperatures};
+}
+
+WriteResult writePage(const CommandEnvironment& environment, const std::vector<Line>& page) {
+    return environment.output.write(encoded(page, environment.terminal().format));
+}
+
+std::unique_ptr<WatchPrinter> linePrinter(const CommandEnvironment& environment, Format format) {
+    if (format == Format::json) {
+        return std::make_unique<LinePrinter>(environment.output, [](const MachineSnapshot& snapshot) {
+            return compactText(machineJson(snapshot));
+        });
+    }
+    return std::make_unique<LinePrinter>(
+        environment.output, [style = styleOf(environment)](const MachineSnapshot& snapshot) {
+            return watchLine(snapshot, style, localDateAndTime(snapshot.measuredAt));
+        });
+}
+
+Watch::End runWatch(CommandEnvironment& environment, const SignalDescriptor& signals,
+                    LiveWatchEvents::Keyboard keyboard, WatchPrinter& printer) {
+    environment.output.interruptBy(signals.descriptor());
+    LiveWatchEvents events(signals, environment.output.descriptor(), keyboard);
+    auto end = Watch(environment.sampler, events, printer).run();
+    environment.output.interruptByNothing();
+    return end;
+}
+
+Watch::End watchOnScreen(CommandEnvironment& environment) {
+    const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGWINCH, SIGTSTP};
+    ScreenPrinter printer(environment.output, environment.terminal, environment.temperatures);
+    return runWatch(environment, signals, LiveWatchEvents::Keyboard::listened, printer);
+}
+
+/// Without a screen to restore, Ctrl-Z and a new size need no care.
+Watch::End watchByLine(CommandEnvironment& environment, Format format) {
+    const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+    const auto printer = linePrinter(environment, format);
+    return runWatch(environment, signals, LiveWatchEvents::Keyboard::ignored, *printer);
+}
+
+} // namespace
+
+WriteResult showStatus(CommandEnvironment& environment, Format format) {
+    const auto snapshot = measure(environment);
+    return format == Format::json ? writeJson(environment, machineJson(snapshot))
+                                  : writePage(environment, statusPage(snapshot, styleOf(environment)));
+}
+
+WriteResult showOffenders(CommandEnvironment& environment, Format format) {
+    const auto snapshot = measure(environment);
+    return format == Format::json ? writeJson(environment, offendersJson(snapshot))
+                                  : writePage(environment, offendersPage(snapshot, styleOf(environment)));
+}
+
+std::expected<std::optional<int>, WriteError> watch(CommandEnvironment& environment, Format format) {
+    if (format == Format::text && environment.terminal().canRedraw) {
+        return watchOnScreen(environment);
+    }
+    return watchByLine(environment, format);
+}
+
+} // namespace cindertop::cli

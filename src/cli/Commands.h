@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/MachineSampler.h"
+#include "cli/Arguments.h"
+#include "cli/Output.h"
+#include "cli/TerminalTraits.h"
+#include "support/TemperatureText.h"
+
+#include <expected>
+#include <functional>
+#include <optional>
+
+namespace cindertop::cli {
+
+/// What the commands work with. Everything must outlive the call.
+struct CommandEnvironment {
+    MachineSampler& sampler;
+    Output& output;
+    std::function<TerminalTraits()> terminal; ///< asked again when the window changes
+    TemperatureFormatter temperatures;
+    std::function<void(Seconds)> sleep;
+};
+
+/// Measures for a moment and shows everything.
+WriteResult showStatus(CommandEnvironment& environment, Format format);
+
+/// Measures for a moment and shows the applications.
+WriteResult showOffenders(CommandEnvironment& environment, Format format);
+
+/// Shows tick after tick. The answer is the signal that ended it, none when the user did.
+std::expected<std::optional<int>, WriteError> watch(CommandEnvironment& environment, Format format);
+
+} // namespace cindertop::cli

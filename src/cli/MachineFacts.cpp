@@ -1,0 +1,129 @@
+#include "cli/MachineFacts.h"
+
+#include "cli/MachineWords.h"
+#include "cli/NumberText.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <ranges>
+#include <utility>
+
+namespace cindertop::cli {
+
+namespace {
+
+constexpr int gapBetweenCells = 3;
+
+struct SensorCell {
+    std::string name;
+    std::string temperature;
+};
+
+/// Processor and graphics before what never decides the score, however hot.
+std::vector<TemperatureReading> byKind(const std::vector<TemperatureReading>& readings) {
+    using enum ThermalSensorKind;
+    std::vector<TemperatureReading> sorted;
+    for (const auto kind : {cpu, gpu, other, power, storage, battery}) {
+        std::ranges::copy(readings | std::views::filter([&](const auto& each) { return each.kind == kind; }),
+                          std::back_inserter(sorted));
+    }
+    return sorted;
+}
+
+std::vector<TemperatureReading> representativeFirst(const MachineSnapshot& snapshot) {
+    auto readings = byKind(snapshot.temperatures);
+    const auto representative =
+        std::ranges::find(readings, snapshot.score.temperatureCelsius, &TemperatureReading::celsius);
+    if (representative != readings.end()) {
+        std::rotate(readings.begin(), representative, std::next(representative));
+    }
+    return readings;
+}
+
+std::vector<SensorCell> sensorCells(const MachineSnapshot& snapshot, const PageStyle& style) {
+    const int room = style.format.columns - labelColumns;
+    std::vector<SensorCell> cells;
+    for (const auto& reading : representativeFirst(snapshot)) {
+        auto temperature = shown(style.temperatures.text(reading.celsius), style.format.charset);
+        const int nameRoom = std::max(room - columnsOf(temperature) - 1, 1);
+        cells.push_back(
+            {.name = fitted(shown(reading.label, style.format.charset), nameRoom, style.format.charset),
+             .temperature = std::move(temperature)});
+    }
+    return cells;
+}
+
+int widest(const std::vector<SensorCell>& cells, std::string SensorCell::* part) {
+    int columns = 0;
+    for (const auto& cell : cells) {
+        columns = std::max(columns, columnsOf(cell.*part));
+    }
+    return columns;
+}
+
+std::string missingTemperature(const MachineSnapshot& snapshot) {
+    return snapshot.temperatures.empty() ? "not available: no sensor answers"
+                                         : "not available: no sensor of the processor answers";
+}
+
+/// A label and what there is to say, over as many lines as it needs; nothing to say needs none.
+std::vector<Line> fact(std::string_view label, std::string_view text, const PageStyle& style) {
+    std::vector<Line> lines;
+    for (auto& part : wrapped(text, style.format.columns - labelColumns)) {
+        const auto lead = lines.empty() ? label : std::string_view();
+        lines.push_back({{paddedRight(lead, labelColumns), Tone::faint}, {std::move(part)}});
+    }
+    return lines;
+}
+
+} // namespace
+
+std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
+    const auto temperature = style.temperatures.text(snapshot.score.temperatureCelsius);
+    auto lines = fact("Thermal", thermalText(snapshot.score), style);
+    append(lines, fact("Pressure", pressureText(snapshot.context.sustainedPressure), style));
+    append(lines, fact("Temperature",
+                       temperature ? shown(*temperature, style.format.charset) : missingTemperature(snapshot),
+                       style));
+    return lines;
+}
+
+std::vector<Line> surroundingFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
+    const auto& context = snapshot.context;
+    auto lines = fact("Power", powerText(context.power, style.temperatures, style.format.charset), style);
+    append(lines, fact("Displays", displaysText(context.displays), style));
+    append(lines, fact("Processor", cpuText(snapshot), style));
+    return lines;
+}
+
+std::vector<Line> sensorTable(const MachineSnapshot& snapshot, const PageStyle& style) {
+    const auto cells = sensorCells(snapshot, style);
+    const int nameColumns = widest(cells, &SensorCell::name);
+    const int temperatureColumns = widest(cells, &SensorCell::temperature);
+    const int cellColumns = nameColumns + 1 + temperatureColumns;
+    const int room = style.format.columns - labelColumns + gapBetweenCells;
+    const auto perLine = static_cast<std::size_t>(std::max(room / (cellColumns + gapBetweenCells), 1));
+    std::vector<Line> lines;
+    for (std::size_t index = 0; index < cells.size(); ++index) {
+        if (index % perLine == 0) {
+            lines.push_back({{std::string(labelColumns, ' ')}});
+        } else {
+            lines.back().emplace_back(std::string(gapBetweenCells, ' '));
+        }
+        lines.back().emplace_back(paddedRight(cells[index].name, nameColumns) + ' ', Tone::faint);
+        lines.back().emplace_back(paddedLeft(cells[index].temperature, temperatureColumns));
+    }
+    return lines;
+}
+
+std::string cpuText(const MachineSnapshot& snapshot) {
+    if (snapshot.cpuPercent) {
+        return percentText(*snapshot.cpuPercent);
+    }
+    const bool isFirstTick = snapshot.offenders.state == ProcessOffenderSnapshotState::collecting;
+    return std::string(isFirstTick ? "measuring" : notAvailable);
+}
+
+} // namespace cindertop::cli

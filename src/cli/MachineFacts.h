@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/MachineSnapshot.h"
+#include "cli/StyledText.h"
+#include "support/TemperatureText.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::cli {
+
+/// How one page is written.
+struct PageStyle {
+    PageFormat format;
+    TemperatureFormatter temperatures;
+};
+
+/// Columns of the labels in front of the facts.
+inline constexpr int labelColumns = 14;
+
+/// State, pressure, how long it lasts, and the temperature that counts, or why there is none.
+std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle& style);
+
+/// Power, displays and the processor's share.
+std::vector<Line> surroundingFacts(const MachineSnapshot& snapshot, const PageStyle& style);
+
+/// Every sensor, the one that counts first, the others by their kind, in as many columns as the page has room
+/// for.
+std::vector<Line> sensorTable(const MachineSnapshot& snapshot, const PageStyle& style);
+
+/// "12.4 %", "measuring" before there is an interval, or "not available".
+std::string cpuText(const MachineSnapshot& snapshot);
+
+} // namespace cindertop::cli

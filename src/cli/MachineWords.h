@@ -1,0 +1,41 @@
+#pragma once
+
+#include "cli/StyledText.h"
+#include "context/SystemContextSnapshot.h"
+#include "support/TemperatureText.h"
+#include "thermal/ThermalScore.h"
+
+#include <string>
+#include <string_view>
+
+namespace cindertop::cli {
+
+/// How every page says that a fact is missing; such a fact is never shown as 0.
+inline constexpr std::string_view notAvailable = "not available";
+
+Tone toneOf(ThermalLevel level);
+
+/// Whether the machine told anything about its heat. Without, its score of 0 is no measurement and is not
+/// shown.
+bool isHeatKnown(const ThermalScore& score);
+
+/// "43 of 100  Fair, rising" in the level's colour, or that nothing is known.
+Line scoreLine(const ThermalScore& score);
+
+/// The score as a bar of so many columns, empty when it is not known.
+Line scoreBar(const ThermalScore& score, int columns, Charset charset);
+
+/// "state nominal, pressure not available".
+std::string thermalText(const ThermalScore& score);
+
+/// "battery power, battery 57 %, charging, 31°C, Low Power Mode on".
+std::string powerText(const PowerContextSnapshot& power, const TemperatureFormatter& temperatures,
+                      Charset charset);
+
+/// "2 active: 1 built in, 1 external".
+std::string displaysText(const DisplayContextSnapshot& displays);
+
+/// "Serious or worse for 2 min 5 s"; empty while no stretch of pressure lasts.
+std::string pressureText(const SustainedThermalPressureSnapshot& pressure);
+
+} // namespace cindertop::cli

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "cli/StyledText.h"
+#include "cpu/ProcessOffenderSnapshot.h"
+
+#include <limits>
+#include <vector>
+
+namespace cindertop::cli {
+
+/// How much of the list a page has room for.
+struct OffenderTableRoom {
+    static constexpr int unlimited = std::numeric_limits<int>::max();
+
+    int rows = unlimited;               ///< the heading included
+    int childrenOfOffender = unlimited; ///< processes below each application
+};
+
+/// Applications and groups, the busiest first, their processes indented below them: name, identifier or count
+/// of processes, share of the whole machine. An offender with one process is one row. Groups come before the
+/// processes of others when room is short. A list that is not ready is one row that says so.
+std::vector<Line> offenderTable(const ProcessOffenderSnapshot& snapshot, const PageFormat& format,
+                                const OffenderTableRoom& room);
+
+} // namespace cindertop::cli

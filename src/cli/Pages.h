@@ -1,0 +1,24 @@
+#pragma once
+
+#include "cli/MachineFacts.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cindertop::cli {
+
+/// Everything about the machine, and where the facts come from.
+std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style);
+
+/// All applications with all their processes.
+std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle& style);
+
+/// A screen of just so many rows, at least 1, with what matters most. `time` stands in the corner.
+std::vector<Line> watchPage(const MachineSnapshot& snapshot, const PageStyle& style, int rows,
+                            std::string_view time);
+
+/// One tick in one line, for files and pipes.
+std::string watchLine(const MachineSnapshot& snapshot, const PageStyle& style, std::string_view time);
+
+} // namespace cindertop::cli

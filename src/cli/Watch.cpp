@@ -1,0 +1,52 @@
+#include "cli/Watch.h"
+
+#include "app/SamplingSchedule.h"
+
+namespace cindertop::cli {
+
+Watch::End Watch::run() {
+    for (;;) {
+        const auto snapshot = sampler_.sample();
+        if (const auto shown = show(snapshot); !shown) {
+            return std::unexpected(shown.error());
+        }
+        events_.startTimer(tickDelay(snapshot.score.recommendedSamplingHz));
+        const auto wake = pause(snapshot);
+        if (!wake) {
+            return std::unexpected(wake.error());
+        }
+        if (wake->kind == Wake::Kind::terminated) {
+            return wake->signal;
+        }
+        if (wake->kind != Wake::Kind::tick) {
+            return std::nullopt;
+        }
+    }
+}
+
+std::expected<Wake, WriteError> Watch::pause(const MachineSnapshot& snapshot) {
+    for (;;) {
+        const auto wake = events_.wait();
+        if (wake.kind == Wake::Kind::resized) {
+            printer_.resize();
+        } else if (wake.kind == Wake::Kind::suspended) {
+            printer_.suspend();
+        } else {
+            return wake;
+        }
+        if (const auto shown = show(snapshot); !shown) {
+            return std::unexpected(shown.error());
+        }
+    }
+}
+
+/// An interrupted write is no failure: the event that interrupted it comes next, and decides.
+WriteResult Watch::show(const MachineSnapshot& snapshot) {
+    auto shown = printer_.show(snapshot);
+    if (!shown && shown.error().isInterruption()) {
+        return {};
+    }
+    return shown;
+}
+
+} // namespace cindertop::cli

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/MachineSampler.h"
+#include "cli/WatchEvents.h"
+#include "cli/WatchPrinter.h"
+
+#include <expected>
+#include <optional>
+
+namespace cindertop::cli {
+
+/// Samples and shows until something ends it, as often as the heat recommends.
+class Watch {
+public:
+    /// The signal that ended it; none when the user did.
+    using End = std::expected<std::optional<int>, WriteError>;
+
+    /// All three must outlive the watch.
+    Watch(MachineSampler& sampler, WatchEvents& events, WatchPrinter& printer)
+        : sampler_(sampler), events_(events), printer_(printer) {}
+
+    End run();
+
+private:
+    /// Waits for the next tick; another wake-up ends the watch.
+    std::expected<Wake, WriteError> pause(const MachineSnapshot& snapshot);
+    WriteResult show(const MachineSnapshot& snapshot);
+
+    MachineSampler& sampler_;
+    WatchEvents& events_;
+    WatchPrinter& printer_;
+};
+
+} // namespace cindertop::cli

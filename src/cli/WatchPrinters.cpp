@@ -1,0 +1,45 @@
+#include "cli/WatchPrinters.h"
+
+#include "cli/LocalTime.h"
+
+#include <utility>
+
+#include <signal.h> // NOLINT(modernize-deprecated-headers): SIGSTOP is POSIX
+
+namespace cindertop::cli {
+
+ScreenPrinter::ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
+                             TemperatureFormatter temperatures)
+    : readTraits_(std::move(traits)),
+      traits_(readTraits_()),
+      temperatures_(std::move(temperatures)),
+      screen_(output) {}
+
+WriteResult ScreenPrinter::show(const MachineSnapshot& snapshot) {
+    screen_.enter();
+    const PageStyle style{.format = traits_.format, .temperatures = temperatures_};
+    std::vector<std::string> lines;
+    for (const auto& line : watchPage(snapshot, style, traits_.rows, localTimeOfDay(snapshot.measuredAt))) {
+        lines.push_back(encoded(line, traits_.format));
+    }
+    return screen_.draw(lines);
+}
+
+void ScreenPrinter::resize() {
+    traits_ = readTraits_();
+}
+
+void ScreenPrinter::suspend() {
+    screen_.leave();
+    ::raise(SIGSTOP);
+    resize(); // its signal went to a stopped process
+}
+
+LinePrinter::LinePrinter(const Output& output, Encoder encoder)
+    : output_(output), encoder_(std::move(encoder)) {}
+
+WriteResult LinePrinter::show(const MachineSnapshot& snapshot) {
+    return output_.write(encoder_(snapshot) + '\n');
+}
+
+} // namespace cindertop::cli

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "cli/Pages.h"
+#include "cli/Screen.h"
+#include "cli/TerminalTraits.h"
+#include "cli/WatchPrinter.h"
+
+#include <functional>
+
+namespace cindertop::cli {
+
+/// Draws each tick over the last one.
+class ScreenPrinter final : public WatchPrinter {
+public:
+    /// `output` must outlive the printer and be a terminal that can redraw; `traits` tells its size each
+    /// time.
+    ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
+                  TemperatureFormatter temperatures);
+
+    WriteResult show(const MachineSnapshot& snapshot) override;
+    void resize() override;
+    void suspend() override;
+
+private:
+    std::function<TerminalTraits()> readTraits_;
+    TerminalTraits traits_;
+    TemperatureFormatter temperatures_;
+    Screen screen_;
+};
+
+/// Writes each tick as a line.
+class LinePrinter final : public WatchPrinter {
+public:
+    using Encoder = std::function<std::string(const MachineSnapshot&)>;
+
+    /// `output` must outlive the printer.
+    LinePrinter(const Output& output, Encoder encoder);
+
+    WriteResult show(const MachineSnapshot& snapshot) override;
+
+    void resize() override {}
+
+    void suspend() override {}
+
+private:
+    const Output& output_;
+    Encoder encoder_;
+};
+
+} // namespace cindertop::cli

@@ -1,0 +1,66 @@
+#include "app/MachineSampler.h"
+#include "cli/Pages.h"
+#include "fakes/FakeUnifiedLog.h"
+#include "platform/linux/LinuxMachine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace cindertop::cli {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// The status page of a machine from its file tree, through everything between the files and the text.
+std::string statusOf(const std::string& fixture) {
+    const std::filesystem::path tree = std::filesystem::path(CINDERTOP_FIXTURES) / fixture;
+    linux_platform::LinuxMachine machine({.proc = tree / "proc", .sys = tree / "sys"});
+    MachineSampler sampler({.clock = machine.clock(),
+                            .process = machine.processInformation(),
+                            .pressureReader = DarwinThermalPressureReader::ownOnFirstUse(
+                                machine.thermalPressure(), std::make_shared<fakes::FakeUnifiedLog>()),
+                            .temperatureEvents = machine.temperatureEvents(),
+                            .displays = machine.displays(),
+                            .powerSources = machine.powerSources(),
+                            .hostStatistics = machine.hostStatistics(),
+                            .processes = machine.processes(),
+                            .applications = machine.applications(),
+                            .comparison = LocalizedComparison::ofUser(),
+                            .sources = [&machine] { return machine.sources(); }},
+                           ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation()));
+    sampler.prime();
+    const PageStyle style{.format = {.columns = 80, .charset = Charset::unicode},
+                          .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius)};
+    return encoded(statusPage(sampler.sampleNow(), style), style.format);
+}
+
+TEST(LinuxPages, ALaptopTellsItsHeat) {
+    EXPECT_THAT(statusOf("thinkpad"), AllOf(StartsWith("14 of 100  Normal, stable\n"),
+                                            HasSubstr("Thermal       state nominal, pressure nominal\n"),
+                                            HasSubstr("Temperature   51°C\n              CPU Package 0       "
+                                                      "  51°C   CPU Core 0            48°C\n"),
+                                            HasSubstr("Displays      1 active: 1 built in, 0 external\n"),
+                                            HasSubstr("  thermal zones        available: 3 zones\n")));
+}
+
+TEST(LinuxPages, ASensorOfABatterySaysNothingAboutTheProcessor) {
+    EXPECT_THAT(statusOf("apple-silicon"),
+                AllOf(StartsWith("Heat not available"), HasSubstr("Battery Hotspot"),
+                      HasSubstr("Power         AC power, battery 71 %, charging, 31°C\n")));
+}
+
+TEST(LinuxPages, ABareMachineSaysWhatIsMissing) {
+    EXPECT_THAT(statusOf("bare-vm"),
+                AllOf(StartsWith("Heat not available"),
+                      HasSubstr("Temperature   not available: no sensor answers\n"),
+                      HasSubstr("Displays      not available\n"),
+                      HasSubstr("  thermal zones        not available: no thermal zones\n")));
+}
+
+} // namespace
+} // namespace cindertop::cli

@@ -1,0 +1,156 @@
+#include "app/Snapshots.h"
+#include "cli/Pages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace cindertop::cli {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+PageStyle style(int columns, Charset charset, Palette palette = Palette::none) {
+    return {.format = {.columns = columns, .charset = charset, .palette = palette},
+            .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius)};
+}
+
+std::string text(const std::vector<Line>& page, const PageStyle& pageStyle) {
+    return encoded(page, pageStyle.format);
+}
+
+MachineSnapshot hostileMachine() {
+    auto machine = hotLaptop();
+    auto& browser = machine.offenders.offenders[0];
+    browser.displayName = "\x1b]0;owned\x07" + std::string(200, 'x');
+    browser.children[0].name =
+        "日本語日本語日本語日本語日本語日本語日本語日本語日本語日本語日本語日本語日本語";
+    machine.temperatures[0].label = std::string(120, 'y') + "\n";
+    machine.sources[1].reason = "a\u202Eb " + std::string(150, 'z');
+    return machine;
+}
+
+TEST(StatusPage, ShowsEveryFact) {
+    const auto wide = style(80, Charset::unicode);
+    EXPECT_EQ(text(statusPage(hotLaptop(), wide), wide),
+              R"(78 of 100  Serious, rising
+██████████████████████████████████████████████▊░░░░░░░░░░░░░
+
+Thermal       state serious, pressure heavy
+Pressure      Serious or worse for 2 min 5 s
+Temperature   97°C
+              CPU Package 0 97°C   GPU           61°C
+Power         battery power, battery 57 %, not charging, 36°C (warm), Low Power
+              Mode on
+Displays      1 active: 0 built in, 1 external (lid probably closed)
+Processor     41.0 %
+
+Applications                                                                 CPU
+Browser                                                  6 processes      33.2 %
+  browser                                                pid 4711         30.5 %
+  tab                                                    pid 4712          2.8 %
+  and 4 more
+System                                                   pid 77           <0.1 %
+
+Where the facts come from
+  thermal zones  available: 2 zones
+  lid            not available: no lid switch
+)");
+}
+
+TEST(StatusPage, SaysWhatIsMissingAndNeverZero) {
+    const auto plain = style(80, Charset::ascii);
+    EXPECT_EQ(text(statusPage(unknownMachine(), plain), plain),
+              R"(Heat not available: this machine tells nothing about it
+[..........................................................]
+
+Thermal       state not available, pressure not available
+Temperature   not available: no sensor answers
+Power         source not available, no battery found
+Displays      not available
+Processor     not available
+
+Applications                                                                 CPU
+not available: the processes cannot be listed
+
+Where the facts come from
+)");
+}
+
+TEST(StatusPage, TellsWhyThereIsNoTemperatureDespiteSensors) {
+    auto machine = unknownMachine();
+    machine.temperatures = {{"Battery", "Battery", 30, ThermalSensorKind::battery}};
+    const auto plain = style(80, Charset::ascii);
+    EXPECT_THAT(text(statusPage(machine, plain), plain),
+                HasSubstr("Temperature   not available: no sensor of the processor answers\n"
+                          "              Battery 30C\n"));
+}
+
+TEST(Pages, FitEveryWidth) {
+    const auto machine = hostileMachine();
+    for (const auto charset : {Charset::unicode, Charset::ascii}) {
+        for (int columns = 1; columns <= 130; ++columns) {
+            const auto narrow = style(columns, charset);
+            for (const auto& page : {statusPage(machine, narrow), offendersPage(machine, narrow),
+                                     watchPage(machine, narrow, 24, "23:02:11")}) {
+                for (const auto& line : page) {
+                    const auto shownLine = encoded(line, narrow.format);
+                    EXPECT_LE(columnsOf(shownLine), columns) << shownLine;
+                    EXPECT_EQ(shownLine.find_first_of("\x1b\n\r\x07"), std::string::npos) << shownLine;
+                }
+            }
+        }
+    }
+}
+
+TEST(Pages, AlignSharesUnderWideCharacters) {
+    auto machine = hotLaptop();
+    machine.offenders.offenders[0].displayName = "日本語";
+    const auto wide = style(60, Charset::unicode);
+    for (const auto& line : offendersPage(machine, wide)) {
+        const auto shownLine = encoded(line, wide.format);
+        if (shownLine.ends_with('%')) {
+            EXPECT_EQ(columnsOf(shownLine), 60) << shownLine;
+        }
+    }
+}
+
+TEST(Pages, ColourTheLevelButSayItToo) {
+    const auto coloured = style(80, Charset::unicode, Palette::sixteen);
+    EXPECT_THAT(text(statusPage(hotLaptop(), coloured), coloured), HasSubstr("\x1b[91mSerious\x1b[0m"));
+}
+
+TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
+    const auto screen = style(80, Charset::unicode);
+    for (int rows = 1; rows <= 60; ++rows) {
+        const auto page = watchPage(hotLaptop(), screen, rows, "23:02:11");
+        ASSERT_EQ(page.size(), static_cast<std::size_t>(rows));
+        const auto content = text(page, screen);
+        EXPECT_THAT(content, HasSubstr("Cindertop"));
+        EXPECT_EQ(content.find("78 of 100") != std::string::npos, rows >= 2) << rows;
+        EXPECT_EQ(content.find("Browser") != std::string::npos, rows >= 8) << rows;
+        EXPECT_EQ(content.find("Processor") != std::string::npos, rows >= 17) << rows;
+    }
+}
+
+TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
+    const auto wide = style(110, Charset::unicode);
+    EXPECT_THAT(text(watchPage(hotLaptop(), wide, 24, "23:02:11"), wide), HasSubstr("▃█"));
+    const auto plain = style(110, Charset::ascii);
+    EXPECT_THAT(text(watchPage(hotLaptop(), plain, 24, "23:02:11"), plain), Not(HasSubstr("▃█")));
+}
+
+TEST(WatchLine, IsOneLineWithEverythingThatMatters) {
+    const auto plain = style(80, Charset::unicode);
+    EXPECT_EQ(watchLine(hotLaptop(), plain, "2026-11-22 23:02:11"),
+              "2026-11-22 23:02:11  78 Serious, rising  temperature 97°C  CPU 41.0 %  Browser 33.2 %");
+    EXPECT_EQ(watchLine(unknownMachine(), plain, "2026-11-22 23:02:11"),
+              "2026-11-22 23:02:11  heat not available  temperature not available  CPU not available  "
+              "applications: not available");
+    EXPECT_EQ(watchLine(hostileMachine(), plain, "now").find_first_of("\x1b\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace cindertop::cli
