@@ -1,0 +1,151 @@
+#include "assistant/OffenderAdvice.h"
+
+#include "assistant/WorkloadNames.h"
+#include "cpu/NameFragment.h"
+#include "support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace cindertop {
+
+namespace {
+
+using enum CinderInsightKind;
+using enum CinderInsightConfidence;
+using enum ProcessOffenderCategory;
+
+/// What an advice row looks at. The texts are in lower case; an absent one is empty and contains no fragment.
+struct SearchedOffender {
+    ProcessOffenderCategory category{};
+    std::array<std::string, 3> texts;
+};
+
+using Test = bool (*)(const SearchedOffender&);
+
+template <const auto& fragments>
+bool isNamedLike(const SearchedOffender& offender) {
+    return std::ranges::any_of(offender.texts, [](const std::string& text) {
+        const SearchedText searched(text);
+        return std::ranges::any_of(fragments, [&](const NameFragment& name) { return name.isIn(searched); });
+    });
+}
+
+template <ProcessOffenderCategory... categories>
+bool isOfCategory(const SearchedOffender& offender) {
+    return ((offender.category == categories) || ...);
+}
+
+bool isAnything(const SearchedOffender& /*offender*/) {
+    return true;
+}
+
+struct AdviceRow {
+    Test applies;
+    CinderInsightKind kind;
+    CinderInsightConfidence confidence;
+    std::string_view title;
+    std::string_view message; ///< one that begins with a blank follows the offender's label
+    int priority;             ///< at a serious or critical level
+    int priorityAtLowLevel;
+};
+
+/// The first row that applies counts: a game installed as an ordinary application is still a game.
+constexpr auto adviceRows = std::to_array<AdviceRow>({
+    {.applies = isNamedLike<gameNameFragments>,
+     .kind = gamingFpsCapRecommended,
+     .confidence = medium,
+     .title = "Game workload",
+     .message = " is the main load. Cap FPS or lower resolution for steadier thermals.",
+     .priority = 35,
+     .priorityAtLowLevel = 35},
+    {.applies = isNamedLike<localAINameFragments>,
+     .kind = localAIWorkload,
+     .confidence = medium,
+     .title = "Local AI workload",
+     .message = " is the main load. Pause the local model if you need the Mac to cool faster.",
+     .priority = 35,
+     .priorityAtLowLevel = 35},
+    {.applies = isOfCategory<backgroundSystem, system>,
+     .kind = backgroundIndexingLikely,
+     .confidence = low,
+     .title = "System workload",
+     .message = "A system workload is active. It usually settles without manual action.",
+     .priority = 55,
+     .priorityAtLowLevel = 55},
+    {.applies = isOfCategory<indexingOrSetup>,
+     .kind = backgroundIndexingLikely,
+     .confidence = high,
+     .title = backgroundIndexingTitle,
+     .message = backgroundIndexingMessage,
+     .priority = 35,
+     .priorityAtLowLevel = 45},
+    {.applies = isOfCategory<developerWorkload>,
+     .kind = developerBuildWorkload,
+     .confidence = high,
+     .title = "Developer workload",
+     .message = " is the main load. Let the build finish or use Low Power Mode for steadier thermals.",
+     .priority = 30,
+     .priorityAtLowLevel = 40},
+    {.applies = isOfCategory<browserWorkload>,
+     .kind = browserTabLikely,
+     .confidence = medium,
+     .title = "Browser workload",
+     .message = " is the main load. A busy tab or web app may be adding heat.",
+     .priority = 30,
+     .priorityAtLowLevel = 40},
+    {.applies = isAnything,
+     .kind = topCpuOffender,
+     .confidence = medium,
+     .title = "Top CPU offender",
+     .message = " is the main load. Quit or pause it if you need the Mac to cool faster.",
+     .priority = 30,
+     .priorityAtLowLevel = 42},
+});
+
+SearchedOffender searched(const ProcessOffender& offender) {
+    return {.category = offender.category,
+            .texts = {lowerCased(offender.displayName), lowerCased(offender.bundleIdentifier.value_or("")),
+                      lowerCased(offender.appBundlePath.value_or(""))}};
+}
+
+/// The nearest whole number, halves up, for any share that a `double` can hold.
+std::string wholeNumber(double share) {
+    std::array<char, std::numeric_limits<double>::max_exponent10 + 2> digits; // NOLINT: filled by to_chars
+    const auto written =
+        std::to_chars(digits.begin(), digits.end(), std::round(share), std::chars_format::fixed);
+    return {digits.begin(), written.ptr};
+}
+
+/// "Safari (42% CPU)"
+std::string offenderLabel(const ProcessOffender& offender) {
+    return offender.displayName + " (" + wholeNumber(offender.cpuPercent) + "% CPU)";
+}
+
+std::string messageFor(const AdviceRow& row, const ProcessOffender& offender) {
+    std::string message;
+    if (row.message.starts_with(' ')) {
+        message = offenderLabel(offender);
+    }
+    return message.append(row.message);
+}
+
+} // namespace
+
+RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level) {
+    const auto subject = searched(offender);
+    const auto& row = *std::ranges::find_if(
+        adviceRows, [&](Test applies) { return applies(subject); }, &AdviceRow::applies);
+    return {.insight = {.kind = row.kind,
+                        .confidence = row.confidence,
+                        .title = std::string(row.title),
+                        .message = messageFor(row, offender),
+                        .relatedOffenderID = offender.id},
+            .priority = level < ThermalLevel::serious ? row.priorityAtLowLevel : row.priority};
+}
+
+} // namespace cindertop

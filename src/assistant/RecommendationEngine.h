@@ -1,0 +1,36 @@
+#pragma once
+
+#include "assistant/CinderRecommendationSnapshot.h"
+#include "assistant/RecommendationCandidate.h"
+#include "assistant/RecommendationEngineConfiguration.h"
+#include "context/SystemContextSnapshot.h"
+#include "cpu/ProcessOffenderSnapshot.h"
+#include "support/Instant.h"
+#include "thermal/ThermalScore.h"
+
+#include <optional>
+
+namespace cindertop {
+
+/// Chooses the advice of each tick. New advice of another kind leads only after several ticks in a row, so
+/// that the headline does not flicker; urgent advice leads at once. A plain value for one thread.
+class RecommendationEngine {
+public:
+    CinderRecommendationSnapshot update(const ThermalScore& score, const SystemContextSnapshot& context,
+                                        const ProcessOffenderSnapshot& offenders,
+                                        const RecommendationEngineConfiguration& configuration, Instant now);
+
+    /// Forgets what led before: the next update leads with whatever is most urgent.
+    void reset();
+
+private:
+    CinderInsight choosePrimary(const RecommendationCandidate& top, int confirmationCount);
+    bool isConfirmedBy(CinderInsightKind leader, int confirmationCount);
+    void clearPending();
+
+    CinderRecommendationSnapshot lastSnapshot_;
+    std::optional<CinderInsightKind> pendingPrimaryKind_; ///< leads the candidates, but is not yet confirmed
+    int pendingPrimaryCount_{0};                          ///< for how many ticks in a row it has led
+};
+
+} // namespace cindertop

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "assistant/SystemNotificationState.h"
+#include "assistant/ThermalAlert.h"
+#include "platform/UserNotificationCenter.h"
+
+#include <functional>
+#include <memory>
+
+namespace cindertop {
+
+/// Posts alerts as quiet system notifications and tells how far that is possible. It keeps no state of its
+/// own: each operation asks the system anew, and several may be under way at once.
+///
+/// Main thread. Each completion runs there exactly once, at the earliest within the call itself; after the
+/// service's destruction none runs any more, and an operation under way goes no further.
+class SystemNotificationService final : public UserNotificationCenterDelegate {
+public:
+    using Completion = std::function<void(SystemNotificationState)>;
+
+    /// Becomes the delegate of `center`, which must outlive the service.
+    explicit SystemNotificationService(UserNotificationCenter& center);
+    ~SystemNotificationService() override;
+    SystemNotificationService(const SystemNotificationService&) = delete;
+    SystemNotificationService& operator=(const SystemNotificationService&) = delete;
+
+    /// `isEnabled` is the user's preference: without it the answer is `disabled` and the system is not
+    /// consulted. The same holds below. Never prompts.
+    void currentState(bool isEnabled, Completion completion);
+
+    /// As `currentState`, but asks the user for permission when that has not been decided yet.
+    void prepare(bool isEnabled, Completion completion);
+
+    /// Prepares, and posts the alert when that is authorized. An alert that cannot be posted is not tried
+    /// again.
+    void deliver(const ThermalAlert& alert, bool isEnabled, Completion completion);
+
+    /// Shows as a banner and in the list, as if the application were not in front; no sound, no badge.
+    NotificationPresentationOptions willPresent(const UserNotificationRequest& request) const override;
+
+private:
+    void askForPermission(Completion completion);
+    void post(const ThermalAlert& alert, Completion completion);
+
+    /// What the centre shall call: it does nothing once the service is gone.
+    template <typename Answer>
+    std::function<void(Answer)> whileAlive(std::function<void(const Answer&)> handler) const;
+
+    struct Life {};
+
+    UserNotificationCenter& center_;
+    std::shared_ptr<const Life> life_;
+};
+
+} // namespace cindertop

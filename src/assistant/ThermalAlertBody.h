@@ -1,0 +1,16 @@
+#pragma once
+
+#include "assistant/CinderRecommendationSnapshot.h"
+#include "assistant/ThermalAlertKind.h"
+
+#include <optional>
+#include <string>
+
+namespace cindertop {
+
+/// What an alert of this kind says. The current advice decides what it suggests; the label, the busiest
+/// offender's name, begins the sentence where the advice is about an application.
+std::string thermalAlertBody(ThermalAlertKind kind, const CinderRecommendationSnapshot& recommendation,
+                             const std::optional<std::string>& topOffenderLabel);
+
+} // namespace cindertop

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "assistant/ThermalAlert.h"
+#include "assistant/ThermalAlertConfiguration.h"
+#include "assistant/ThermalAlertInput.h"
+#include "support/Instant.h"
+
+#include <map>
+#include <optional>
+
+namespace cindertop {
+
+/// Decides, once a tick, whether to tell the user that pressure became sustained or critical, or eased. A
+/// transition that a setting or a cooldown suppresses is over: it is not told later. A plain value for one
+/// thread.
+class ThermalAlertRuleEngine {
+public:
+    std::optional<ThermalAlert> evaluate(const ThermalAlertInput& input,
+                                         const ThermalAlertConfiguration& configuration);
+
+private:
+    std::optional<ThermalAlertKind> followTransition(const ThermalAlertInput& input,
+                                                     Seconds minimumRecoveryPressureDuration);
+    bool passesLevelFilter(ThermalAlertKind kind, ThermalLevel minimumLevel) const;
+    bool canDeliver(ThermalAlertKind kind, const ThermalAlertConfiguration& configuration, Instant now) const;
+    void recordDelivery(ThermalAlertKind kind, Instant now);
+
+    bool wasSustainedPressure_{false};
+    bool wasCritical_{false};
+    Seconds mostRecentSustainedDuration_{0}; ///< the longest stretch of sustained pressure so far; only grows
+    std::optional<Instant> lastDeliveredAt_;
+    std::map<ThermalAlertKind, Instant> lastDeliveredAtByKind_;
+    bool deliveredCriticalSinceLastRecovery_{false};
+};
+
+} // namespace cindertop

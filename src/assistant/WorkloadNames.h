@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cpu/NameFragment.h"
+
+#include <array>
+
+// Parts of names, in lower case, by which a kind of work is known whatever the category of its processes.
+
+namespace cindertop {
+
+inline constexpr auto gameNameFragments = std::to_array<NameFragment>({
+    "steam",
+    "epic games",
+    "battle.net",
+    "roblox",
+    "minecraft",
+    "riot",
+    "league of legends",
+    "unity",
+    "unreal",
+});
+
+inline constexpr auto localAINameFragments = std::to_array<NameFragment>({
+    "ollama",
+    "lm studio",
+    "llama",
+    "mlx",
+});
+
+} // namespace cindertop

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "assistant/CinderRecommendationSnapshot.h"
+#include "context/SystemContextSnapshot.h"
+#include "cpu/ProcessOffenderSnapshot.h"
+#include "thermal/ThermalScore.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace cindertop::testing {
+
+/// A moment `seconds` after the one at which every test begins.
+inline Instant at(double seconds) {
+    return Instant{std::chrono::seconds{1'731'760'000}} +
+           std::chrono::duration_cast<std::chrono::nanoseconds>(Seconds{seconds});
+}
+
+inline ThermalScore scoreOf(ThermalLevel level, ThermalTrend trend = ThermalTrend::stable) {
+    return {50,
+            level,
+            0,
+            false,
+            1,
+            std::nullopt,
+            ThermalDataSource::official,
+            SystemThermalState::nominal,
+            ThermalPressureLevel::nominal,
+            trend,
+            at(0)};
+}
+
+inline DisplayContextSnapshot displays(int builtIn, int external) {
+    return {true, builtIn + external, builtIn, external};
+}
+
+inline PowerContextSnapshot power(PowerSourceKind source, std::optional<bool> isCharging) {
+    return {true, source, 50, isCharging, std::nullopt, false, std::nullopt, std::nullopt};
+}
+
+inline SustainedThermalPressureSnapshot sustained(double duration, std::optional<ThermalLevel> level) {
+    return {true, Seconds{duration}, level, ThermalLevel::serious};
+}
+
+/// One display, on mains, not charging, no sustained pressure.
+inline SystemContextSnapshot quietContext() {
+    return {.displays = displays(1, 0),
+            .power = power(PowerSourceKind::acPower, false),
+            .sustainedPressure = SustainedThermalPressureSnapshot::inactive(),
+            .measuredAt = at(0)};
+}
+
+inline ProcessOffender offender(std::string name, double cpuPercent, ProcessOffenderCategory category) {
+    return ProcessOffender(
+        {.id = "id:" + name, .displayName = std::move(name), .cpuPercent = cpuPercent, .category = category});
+}
+
+inline ProcessOffenderSnapshot readyOffenders(std::vector<ProcessOffender> offenders,
+                                              bool isIndexing = false) {
+    return {.state = ProcessOffenderSnapshotState::ready,
+            .offenders = std::move(offenders),
+            .isIndexingOrSetupLikely = isIndexing,
+            .measuredAt = at(0)};
+}
+
+/// Advice of these kinds, the first as the primary one.
+inline CinderRecommendationSnapshot adviceOf(const std::vector<CinderInsightKind>& kinds) {
+    CinderRecommendationSnapshot snapshot;
+    for (const auto kind : kinds) {
+        CinderInsight insight{kind, CinderInsightConfidence::medium, "", "", std::nullopt};
+        if (snapshot.primaryInsight) {
+            snapshot.secondaryInsights.push_back(std::move(insight));
+        } else {
+            snapshot.primaryInsight = std::move(insight);
+        }
+    }
+    return snapshot;
+}
+
+} // namespace cindertop::testing

@@ -1,0 +1,99 @@
+#include "assistant/AssistantInputs.h"
+#include "assistant/OffenderAdvice.h"
+
+#include <gtest/gtest.h>
+
+namespace cindertop::testing {
+
+namespace {
+
+using enum CinderInsightKind;
+using enum CinderInsightConfidence;
+
+TEST(OffenderAdvice, FollowsTheCategoryAndTheLevel) {
+    struct Case {
+        ProcessOffenderCategory category;
+        CinderInsightKind kind;
+        CinderInsightConfidence confidence;
+        std::string title;
+        int priorityAtFair;
+        int priorityAtSerious;
+        std::string message;
+    };
+
+    using enum ProcessOffenderCategory;
+    for (const auto& [category, kind, confidence, title, atFair, atSerious, message] : std::vector<Case>{
+             {backgroundSystem, backgroundIndexingLikely, low, "System workload", 55, 55,
+              "A system workload is active. It usually settles without manual action."},
+             {system, backgroundIndexingLikely, low, "System workload", 55, 55,
+              "A system workload is active. It usually settles without manual action."},
+             {indexingOrSetup, backgroundIndexingLikely, high, "Background indexing", 45, 35,
+              "Spotlight or setup work is active. It usually settles on its own."},
+             {developerWorkload, developerBuildWorkload, high, "Developer workload", 40, 30,
+              "Thing (42% CPU) is the main load. Let the build finish or use Low Power Mode for steadier "
+              "thermals."},
+             {browserWorkload, browserTabLikely, medium, "Browser workload", 40, 30,
+              "Thing (42% CPU) is the main load. A busy tab or web app may be adding heat."},
+             {userApplication, topCpuOffender, medium, "Top CPU offender", 42, 30,
+              "Thing (42% CPU) is the main load. Quit or pause it if you need the Mac to cool faster."},
+             {unknown, topCpuOffender, medium, "Top CPU offender", 42, 30,
+              "Thing (42% CPU) is the main load. Quit or pause it if you need the Mac to cool faster."},
+         }) {
+        const auto thing = offender("Thing", 42.4, category);
+        const CinderInsight insight{kind, confidence, title, message, "id:Thing"};
+        using Expected = RecommendationCandidate;
+        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::fair), (Expected{insight, atFair})) << title;
+        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::serious), (Expected{insight, atSerious})) << title;
+        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::critical), (Expected{insight, atSerious})) << title;
+    }
+}
+
+TEST(OffenderAdvice, KnowsGamesAndLocalModelsByAnyOfTheirNames) {
+    struct Case {
+        ProcessOffender::Fields fields;
+        CinderInsightKind kind;
+    };
+
+    for (const auto& [fields, kind] : std::vector<Case>{
+             {{.displayName = "Minecraft Launcher"}, gamingFpsCapRecommended},
+             {{.displayName = "Game", .bundleIdentifier = "com.Valvesoftware.STEAM"},
+              gamingFpsCapRecommended},
+             {{.displayName = "Epic Games Launcher"}, gamingFpsCapRecommended},
+             {{.displayName = "Chat", .appBundlePath = "/Applications/lm STUDIO.app"}, localAIWorkload},
+             {{.displayName = "MLX Server", .category = ProcessOffenderCategory::system}, localAIWorkload},
+             {{.displayName = "Llama for Unity"}, gamingFpsCapRecommended}, // games are looked for first
+             {{.displayName = "Epic", .bundleIdentifier = "Games"}, topCpuOffender}, // names are not joined
+         }) {
+        for (const auto level : {ThermalLevel::fair, ThermalLevel::serious}) {
+            const auto advice = offenderAdvice(ProcessOffender(fields), level);
+            EXPECT_EQ(advice.insight.kind, kind) << fields.displayName;
+            if (kind != topCpuOffender) {
+                EXPECT_EQ(advice.priority, 35) << fields.displayName;
+                EXPECT_EQ(advice.insight.confidence, medium) << fields.displayName;
+            }
+        }
+    }
+}
+
+TEST(OffenderAdvice, RoundsTheShareHalfUp) {
+    struct Case {
+        double share;
+        std::string text;
+    };
+
+    for (const auto& [share, text] : std::vector<Case>{
+             {5.0, "App (5% CPU) is"},
+             {5.5, "App (6% CPU) is"},
+             {6.5, "App (7% CPU) is"},
+             {99.49, "App (99% CPU) is"},
+             {1234.5, "App (1235% CPU) is"},
+             {1e300, "App (1000000000000000"},
+         }) {
+        const auto busy = offender("App", share, ProcessOffenderCategory::userApplication);
+        EXPECT_TRUE(offenderAdvice(busy, ThermalLevel::fair).insight.message.starts_with(text)) << share;
+    }
+}
+
+} // namespace
+
+} // namespace cindertop::testing
