@@ -1,0 +1,32 @@
+#include "persistence/AppSettings.h"
+
+#include <algorithm>
+
+namespace cindertop {
+namespace {
+
+MenuBarInfoMode allowedMode(const AppSettingsFields& fields) {
+    switch (fields.menuBarInfoMode) {
+    case MenuBarInfoMode::thermalScore:
+    case MenuBarInfoMode::compactAlertOnly:
+        return MenuBarInfoMode::thermalStatus;
+    case MenuBarInfoMode::temperature:
+        return fields.experimentalTemperatureSensorsEnabled ? MenuBarInfoMode::temperature
+                                                            : MenuBarInfoMode::none;
+    case MenuBarInfoMode::none:
+    case MenuBarInfoMode::thermalStatus:
+        break;
+    }
+    return fields.menuBarInfoMode;
+}
+
+} // namespace
+
+AppSettings::AppSettings(const AppSettingsFields& fields) : fields_(fields) {
+    fields_.schemaVersion = appSettingsSchemaVersion;
+    fields_.showProcessOffenders = true;
+    fields_.historyDurationMinutes = std::clamp<std::int64_t>(fields.historyDurationMinutes, 15, 180);
+    fields_.menuBarInfoMode = allowedMode(fields);
+}
+
+} // namespace cindertop

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "persistence/MenuBarInfoMode.h"
+#include "persistence/RecommendationVerbosity.h"
+#include "thermal/NotificationMinimumLevel.h"
+
+#include <cstdint>
+
+namespace cindertop {
+
+inline constexpr std::int64_t appSettingsSchemaVersion = 12;
+
+/// The user's preferences as anybody may fill them in; these are the defaults.
+struct AppSettingsFields {
+    std::int64_t schemaVersion = appSettingsSchemaVersion;
+    bool experimentalTemperatureSensorsEnabled = false;
+    MenuBarInfoMode menuBarInfoMode = MenuBarInfoMode::none;
+    bool showDockIcon = false;
+    bool diagnosticLogsEnabled = true;
+    bool notificationsEnabled = false;
+    NotificationMinimumLevel notificationMinimumLevel = NotificationMinimumLevel::serious;
+    RecommendationVerbosity recommendationVerbosity = RecommendationVerbosity::concise;
+    bool showProcessOffenders = true;
+    bool showContextInsights = true;
+    bool historyEnabled = true;
+    std::int64_t historyDurationMinutes = 60; ///< 15 to 180
+
+    bool operator==(const AppSettingsFields&) const = default;
+};
+
+/// The user's preferences, repaired: the schema version is 12, process offenders are shown, the duration lies
+/// in its range, no retired mode is left, and the temperature is a mode only while the experimental sensors
+/// are on.
+class AppSettings {
+public:
+    explicit AppSettings(const AppSettingsFields& fields = {});
+
+    const AppSettingsFields& operator*() const { return fields_; }
+
+    const AppSettingsFields* operator->() const { return &fields_; }
+
+    bool operator==(const AppSettings&) const = default;
+
+private:
+    AppSettingsFields fields_;
+};
+
+} // namespace cindertop

@@ -1,0 +1,69 @@
+#include "persistence/DiagnosticLogExport.h"
+
+#include "persistence/DiagnosticEventCodec.h"
+#include "support/DateText.h"
+
+#include <nlohmann/json.hpp>
+
+namespace cindertop {
+namespace {
+
+using nlohmann::json;
+
+json settingsJson(const DiagnosticExportContext& context) {
+    return {
+        {"menuBarInfoMode", context.menuBarInfoMode},
+        {"launchAtLoginStatus", context.launchAtLoginStatus},
+        {"showDockIcon", context.showDockIcon},
+        {"experimentalSensorsEnabled", context.experimentalSensorsEnabled},
+        {"notificationsEnabled", context.notificationsEnabled},
+        {"notificationMinimumLevel", context.notificationMinimumLevel},
+        {"recommendationVerbosity", context.recommendationVerbosity},
+        {"showProcessOffenders", context.showProcessOffenders},
+        {"showContextInsights", context.showContextInsights},
+        {"historyEnabled", context.historyEnabled},
+        {"historyDurationMinutes", context.historyDurationMinutes},
+        {"diagnosticLogsEnabled", context.diagnosticLogsEnabled},
+    };
+}
+
+class ExportErrors final : public std::error_category {
+public:
+    const char* name() const noexcept override { return "DiagnosticLogExportError"; }
+
+    std::string message(int code) const override {
+        return static_cast<DiagnosticLogExportError>(code) == DiagnosticLogExportError::disabled
+                   ? "diagnostic logging is off"
+                   : "the export could not be encoded";
+    }
+};
+
+} // namespace
+
+std::error_code make_error_code(DiagnosticLogExportError error) { // NOLINT(readability-identifier-naming)
+    static const ExportErrors category;
+    return {static_cast<int>(error), category};
+}
+
+std::optional<std::string> DiagnosticLogExport::text() const {
+    json document{
+        {"schemaVersion", 1},
+        {"exportedAt", utcText(exportedAt)},
+        {"supportID", supportID},
+        {"app", {{"version", context.appVersion}, {"build", context.appBuild}}},
+        {"system",
+         {{"macOS", context.macOSVersion}, {"architecture", context.architecture}, {"model", context.model}}},
+        {"settings", settingsJson(context)},
+        {"events", json::array()},
+    };
+    for (const DiagnosticLogEvent& event : events) {
+        document["events"].push_back(diagnosticEventJson(event));
+    }
+    try {
+        return document.dump(2) + '\n';
+    } catch (const json::type_error&) { // a text that is no UTF-8
+        return std::nullopt;
+    }
+}
+
+} // namespace cindertop

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "persistence/DiagnosticBuffer.h"
+#include "support/Instant.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <system_error>
+
+namespace cindertop {
+
+/// What the application tells about itself in an export; every text as it is shown or stored.
+struct DiagnosticExportContext {
+    std::string appVersion{};
+    std::string appBuild{};
+    std::string macOSVersion{}; ///< the operating system's name and version
+    std::string architecture{};
+    std::string model{};
+    std::string menuBarInfoMode{};
+    std::string launchAtLoginStatus{};
+    bool showDockIcon = false;
+    bool experimentalSensorsEnabled = false;
+    bool notificationsEnabled = false;
+    std::string notificationMinimumLevel{};
+    std::string recommendationVerbosity{};
+    bool showProcessOffenders = false;
+    bool showContextInsights = false;
+    bool historyEnabled = false;
+    std::int64_t historyDurationMinutes = 0;
+    bool diagnosticLogsEnabled = false;
+};
+
+/// The document that a user may attach to a request for support.
+struct DiagnosticLogExport {
+    Instant exportedAt;
+    std::string supportID;
+    const DiagnosticExportContext& context;
+    const DiagnosticBuffer::Events& events;
+
+    /// Indented JSON with sorted keys; none when a text is no UTF-8.
+    std::optional<std::string> text() const;
+};
+
+enum class DiagnosticLogExportError : std::uint8_t {
+    disabled = 1, ///< diagnostic logging is off
+    unavailable,  ///< the export could not be encoded
+};
+
+std::error_code make_error_code(DiagnosticLogExportError error); // NOLINT(readability-identifier-naming)
+
+} // namespace cindertop
+
+template <>
+struct std::is_error_code_enum<cindertop::DiagnosticLogExportError> : std::true_type {};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "persistence/MenuBarInfoMode.h"
+#include "persistence/RecommendationVerbosity.h"
+#include "platform/PropertyValue.h"
+#include "thermal/NotificationMinimumLevel.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace cindertop {
+
+/// What a stored value means, whoever stored it and as which type. None when it means nothing.
+
+/// Numbers count by their truth value; of texts "true", "yes", "1", "false", "no", "0" in any case, blanks
+/// around.
+std::optional<bool> storedBoolean(const std::optional<PropertyValue>& stored);
+/// A number without its fraction, held to 64 bits; a text of decimal digits with an optional sign.
+std::optional<std::int64_t> storedInteger(const std::optional<PropertyValue>& stored);
+/// The retired modes count as the thermal status.
+std::optional<MenuBarInfoMode> storedMenuBarInfoMode(const std::optional<PropertyValue>& stored);
+/// "throttling" is an older name of serious.
+std::optional<NotificationMinimumLevel> storedMinimumLevel(const std::optional<PropertyValue>& stored);
+std::optional<RecommendationVerbosity> storedVerbosity(const std::optional<PropertyValue>& stored);
+
+} // namespace cindertop

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "persistence/ThermalDailySummary.h"
+#include "persistence/ThermalHistorySample.h"
+#include "support/Instant.h"
+
+#include <vector>
+
+namespace cindertop {
+
+/// What the history holds at a moment.
+struct ThermalMonitoringSnapshot {
+    std::vector<ThermalHistorySample> samples; ///< oldest first, all within the history's window
+    ThermalDailySummary todaySummary;
+    Instant measuredAt;
+
+    /// Before the store has answered: no samples, the day "unknown", everything at the Unix epoch.
+    static const ThermalMonitoringSnapshot& empty();
+
+    bool operator==(const ThermalMonitoringSnapshot&) const = default;
+};
+
+} // namespace cindertop

@@ -1,0 +1,222 @@
+#include "fakes/FakeUserDefaults.h"
+#include "persistence/AppSettingsStore.h"
+#include "persistence/StoredValueReaders.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <string>
+
+namespace cindertop {
+namespace {
+
+using fakes::FakeUserDefaults;
+using std::string_literals::operator""s;
+
+constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+
+/// The changes of one save of these settings, in their order.
+std::vector<UserDefaultsChange> changesOf(const AppSettings& settings) {
+    FakeUserDefaults defaults;
+    AppSettingsStore(defaults).save(settings);
+    return defaults.changes;
+}
+
+TEST(AppSettings, AreRepaired) {
+    EXPECT_EQ(AppSettings({.schemaVersion = 3, .showProcessOffenders = false}), AppSettings());
+
+    struct Duration {
+        std::int64_t given;
+        std::int64_t kept;
+    };
+
+    for (const auto& [given, kept] : std::to_array<Duration>({{std::numeric_limits<std::int64_t>::min(), 15},
+                                                              {14, 15},
+                                                              {15, 15},
+                                                              {16, 16},
+                                                              {180, 180},
+                                                              {181, 180},
+                                                              {most, 180}})) {
+        EXPECT_EQ(AppSettings({.historyDurationMinutes = given})->historyDurationMinutes, kept);
+    }
+
+    struct Mode {
+        MenuBarInfoMode given;
+        bool hasSensors;
+        MenuBarInfoMode kept;
+    };
+    using enum MenuBarInfoMode;
+    for (const auto& [given, hasSensors, kept] : std::to_array<Mode>({
+             {none, false, none},
+             {thermalStatus, false, thermalStatus},
+             {temperature, false, none},
+             {temperature, true, temperature},
+             {thermalScore, true, thermalStatus},
+             {compactAlertOnly, false, thermalStatus},
+         })) {
+        const AppSettings settings(
+            {.experimentalTemperatureSensorsEnabled = hasSensors, .menuBarInfoMode = given});
+        EXPECT_EQ(settings->menuBarInfoMode, kept);
+    }
+}
+
+TEST(AppSettings, AreLabelledForPeople) {
+    const std::array modeLabels{"Icon Only", "Thermal Status", "Temperature", "Thermal Score", "Alerts Only"};
+    for (std::size_t index = 0; index < modeLabels.size(); ++index) {
+        EXPECT_EQ(label(casesOf<MenuBarInfoMode>().at(index).value), modeLabels.at(index));
+    }
+    EXPECT_EQ(label(RecommendationVerbosity::concise), "Concise");
+    EXPECT_EQ(label(RecommendationVerbosity::detailed), "Detailed");
+    using enum MenuBarInfoMode;
+    EXPECT_EQ(AppSettingsStore::availableMenuBarInfoModes(true),
+              (std::vector{none, thermalStatus, temperature}));
+    EXPECT_EQ(AppSettingsStore::availableMenuBarInfoModes(false), (std::vector{none, thermalStatus}));
+}
+
+TEST(StoredValues, AreUnderstoodWhateverTheirType) {
+    struct Case {
+        PropertyValue stored;
+        std::optional<bool> boolean;
+        std::optional<std::int64_t> integer;
+    };
+
+    for (const auto& [stored, boolean, integer] : {
+             Case{true, true, std::nullopt},
+             {false, false, std::nullopt},
+             {std::int64_t{0}, false, 0},
+             {std::int64_t{-7}, true, -7},
+             {0.0, false, 0},
+             {45.9, true, 45},
+             {-45.9, true, -45},
+             {1e300, true, most},
+             {-1e300, true, std::numeric_limits<std::int64_t>::min()},
+             {std::numeric_limits<double>::quiet_NaN(), true, 0},
+             {"true"s, true, std::nullopt},
+             {" YES\n"s, true, std::nullopt},
+             {"1"s, true, 1},
+             {"False"s, false, std::nullopt},
+             {"\tno "s, false, std::nullopt},
+             {"0"s, false, 0},
+             {"maybe"s, std::nullopt, std::nullopt},
+             {""s, std::nullopt, std::nullopt},
+             {"45"s, std::nullopt, 45},
+             {"+45"s, std::nullopt, 45},
+             {"-45"s, std::nullopt, -45},
+             {" 45"s, std::nullopt, std::nullopt},
+             {"45 "s, std::nullopt, std::nullopt},
+             {"+-45"s, std::nullopt, std::nullopt},
+             {"+"s, std::nullopt, std::nullopt},
+             {"4.5"s, std::nullopt, std::nullopt},
+             {"9223372036854775807"s, std::nullopt, most},
+             {"9223372036854775808"s, std::nullopt, std::nullopt},
+         }) {
+        EXPECT_EQ(storedBoolean(stored), boolean);
+        EXPECT_EQ(storedInteger(stored), integer);
+    }
+    EXPECT_EQ(storedBoolean(std::nullopt), std::nullopt);
+    EXPECT_EQ(storedInteger(std::nullopt), std::nullopt);
+}
+
+TEST(StoredValues, NameCases) {
+    EXPECT_EQ(storedMenuBarInfoMode("thermalScore"s), MenuBarInfoMode::thermalStatus);
+    EXPECT_EQ(storedMenuBarInfoMode("compactAlertOnly"s), MenuBarInfoMode::thermalStatus);
+    EXPECT_EQ(storedMenuBarInfoMode("temperature"s), MenuBarInfoMode::temperature);
+    EXPECT_EQ(storedMenuBarInfoMode("Temperature"s), std::nullopt);
+    EXPECT_EQ(storedMinimumLevel("throttling"s), NotificationMinimumLevel::serious);
+    EXPECT_EQ(storedMinimumLevel("critical"s), NotificationMinimumLevel::critical);
+    EXPECT_EQ(storedMinimumLevel("fair"s), std::nullopt);
+    EXPECT_EQ(storedVerbosity("detailed"s), RecommendationVerbosity::detailed);
+    EXPECT_EQ(storedVerbosity(true), std::nullopt);
+}
+
+TEST(AppSettingsStore, WritesEveryKeyInOrder) {
+    const AppSettings settings({.experimentalTemperatureSensorsEnabled = true,
+                                .menuBarInfoMode = MenuBarInfoMode::temperature,
+                                .showDockIcon = true,
+                                .diagnosticLogsEnabled = false,
+                                .notificationsEnabled = true,
+                                .notificationMinimumLevel = NotificationMinimumLevel::critical,
+                                .recommendationVerbosity = RecommendationVerbosity::detailed,
+                                .showContextInsights = false,
+                                .historyEnabled = false,
+                                .historyDurationMinutes = 75});
+    EXPECT_EQ(changesOf(settings), (std::vector<UserDefaultsChange>{
+                                       {"cindertop.settings.schema-version", std::int64_t{12}},
+                                       {"cindertop.thermal.experimental-sensors", true},
+                                       {"cindertop.menu-bar.info-mode", "temperature"s},
+                                       {"cindertop.app.show-dock-icon", true},
+                                       {"cindertop.diagnostics.enabled", false},
+                                       {"cindertop.notifications.enabled", true},
+                                       {"cindertop.notifications.minimum-level", "critical"s},
+                                       {"cindertop.assistant.recommendation-verbosity", "detailed"s},
+                                       {"cindertop.assistant.show-process-offenders", true},
+                                       {"cindertop.assistant.show-context-insights", false},
+                                       {"cindertop.history.enabled", false},
+                                       {"cindertop.history.duration-minutes", std::int64_t{75}},
+                                       {"cindertop.effects.intensity", std::nullopt},
+                                   }));
+    FakeUserDefaults defaults;
+    AppSettingsStore store(defaults);
+    EXPECT_TRUE(defaults.changes.empty());
+    store.save(settings);
+    EXPECT_EQ(store.load(), settings);
+    EXPECT_EQ(store.reset(), AppSettings());
+    EXPECT_EQ(store.load(), AppSettings());
+}
+
+/// Everything that loading does before it saves, given a stored version.
+std::vector<UserDefaultsChange> migrationFrom(const std::optional<PropertyValue>& version) {
+    FakeUserDefaults defaults;
+    if (version) {
+        defaults.stored.emplace("cindertop.settings.schema-version", *version);
+    }
+    const auto saved = changesOf(AppSettingsStore(defaults).load());
+    const auto count = std::ssize(defaults.changes) - std::ssize(saved);
+    EXPECT_TRUE(std::equal(saved.begin(), saved.end(), defaults.changes.begin() + count))
+        << "loading ends by saving";
+    return {defaults.changes.begin(), defaults.changes.begin() + count};
+}
+
+TEST(AppSettingsStore, MigratesOlderVersions) {
+    const UserDefaultsChange intensity{"cindertop.effects.intensity", std::nullopt};
+    const UserDefaultsChange notifications{"cindertop.notifications.enabled", false};
+    const UserDefaultsChange offenders{"cindertop.assistant.show-process-offenders", true};
+    const UserDefaultsChange reaction{"cindertop.keyboard.reaction-enabled", std::nullopt};
+    const UserDefaultsChange sos{"cindertop.keyboard.sos-enabled", std::nullopt};
+    const UserDefaultsChange effect{"cindertop.thermal.effect-activation-level", std::nullopt};
+    const std::vector current{reaction, sos, effect};
+    const std::vector fromEleven{intensity, offenders, reaction, sos, effect};
+    const std::vector fromOlder{intensity, notifications, offenders, reaction, sos, effect};
+    EXPECT_EQ(migrationFrom(std::int64_t{13}), current);
+    EXPECT_EQ(migrationFrom(std::int64_t{12}), current);
+    EXPECT_EQ(migrationFrom("12"s), current);
+    EXPECT_EQ(migrationFrom(std::int64_t{11}), fromEleven);
+    EXPECT_EQ(migrationFrom(std::int64_t{10}), fromOlder);
+    EXPECT_EQ(migrationFrom(true), fromOlder);
+    EXPECT_EQ(migrationFrom(std::nullopt), fromOlder);
+}
+
+TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
+    FakeUserDefaults defaults;
+    defaults.stored = {
+        {"cindertop.settings.schema-version", std::int64_t{11}},
+        {"cindertop.menu-bar.info-mode", "temperature"s},
+        {"cindertop.notifications.enabled", "yes"s},
+        {"cindertop.history.duration-minutes", std::int64_t{5}},
+        {"cindertop.diagnostics.enabled", "No"s},
+        {"cindertop.app.show-dock-icon", "maybe"s},
+        {"cindertop.legal.accepted", true},
+    };
+    const AppSettings expected(
+        {.diagnosticLogsEnabled = false, .notificationsEnabled = true, .historyDurationMinutes = 15});
+    EXPECT_EQ(AppSettingsStore(defaults).load(), expected);
+    EXPECT_EQ(defaults.registered.size(), 12U);
+    EXPECT_EQ(defaults.registered.at("cindertop.history.duration-minutes"), PropertyValue(std::int64_t{60}));
+    EXPECT_EQ(defaults.stored.size(), 13U) << "the foreign key stays";
+    EXPECT_EQ(defaults.stored.at("cindertop.diagnostics.enabled"), PropertyValue(false))
+        << "repaired in the store";
+}
+
+} // namespace
+} // namespace cindertop

@@ -1,0 +1,328 @@
+#include "Fixtures.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeUnifiedLog.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FaultyFileSystem.h"
+#include "persistence/DiagnosticEventCodec.h"
+#include "persistence/DiagnosticLogService.h"
+#include "support/DateText.h"
+#include "support/PosixFileSystem.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace cindertop {
+namespace {
+
+using fakes::FaultyFileSystem;
+using Line = fakes::FakeUnifiedLog::Line;
+using enum DiagnosticLogLevel;
+using enum DiagnosticLogCategory;
+using std::chrono::days;
+using std::chrono::seconds;
+
+std::string repeated(std::string_view text, std::size_t times) {
+    std::string result;
+    while (times-- > 0) {
+        result += text;
+    }
+    return result;
+}
+
+class DiagnosticLogServiceTest : public testing::Test {
+protected:
+    DiagnosticLogServiceTest() { clock.time = *parseUtcText("2025-03-05T18:30:00Z"); }
+
+    fakes::TemporaryFolder folder;
+    std::filesystem::path file = folder / "Cindertop/diagnostic-events.json";
+    PosixFileSystem posix;
+    FaultyFileSystem files{posix};
+    fakes::FakeUserDefaults defaults;
+    fakes::FakeUnifiedLog unifiedLog;
+    fakes::FakeClock clock;
+    DiagnosticLogService service = made("Asia/Kolkata");
+
+    DiagnosticLogService made(const char* zone) {
+        return {file, {defaults, files, unifiedLog, clock, CalendarDays(zone)}};
+    }
+
+    void place(std::string_view text) {
+        std::filesystem::create_directories(file.parent_path());
+        fakes::writeText(file, text);
+    }
+
+    std::vector<std::string> messages() const {
+        std::vector<std::string> texts;
+        for (const auto& event : service.events()) {
+            texts.push_back(event.message);
+        }
+        return texts;
+    }
+
+    /// What the file holds; timestamps are whole seconds there.
+    DiagnosticBuffer::Events eventsInFile() const {
+        const auto events = decodeDiagnosticEvents(fakes::textOf(file));
+        EXPECT_TRUE(events);
+        return events.value_or(DiagnosticBuffer::Events{});
+    }
+};
+
+TEST_F(DiagnosticLogServiceTest, StartsEnabledAndSwitches) {
+    EXPECT_TRUE(service.isEnabled());
+    EXPECT_FALSE(service.isConfigured());
+    service.configure(true);
+    EXPECT_TRUE(service.isConfigured());
+    EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"});
+    EXPECT_EQ(unifiedLog.lines, (std::vector<Line>{{UnifiedLogLevel::info, "app.cindertop.Cindertop", "app",
+                                                    "Diagnostic logs enabled"}}));
+    service.configure(false);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    files.calls.clear();
+    service.log(error, app, "dropped");
+    EXPECT_TRUE(service.events().empty());
+    EXPECT_TRUE(files.calls.empty());
+    EXPECT_EQ(unifiedLog.lines.size(), 1U);
+    service.configure(false); // nothing to delete
+    service.configure(true);
+    EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"});
+}
+
+TEST_F(DiagnosticLogServiceTest, RecordsAnEventEverywhere) {
+    service.configure(true);
+    std::vector<std::string> observed;
+    service.observe([&](const DiagnosticLogEvent& event) { observed.push_back(event.message); });
+    clock.advance(std::chrono::milliseconds(1900));
+    service.log(warning, thermal, "Level changed",
+                {{"deviceName", "x"},
+                 {"apiToken", "x"},
+                 {"Password", "x"},
+                 {"monkey", "x"},
+                 {"CLIENT_SECRET", "x"},
+                 {"kind", "a \"b\"\n"},
+                 {"level", "3"}});
+    const DiagnosticLogEvent& event = service.events().back();
+    EXPECT_EQ(event.timestamp, clock.time);
+    EXPECT_EQ(event.level, warning);
+    EXPECT_EQ(event.category, thermal);
+    EXPECT_EQ(event.metadata, (DiagnosticMetadata{{"kind", "a \"b\"\n"}, {"level", "3"}}));
+    EXPECT_NE(event.id, service.events().front().id);
+    EXPECT_EQ(observed, std::vector<std::string>{"Level changed"});
+    EXPECT_EQ(unifiedLog.lines.back(),
+              (Line{UnifiedLogLevel::error, "app.cindertop.Cindertop", "thermal",
+                    "Level changed [\"kind\": \"a \\\"b\\\"\\n\", \"level\": \"3\"]"}));
+    auto expected = event;
+    expected.timestamp = *parseUtcText("2025-03-05T18:30:01Z");
+    EXPECT_EQ(eventsInFile().back(), expected);
+    const std::array levels{std::pair{debug, UnifiedLogLevel::debug}, std::pair{info, UnifiedLogLevel::info},
+                            std::pair{error, UnifiedLogLevel::error}};
+    for (const auto& [level, unified] : levels) {
+        service.log(level, updates, "x");
+        EXPECT_EQ(unifiedLog.lines.back().level, unified);
+    }
+}
+
+TEST_F(DiagnosticLogServiceTest, CutsLongTexts) {
+    struct Case {
+        std::string given;
+        std::string message;
+        std::string value;
+    };
+
+    for (const auto& [given, message, value] : {
+             Case{repeated("x", 160), repeated("x", 160), repeated("x", 160)},
+             {repeated("x", 161), repeated("x", 161), repeated("x", 160) + "..."},
+             {repeated("é", 420), repeated("é", 420), repeated("é", 160) + "..."},
+             {repeated("é", 421), repeated("é", 420) + "...", repeated("é", 160) + "..."},
+             {repeated("e\u0301", 500), repeated("e\u0301", 420) + "...", repeated("e\u0301", 160) + "..."},
+             {"\xFF!", "\uFFFD!", "\uFFFD!"},
+         }) {
+        service.log(info, settings, given, {{"value", given}});
+        EXPECT_EQ(service.events().back().message, message);
+        EXPECT_EQ(service.events().back().metadata.at("value"), value);
+        EXPECT_TRUE(unifiedLog.lines.back().text.starts_with(message + " ["));
+    }
+    EXPECT_EQ(eventsInFile().size(), 6U);
+}
+
+TEST_F(DiagnosticLogServiceTest, KeepsSevenDays) {
+    place(tests::fixture("diagnostics/good/two-events.json")); // 10:00:00 and 10:00:05
+    clock.time = *parseUtcText("2025-03-12T10:00:00Z");
+    service.configure(true);
+    EXPECT_EQ(service.events().size(), 3U);
+    clock.advance(std::chrono::nanoseconds(1));
+    service.log(info, app, "later");
+    EXPECT_EQ(messages(),
+              (std::vector<std::string>{"Monitoring stopped", "Diagnostic logs enabled", "later"}));
+    clock.time -= days(30); // the clock goes back: events of the future stay, in their place
+    service.log(info, app, "earlier");
+    clock.time += days(30);
+    service.log(info, app, "latest");
+    EXPECT_EQ(messages(),
+              (std::vector<std::string>{"Monitoring stopped", "Diagnostic logs enabled", "later", "latest"}));
+    EXPECT_EQ(eventsInFile().size(), 4U);
+    clock.advance(days(8));
+    service.log(info, app, "alone");
+    EXPECT_EQ(messages(), std::vector<std::string>{"alone"});
+}
+
+TEST_F(DiagnosticLogServiceTest, ReadsWhatItCanAndElseStartsEmpty) {
+    for (const std::string& name : tests::fixturesIn("diagnostics/good")) {
+        place(tests::fixture("diagnostics/good/" + name));
+        service.configure(true);
+        const auto count = eventsInFile().size();
+        EXPECT_EQ(count, name == "two-events.json" ? 3U : name == "no-events.json" ? 1U : 2U) << name;
+        EXPECT_EQ(service.events().size(), count);
+    }
+    for (const std::string& name : tests::fixturesIn("diagnostics/broken")) {
+        place(tests::fixture("diagnostics/broken/" + name));
+        service.configure(true);
+        EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"}) << name;
+        EXPECT_EQ(eventsInFile().size(), 1U) << name;
+    }
+    place(std::string(9U * 1024 * 1024, ' '));
+    service.configure(true);
+    EXPECT_EQ(eventsInFile().size(), 1U);
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    unifiedLog.lines.clear();
+    service.configure(true);
+    EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"});
+    EXPECT_EQ(unifiedLog.lines.back().text, "Diagnostic buffer persistence failed");
+}
+
+TEST_F(DiagnosticLogServiceTest, TellsTheSystemsLogWhenItCannotWrite) {
+    service.configure(true);
+    const std::string before = fakes::textOf(file);
+    files.fail(FaultyFileSystem::Call::write, std::errc::no_space_on_device);
+    service.log(info, thermal, "kept in memory");
+    EXPECT_EQ(service.events().size(), 2U) << "and no event about it";
+    EXPECT_EQ(unifiedLog.lines.back(), (Line{UnifiedLogLevel::error, "app.cindertop.Cindertop", "app",
+                                             "Diagnostic buffer persistence failed"}));
+    EXPECT_EQ(fakes::textOf(file), before);
+    files.repair();
+    service.log(info, thermal, "next");
+    EXPECT_EQ(eventsInFile().size(), 3U);
+}
+
+TEST_F(DiagnosticLogServiceTest, WritesSortedIndentedJson) {
+    place(tests::fixture("diagnostics/good/two-events.json"));
+    service.configure(true);
+    const std::string text = fakes::textOf(file);
+    const auto json = nlohmann::json::parse(text);
+    EXPECT_EQ(text, json.dump(2) + "\n");
+    EXPECT_EQ(json.at(0), nlohmann::json::parse(tests::fixture("diagnostics/good/two-events.json")).at(0));
+    EXPECT_EQ(json.at(2).at("timestamp"), "2025-03-05T18:30:00Z");
+}
+
+TEST_F(DiagnosticLogServiceTest, ExportsEverythingItKnows) {
+    service.configure(true);
+    const auto destination = folder / "export.json";
+    const DiagnosticExportContext context{.appVersion = "1.2",
+                                          .appBuild = "34",
+                                          .macOSVersion = "Debian 12",
+                                          .architecture = "x86_64",
+                                          .model = "ThinkPad",
+                                          .menuBarInfoMode = "none",
+                                          .launchAtLoginStatus = "Off",
+                                          .showDockIcon = true,
+                                          .notificationMinimumLevel = "serious",
+                                          .recommendationVerbosity = "concise",
+                                          .showProcessOffenders = true,
+                                          .historyDurationMinutes = 60,
+                                          .diagnosticLogsEnabled = true};
+    ASSERT_TRUE(service.exportLogs(context, destination));
+    const auto text = fakes::textOf(destination);
+    const auto json = nlohmann::json::parse(text);
+    EXPECT_EQ(text, json.dump(2) + "\n");
+    auto expected = nlohmann::json::parse(R"({
+        "schemaVersion": 1, "exportedAt": "2025-03-05T18:30:00Z",
+        "app": {"version": "1.2", "build": "34"},
+        "system": {"macOS": "Debian 12", "architecture": "x86_64", "model": "ThinkPad"},
+        "settings": {"menuBarInfoMode": "none", "launchAtLoginStatus": "Off", "showDockIcon": true,
+            "experimentalSensorsEnabled": false, "notificationsEnabled": false,
+            "notificationMinimumLevel": "serious", "recommendationVerbosity": "concise",
+            "showProcessOffenders": true, "showContextInsights": false, "historyEnabled": false,
+            "historyDurationMinutes": 60, "diagnosticLogsEnabled": true}})");
+    expected["supportID"] = service.supportID();
+    expected["events"] = nlohmann::json::parse(fakes::textOf(file));
+    expected["events"].erase(1); // logged after the export
+    EXPECT_EQ(json, expected);
+    EXPECT_EQ(messages(), (std::vector<std::string>{"Diagnostic logs enabled", "Diagnostic logs exported"}));
+    EXPECT_EQ(service.events().back().category, settings);
+}
+
+TEST_F(DiagnosticLogServiceTest, SaysWhyAnExportFailed) {
+    service.configure(true);
+    const auto destination = folder / "export.json";
+    files.fail(FaultyFileSystem::Call::sync, std::errc::no_space_on_device);
+    const auto noSpace = service.exportLogs({}, destination);
+    ASSERT_FALSE(noSpace);
+    EXPECT_EQ(noSpace.error(), std::errc::no_space_on_device);
+    EXPECT_EQ(DiagnosticLogService::errorSummary(noSpace.error()), "system#28");
+    EXPECT_FALSE(std::filesystem::exists(destination));
+    EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"});
+    files.repair();
+    EXPECT_EQ(service.exportLogs({.model = "\xFF"}, destination).error(),
+              DiagnosticLogExportError::unavailable);
+    service.configure(false);
+    const auto disabled = service.exportLogs({}, destination);
+    EXPECT_EQ(disabled.error(), DiagnosticLogExportError::disabled);
+    EXPECT_EQ(DiagnosticLogService::errorSummary(disabled.error()), "DiagnosticLogExportError#1");
+}
+
+TEST_F(DiagnosticLogServiceTest, NamesTheExportByTheUsersDay) {
+    const Instant night = *parseUtcText("2025-03-05T18:30:00Z");
+    EXPECT_EQ(made("UTC").exportFileName(night), "cindertop-diagnostics-2025-03-05.json");
+    EXPECT_EQ(service.exportFileName(night), "cindertop-diagnostics-2025-03-06.json");
+}
+
+TEST_F(DiagnosticLogServiceTest, KeepsItsSupportIdentifier) {
+    const std::string identifier = service.supportID();
+    EXPECT_EQ(Uuid::parse(identifier)->text(), identifier);
+    service.configure(true);
+    service.configure(false);
+    EXPECT_EQ(made("UTC").supportID(), identifier);
+    for (const PropertyValue& foreign : {PropertyValue(true), PropertyValue(std::string("me"))}) {
+        defaults.stored["cindertop.diagnostics.support-id"] = foreign;
+        EXPECT_TRUE(Uuid::parse(service.supportID()));
+        EXPECT_EQ(defaults.stored["cindertop.diagnostics.support-id"], PropertyValue(service.supportID()));
+    }
+}
+
+TEST(DiagnosticBuffer, DropsTheOldestUntilItFits) {
+    DiagnosticBuffer buffer;
+    std::vector<std::size_t> sizes;
+    const auto size = [&] {
+        std::size_t bytes = 0;
+        for (const auto piece : buffer.fileText()) {
+            bytes += piece.size();
+        }
+        return bytes;
+    };
+    for (int number = 0; number < 40; ++number) {
+        buffer.append(
+            {Uuid::random(), unixEpoch + seconds(number), info, app, std::to_string(number * number), {}});
+        sizes.push_back(size());
+    }
+    buffer.shrinkTo(sizes.back());
+    EXPECT_EQ(buffer.events().size(), 40U);
+    buffer.shrinkTo(sizes.back() - 1);
+    EXPECT_EQ(buffer.events().size(), 39U);
+    for (std::size_t limit = size(); !buffer.events().empty(); limit -= std::min<std::size_t>(limit, 97)) {
+        buffer.shrinkTo(limit);
+        std::string text;
+        for (const auto piece : buffer.fileText()) {
+            text += piece;
+        }
+        ASSERT_TRUE(text.size() <= limit || buffer.events().empty());
+        ASSERT_EQ(decodeDiagnosticEvents(text), buffer.events());
+    }
+    EXPECT_TRUE(buffer.events().empty());
+}
+
+} // namespace
+} // namespace cindertop
