@@ -54,8 +54,8 @@ ExitStatus exitStatus(const std::expected<std::optional<int>, WriteError>& watch
 MachineServices servicesOf(linux_platform::LinuxMachine& machine) {
     return {.clock = machine.clock(),
             .process = machine.processInformation(),
-            .pressureReader = DarwinThermalPressureReader::ownOnFirstUse(machine.thermalPressure(),
-                                                                         std::make_shared<NoLog>()),
+            .pressureReader = DarwinThermalPressureReader::sharedOnFirstUse(machine.thermalPressure(),
+                                                                            std::make_shared<NoLog>()),
             .temperatureEvents = machine.temperatureEvents(),
             .displays = machine.displays(),
             .powerSources = machine.powerSources(),

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 namespace cindertop {
@@ -43,7 +44,7 @@ void DiagnosticLogService::configure(bool isEnabled) {
     isConfigured_ = true;
     if (!isEnabled) {
         buffer_ = {};
-        removeFile(environment_.files, file_);
+        std::ignore = removeFile(environment_.files, file_);
         return;
     }
     load();

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace cindertop {
@@ -97,7 +98,7 @@ ThermalMonitoringSnapshot ThermalHistoryStore::snapshot(Instant now) {
 
 void ThermalHistoryStore::clear() {
     const std::scoped_lock lock(mutex_);
-    removeFile(files_, file_);
+    std::ignore = removeFile(files_, file_);
 }
 
 ThermalHistoryEnvelope ThermalHistoryStore::load() {
@@ -115,7 +116,7 @@ void ThermalHistoryStore::save(const ThermalHistoryEnvelope& envelope) {
     }
     if (const auto text = encodeHistory(envelope)) {
         // The next sample comes within seconds: a power cut may cost a few, and the disk may sleep.
-        replaceFile(files_, file_, *text, Durability::relaxed);
+        std::ignore = replaceFile(files_, file_, *text, Durability::relaxed);
     }
 }
 

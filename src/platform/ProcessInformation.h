@@ -6,7 +6,7 @@
 
 namespace cindertop {
 
-/// What the system tells a process about itself and its surroundings. Called from the engine thread.
+/// What the system tells a process about itself and its surroundings. Called from one thread at a time.
 class ProcessInformation {
 public:
     virtual ~ProcessInformation() = default;

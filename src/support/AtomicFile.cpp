@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace cindertop {
@@ -50,7 +51,8 @@ public:
 
     ~Replacement() {
         if (file_) {
-            static_cast<void>(files_.remove(name_)); // while it is locked: nobody else's file goes
+            std::ignore = uninterrupted(
+                [&] { return files_.remove(name_); }); // while it is locked: nobody else's file goes
             files_.close(*file_);
         }
     }
@@ -168,6 +170,8 @@ FileResult<void> makeFolders(FileSystem& files, const std::filesystem::path& fol
 }
 
 FileResult<void> removeFile(FileSystem& files, const std::filesystem::path& file) {
+    // What a killed writer left beside it goes as well: it may hold the same.
+    std::ignore = Replacement::begin(files, file);
     return uninterrupted([&] { return files.remove(file); });
 }
 
@@ -192,7 +196,7 @@ FileResult<void> replaceFile(FileSystem& files, const std::filesystem::path& fil
         return renamed;
     }
     // The new contents stand already; a file system that cannot sync a folder keeps its names by other means.
-    static_cast<void>(files.syncFolder(folderOf(file)));
+    std::ignore = files.syncFolder(folderOf(file));
     return {};
 }
 

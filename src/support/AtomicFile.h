@@ -17,7 +17,7 @@ FileResult<std::string> wholeFile(FileSystem& files, const std::filesystem::path
 /// Makes a folder and the missing ones above it, each with mode 0700; those that exist stay as they are.
 FileResult<void> makeFolders(FileSystem& files, const std::filesystem::path& folder);
 
-/// Removes a file; one that is not there is an error like any other.
+/// Removes a file and what a killed process left beside it; no file is an error like any other.
 FileResult<void> removeFile(FileSystem& files, const std::filesystem::path& file);
 
 /// What a power cut may cost: nothing, or what was written in its last seconds. Never half a file.

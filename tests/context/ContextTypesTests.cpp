@@ -6,6 +6,7 @@
 
 #include <array>
 #include <limits>
+#include <string>
 #include <utility>
 
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
@@ -15,6 +16,20 @@ namespace {
 
 constexpr auto infinity = std::numeric_limits<double>::infinity();
 constexpr auto notANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(ContextEnumerations, KeepTheirNames) {
+    const auto namesOf = [](const auto& cases) {
+        std::string names;
+        for (const auto& row : cases) {
+            names += std::string(row.name) + ' ';
+        }
+        return names;
+    };
+    EXPECT_EQ(namesOf(casesOf<PowerSourceKind>()), "acPower batteryPower upsPower offline unknown ");
+    EXPECT_EQ(namesOf(casesOf<BatteryTemperatureLevel>()), "normal warm high ");
+    EXPECT_EQ(rawValue(BatteryTemperatureLevel::high), 2);
+    EXPECT_EQ(DisplayContextSnapshot::unavailable(), DisplayContextSnapshot(false, 0, 0, 0));
+}
 
 TEST(DisplayContextSnapshot, DerivesItsFactsFromTheCounts) {
     struct Case {

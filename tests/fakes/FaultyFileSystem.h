@@ -35,7 +35,7 @@ public:
     }
 
     /// The process is gone after that many more calls: nothing happens any more, no cleaning up either.
-    void stopAfter(int calls) { callsLeft_ = calls; }
+    void stopAfter(int moreCalls) { callsLeft_ = moreCalls; }
 
     /// Each write takes at most that many bytes, each read gives at most as many.
     void limitTransfers(std::size_t bytes) { transferLimit_ = bytes; }

@@ -183,7 +183,7 @@ TEST_F(DiagnosticLogServiceTest, ReadsWhatItCanAndElseStartsEmpty) {
         EXPECT_EQ(messages(), std::vector<std::string>{"Diagnostic logs enabled"}) << name;
         EXPECT_EQ(eventsInFile().size(), 1U) << name;
     }
-    place(std::string(9U * 1024 * 1024, ' '));
+    place(std::string(9UZ * 1024 * 1024, ' '));
     service.configure(true);
     EXPECT_EQ(eventsInFile().size(), 1U);
     std::filesystem::remove(file);

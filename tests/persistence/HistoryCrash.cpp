@@ -116,6 +116,7 @@ CrashReport killRecorders(const std::filesystem::path& file, int times, unsigned
     std::mt19937 random(seed);
     std::uniform_int_distribution<unsigned> pause(0, 12'000'000); // a record takes milliseconds
     CrashReport report;
+    const auto replacement = file.parent_path() / ("." + file.filename().string() + ".new0");
     std::int64_t next = 0;
     while (report.kills < times && report.problem.empty()) {
         const pid_t child = ::fork();
@@ -125,8 +126,9 @@ CrashReport killRecorders(const std::filesystem::path& file, int times, unsigned
         const auto records = next + 1 + static_cast<std::int64_t>(random() % 4);
         killAfter(child, records, pause(random), progress);
         ++report.kills;
-        report.killedAmidWriting +=
-            std::filesystem::exists(file.parent_path() / ("." + file.filename().string() + ".new0"));
+        if (std::filesystem::exists(replacement)) {
+            ++report.killedAmidWriting;
+        }
         report.problem = problemWith(file, progress.recorded(), next);
         progress.recorded() = next;
     }

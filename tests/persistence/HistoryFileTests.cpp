@@ -102,7 +102,7 @@ TEST(HistoryFile, IsRefusedAsAWholeWithThePlace) {
 TEST(HistoryFile, IsWrittenKeyByKey) {
     const auto text = encodeHistory(full());
     ASSERT_TRUE(text);
-    std::string expected = fixture("history/good/full.plist");
+    const std::string expected = fixture("history/good/full.plist");
     const std::size_t body = expected.find("<dict>");
     std::string values = expected.substr(body, expected.find("</plist>") - body);
     std::erase(values, '\n');

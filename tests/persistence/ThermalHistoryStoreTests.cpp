@@ -32,8 +32,8 @@ ThermalHistorySample sampleAt(Instant instant, ThermalLevel level = ThermalLevel
     return {instant, level, 50, {}, {}, {}, {}, {.isSustainedPressure = isSustained}};
 }
 
-ThermalHistorySample offenderAt(Instant instant, std::optional<std::string> label,
-                                std::optional<std::string> identifier) {
+ThermalHistorySample offenderAt(Instant instant, const std::optional<std::string>& label,
+                                const std::optional<std::string>& identifier) {
     return {instant, ThermalLevel::normal, 50, {}, {}, label, identifier, {}};
 }
 
@@ -227,7 +227,7 @@ TEST_F(ThermalHistoryStoreTest, ReplacesABrokenFile) {
         EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U) << name;
         EXPECT_TRUE(decodeHistory(fakes::textOf(file))) << name;
     }
-    fakes::writeText(file, std::string(33U * 1024 * 1024, ' '));
+    fakes::writeText(file, std::string(33UZ * 1024 * 1024, ' '));
     EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U);
 }
 
@@ -267,6 +267,7 @@ TEST_F(ThermalHistoryStoreTest, KeepsTheOldFileWhenItCannotWrite) {
 
 TEST_F(ThermalHistoryStoreTest, RunsOneCallAtATime) {
     std::vector<std::jthread> threads;
+    threads.reserve(4);
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([this, thread] {
             for (int number = 0; number < 10; ++number) {

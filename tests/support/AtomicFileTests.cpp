@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <tuple>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -106,7 +107,7 @@ TEST_F(AtomicFile, ShowsTheOldOrTheNewTextWhereverTheProcessEnds) {
             files.repair();
             ASSERT_TRUE(replace("old"));
             files.stopAfter(calls);
-            static_cast<void>(replace("newer text"));
+            std::ignore = replace("newer text");
             const std::string text = textOf(file);
             isNew = text == "newer text";
             ASSERT_TRUE(isNew || text == "old") << text;
@@ -116,6 +117,12 @@ TEST_F(AtomicFile, ShowsTheOldOrTheNewTextWhereverTheProcessEnds) {
     ASSERT_TRUE(replace("next"));
     EXPECT_EQ(textOf(file), "next");
     EXPECT_EQ(entriesOf(folder.path()), 1U) << "the next writer takes up what was left";
+    files.stopAfter(3);
+    std::ignore = replace("secret");
+    files.repair();
+    EXPECT_EQ(entriesOf(folder.path()), 2U);
+    ASSERT_TRUE(removeFile(files, file));
+    EXPECT_EQ(entriesOf(folder.path()), 0U);
 }
 
 TEST_F(AtomicFile, ReplacesALinkAndNotWhatItPointsAt) {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <limits>
+#include <string>
 
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
 namespace cindertop {
@@ -23,7 +24,31 @@ TEST(ThermalLevel, ReadsBackOnlyTheFourStoredIntegers) {
     EXPECT_EQ(fromRawValue<ThermalLevel>(4), std::nullopt);
     EXPECT_EQ(fromRawValue<ThermalLevel>(-1), std::nullopt);
     EXPECT_LT(ThermalLevel::fair, ThermalLevel::serious);
-    EXPECT_EQ(label(ThermalLevel::serious), "Serious");
+}
+
+template <typename Enumeration>
+std::string namesAndLabels() {
+    std::string text;
+    for (const auto& row : casesOf<Enumeration>()) {
+        text += std::string(row.name) + ' ';
+        if constexpr (requires { label(row.value); }) {
+            text += std::string(label(row.value)) + ' ';
+        }
+    }
+    return text;
+}
+
+// Files, logs and scripts carry these words.
+TEST(ThermalEnumerations, KeepTheirNames) {
+    EXPECT_EQ(namesAndLabels<ThermalLevel>(), "normal Normal fair Fair serious Serious critical Critical ");
+    EXPECT_EQ(namesAndLabels<SystemThermalState>(), "nominal fair serious critical unavailable ");
+    EXPECT_EQ(namesAndLabels<ThermalPressureLevel>(), "nominal moderate heavy critical unavailable ");
+    EXPECT_EQ(namesAndLabels<ThermalTrend>(), "stable rising cooling ");
+    EXPECT_EQ(namesAndLabels<ThermalDataSource>(), "official betaSensors mixed unavailable ");
+    EXPECT_EQ(namesAndLabels<ThermalSensorKind>(), "cpu gpu battery storage power other ");
+    EXPECT_EQ(fromRawValue<ThermalDataSource>(std::string_view("betaSensors")),
+              ThermalDataSource::betaSensors);
+    EXPECT_EQ(fromRawValue<ThermalDataSource>(std::string_view("beta")), std::nullopt);
 }
 
 TEST(ThermalPressureLevel, KnowsFiveRawStates) {

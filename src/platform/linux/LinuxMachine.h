@@ -26,7 +26,8 @@
 
 namespace cindertop::linux_platform {
 
-/// All services of a Linux machine. They belong to the one thread that samples, and must not outlive this.
+/// All services of a Linux machine. They belong to the one thread that samples, and must not be asked after
+/// its end; only a registration for the thermal pressure may still be cancelled then.
 class LinuxMachine {
 public:
     /// `bundleIdentifier` is that of the application that this program is, if it is one.
