@@ -131,10 +131,11 @@ void SystemProcessCPUProvider::attachApplication(ProcessCPUReading& reading) {
             return;
         }
     }
-    if (auto application = applications_->applicationOfProcess(reading.processIdentifier)) {
-        reading.appBundlePath = std::move(application->bundlePath);
-        reading.appBundleIdentifier = std::move(application->bundleIdentifier);
-        reading.appDisplayName = std::move(application->displayName);
+    // Names of units and files are bytes.
+    if (const auto application = applications_->applicationOfProcess(reading.processIdentifier)) {
+        reading.appBundlePath = repairedUtf8(application->bundlePath);
+        reading.appBundleIdentifier = repairedUtf8(application->bundleIdentifier);
+        reading.appDisplayName = repairedUtf8(application->displayName);
     }
 }
 

@@ -122,7 +122,9 @@ void DesktopEntries::readFolder(const std::filesystem::path& folder, const std::
         std::error_code error;
         if (name.ends_with(suffix)) {
             readEntry(folder / name, prefix + name.substr(0, name.size() - suffix.size()));
-        } else if (depth < depthLimit && std::filesystem::is_directory(folder / name, error)) {
+        } else if (depth < depthLimit && std::filesystem::symlink_status(folder / name, error).type() ==
+                                             std::filesystem::file_type::directory) {
+            // A link may lead to the root of the file system, or back here.
             readFolder(folder / name, prefix + name + "-", depth + 1);
         }
     }
