@@ -18,7 +18,8 @@ class SystemNotificationService final : public UserNotificationCenterDelegate {
 public:
     using Completion = std::function<void(SystemNotificationState)>;
 
-    /// Becomes the delegate of `center`, which must outlive the service.
+    /// Becomes the one delegate of `center`, which must outlive the service. A centre has one service at a
+    /// time.
     explicit SystemNotificationService(UserNotificationCenter& center);
     ~SystemNotificationService() override;
     SystemNotificationService(const SystemNotificationService&) = delete;

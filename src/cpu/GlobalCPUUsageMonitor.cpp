@@ -1,6 +1,6 @@
 #include "cpu/GlobalCPUUsageMonitor.h"
 
-#include "cpu/WideInteger.h"
+#include "support/WideInteger.h"
 
 #include <algorithm>
 #include <utility>

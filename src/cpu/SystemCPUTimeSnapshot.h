@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cpu/WideInteger.h"
 #include "support/Instant.h"
+#include "support/WideInteger.h"
 
 #include <cstdint>
 

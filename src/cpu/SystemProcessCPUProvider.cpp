@@ -1,8 +1,8 @@
 #include "cpu/SystemProcessCPUProvider.h"
 
 #include "cpu/EnclosingApplication.h"
-#include "cpu/WideInteger.h"
 #include "support/Text.h"
+#include "support/WideInteger.h"
 
 #include <algorithm>
 #include <array>

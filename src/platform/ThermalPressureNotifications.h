@@ -5,6 +5,9 @@
 
 namespace cindertop {
 
+/// The name under which the system keeps its thermal pressure.
+inline constexpr std::string_view thermalPressureNotificationName = "com.apple.system.thermalpressurelevel";
+
 /// The system's thermal-pressure state, behind a registration. Status 0 is success.
 class ThermalPressureNotifications {
 public:

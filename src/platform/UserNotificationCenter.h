@@ -67,7 +67,8 @@ public:
 
     virtual ~UserNotificationCenter() = default;
 
-    /// `delegate` may be null; it must outlive the centre or take itself away.
+    /// One delegate at a time: it must outlive the centre or take itself away (null), and only then may
+    /// another come.
     virtual void setDelegate(const UserNotificationCenterDelegate* delegate) = 0;
 
     /// Reads what is allowed. Never prompts.

@@ -26,18 +26,23 @@ int descriptor(FileHandle file) {
     return static_cast<int>(file);
 }
 
-/// Whether the open file still is what stands at the path: a former holder may have renamed or removed it
-/// between our opening and our locking it.
-bool standsAt(int openFile, const std::filesystem::path& path) {
+/// Whether the open file still is what stands at the path, and nobody else's: a former holder may have
+/// renamed or removed it between our opening and our locking it, and in a shared folder somebody may have put
+/// a file of their own there, or a second name of a file that is not to change.
+bool isOursToReplace(int openFile, const std::filesystem::path& path) {
     struct stat opened{};
     struct stat named{};
     return ::fstat(openFile, &opened) == 0 && ::lstat(path.c_str(), &named) == 0 &&
-           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino && opened.st_nlink == 1 &&
+           opened.st_uid == ::geteuid() && S_ISREG(opened.st_mode);
 }
 
 FileResult<void> claim(int openFile, const std::filesystem::path& path) {
-    if (::flock(openFile, LOCK_EX | LOCK_NB) != 0 || !standsAt(openFile, path)) {
+    if (::flock(openFile, LOCK_EX | LOCK_NB) != 0 || !isOursToReplace(openFile, path)) {
         return std::unexpected(std::errc::device_or_resource_busy);
+    }
+    if (::fchmod(openFile, S_IRUSR | S_IWUSR) != 0) { // what a killed process left may have another mode
+        return lastError();
     }
     return resultOf(::ftruncate(openFile, 0));
 }

@@ -148,6 +148,7 @@ TEST_F(SystemNotificationServiceTest, GoesNoFurtherOnceDestroyed) {
         center.status = Status::notDetermined;
         center.posted.clear();
         const auto promptsBefore = center.prompts.size();
+        service.reset();
         service = std::make_unique<SystemNotificationService>(center);
         service->deliver(alert, true, noting());
         for (int answer = 0; answer < answersBefore; ++answer) {

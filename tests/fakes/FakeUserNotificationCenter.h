@@ -5,6 +5,7 @@
 #include <deque>
 #include <expected>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,12 @@ public:
     std::vector<UserNotificationRequest> posted;
     const UserNotificationCenterDelegate* delegate{nullptr};
 
-    void setDelegate(const UserNotificationCenterDelegate* newDelegate) override { delegate = newDelegate; }
+    void setDelegate(const UserNotificationCenterDelegate* newDelegate) override {
+        if (delegate != nullptr && newDelegate != nullptr) {
+            throw std::logic_error("the former delegate has not taken itself away");
+        }
+        delegate = newDelegate;
+    }
 
     void readAuthorizationStatus(StatusCompletion completion) override {
         ++statusReads;

@@ -73,14 +73,11 @@ TEST_F(AtomicFile, WaitsForTheDiskOnlyWhenAsked) {
 TEST_F(AtomicFile, KeepsTheOldFileWhenAnythingFails) {
     ASSERT_TRUE(replace("old"));
     for (const Call call : {Call::openForReplacing, Call::write, Call::sync, Call::rename}) {
-        for (const std::errc error : {std::errc::no_space_on_device, std::errc::permission_denied,
-                                      std::errc::read_only_file_system, std::errc::io_error}) {
-            files.fail(call, error);
-            EXPECT_EQ(replace("new"), std::unexpected(error));
-            files.repair();
-            EXPECT_EQ(textOf(file), "old");
-            EXPECT_EQ(entriesOf(folder.path()), 1U) << "something is left behind";
-        }
+        files.fail(call, std::errc::no_space_on_device);
+        EXPECT_EQ(replace("new"), std::unexpected(std::errc::no_space_on_device));
+        files.repair();
+        EXPECT_EQ(textOf(file), "old");
+        EXPECT_EQ(entriesOf(folder.path()), 1U) << "something is left behind";
     }
     files.fail(Call::syncFolder, std::errc::invalid_argument); // some file systems have no such call
     EXPECT_TRUE(replace("new"));
@@ -103,15 +100,13 @@ TEST_F(AtomicFile, ShowsTheOldOrTheNewTextWhereverTheProcessEnds) {
     files.limitTransfers(2); // so that it can end in the middle of the text
     bool isNew = false;
     for (int calls = 0; !isNew; ++calls) {
-        {
-            files.repair();
-            ASSERT_TRUE(replace("old"));
-            files.stopAfter(calls);
-            std::ignore = replace("newer text");
-            const std::string text = textOf(file);
-            isNew = text == "newer text";
-            ASSERT_TRUE(isNew || text == "old") << text;
-        }
+        files.repair();
+        ASSERT_TRUE(replace("old"));
+        files.stopAfter(calls);
+        std::ignore = replace("newer text");
+        const std::string text = textOf(file);
+        isNew = text == "newer text";
+        ASSERT_TRUE(isNew || text == "old") << text;
     }
     files.repair();
     ASSERT_TRUE(replace("next"));
@@ -157,8 +152,19 @@ TEST_F(AtomicFile, LeavesAnotherWritersWorkAlone) {
     ASSERT_TRUE(posix.rename(folder / ".file.new0", file));
     posix.close(*other);
     EXPECT_EQ(textOf(file), "half of a text");
+}
+
+TEST_F(AtomicFile, LeavesForeignFilesAlone) {
+    fakes::writeText(folder / "precious", "precious");
+    std::filesystem::create_hard_link(folder / "precious", folder / ".file.new0");
+    ASSERT_TRUE(replace("new"));
+    EXPECT_EQ(textOf(folder / "precious"), "precious");
+    fakes::writeText(folder / ".file.new1", "left by a killed process");
+    ASSERT_EQ(::chmod((folder / ".file.new1").c_str(), 0666), 0);
+    ASSERT_TRUE(replace("newer"));
+    EXPECT_EQ(modeOf(file), 0600U);
     files.fail(Call::openForReplacing, std::errc::device_or_resource_busy);
-    EXPECT_EQ(replace("newer"), std::unexpected(std::errc::device_or_resource_busy));
+    EXPECT_EQ(replace("newest"), std::unexpected(std::errc::device_or_resource_busy));
 }
 
 /// Writes long texts of one letter over and over, as another process.

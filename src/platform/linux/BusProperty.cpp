@@ -7,8 +7,12 @@ namespace cindertop::linux_platform {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
-/// A service that hangs may answer late; one that dies is reported by the bus itself.
+constexpr auto answerTime = 5s;
+constexpr auto retryPause = 30s;
+/// sd-bus shall not count by its own clock.
 constexpr std::uint64_t noTimeout = UINT64_MAX;
 
 struct MessageRelease {
@@ -73,9 +77,8 @@ int ignoreRefusal(sd_bus_message* /*message*/, void* /*property*/, sd_bus_error*
 
 BusProperty::BusProperty(SystemBus& bus, BusPropertyName name) : bus_(bus), name_(std::move(name)) {}
 
-BusProperty::BusProperty(SystemBus& bus, BusPropertyName name, MonotonicClock clock,
-                         std::chrono::nanoseconds askAgainAfter)
-    : bus_(bus), name_(std::move(name)), clock_(std::move(clock)), askAgainAfter_(askAgainAfter) {}
+BusProperty::BusProperty(SystemBus& bus, BusPropertyName name, std::chrono::nanoseconds askAgainAfter)
+    : bus_(bus), name_(std::move(name)), askAgainAfter_(askAgainAfter) {}
 
 std::optional<PropertyValue> BusProperty::value() {
     bus_.update();
@@ -84,14 +87,34 @@ std::optional<PropertyValue> BusProperty::value() {
     }
     if (connection_ != bus_.connection()) {
         subscribe();
-    } else if (shouldAskAgain()) {
+        return value_;
+    }
+    dropOutdated();
+    if (shouldAskAgain()) {
         ask();
     }
     return value_;
 }
 
+void BusProperty::dropOutdated() {
+    const auto now = bus_.now();
+    if (isAsking_ && now - askedAt_ >= answerTime) {
+        isAsking_ = false;
+        isRefused_ = true;
+        answer_.reset();
+        value_.reset();
+    }
+    if (askAgainAfter_ && !isAnnounced_ && now - valueAskedAt_ >= *askAgainAfter_ + answerTime) {
+        value_.reset();
+    }
+}
+
 bool BusProperty::shouldAskAgain() const {
-    return askAgainAfter_ && !isAnnounced_ && !isAsking_ && value_ && clock_() - askedAt_ >= *askAgainAfter_;
+    if (isAsking_ || (value_ && (isAnnounced_ || !askAgainAfter_))) {
+        return false;
+    }
+    const auto pause = isRefused_ || !askAgainAfter_ ? retryPause : *askAgainAfter_;
+    return bus_.now() - askedAt_ >= pause;
 }
 
 BusProperty::Slot BusProperty::listen(const std::string& match, sd_bus_message_handler_t handler) {
@@ -121,9 +144,7 @@ void BusProperty::ask() {
         return;
     }
     const std::unique_ptr<sd_bus_message, MessageRelease> owner(request);
-    if (clock_) {
-        askedAt_ = clock_();
-    }
+    askedAt_ = bus_.now();
     sd_bus_slot* slot = nullptr;
     isAsking_ = sd_bus_message_set_auto_start(request, 0) >= 0 &&
                 sd_bus_message_append(request, "ss", name_.interface.c_str(), name_.member.c_str()) >= 0 &&
@@ -135,6 +156,8 @@ int BusProperty::onAnswer(sd_bus_message* message, void* property, sd_bus_error*
     auto& self = *static_cast<BusProperty*>(property);
     self.isAsking_ = false;
     self.value_ = sd_bus_message_is_method_error(message, nullptr) > 0 ? std::nullopt : readVariant(message);
+    self.valueAskedAt_ = self.askedAt_;
+    self.isRefused_ = !self.value_;
     return 0;
 }
 
@@ -156,6 +179,7 @@ int BusProperty::onChange(sd_bus_message* message, void* property, sd_bus_error*
     }
     while (const auto invalidated = readText(message)) {
         if (*invalidated == self.name_.member) {
+            self.value_.reset();
             self.ask();
         }
     }
@@ -168,10 +192,9 @@ int BusProperty::onOwner(sd_bus_message* message, void* property, sd_bus_error* 
         return 0;
     }
     self.isAnnounced_ = false; // the next owner may be another version
+    self.value_.reset();
     const auto owner = readText(message);
-    if (owner && owner->empty()) {
-        self.value_.reset();
-    } else if (self.bus_.handle() != nullptr) {
+    if ((!owner || !owner->empty()) && self.bus_.handle() != nullptr) {
         self.ask();
     }
     return 0;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/PropertyValue.h"
-#include "platform/linux/MonotonicClock.h"
 #include "platform/linux/SystemBus.h"
 
 #include <chrono>
@@ -21,16 +20,17 @@ struct BusPropertyName {
 };
 
 /// A text or boolean property of a service on the system bus, kept current by the service's announcements, so
-/// that a read sends nothing. It never starts a service. Belongs to the thread of its bus and must not
-/// outlive it.
+/// that a read sends nothing. It never starts a service. While there is no value the service is asked every
+/// 30 s, and a question without an answer for 5 s counts as refused. Belongs to the thread of its bus, goes
+/// by the bus's clock, and must not outlive it.
 class BusProperty {
 public:
     BusProperty(SystemBus& bus, BusPropertyName name);
 
     /// For a service that may keep changes to itself: until it announces one, it is asked again when
-    /// `askAgainAfter` has passed since the last question.
-    BusProperty(SystemBus& bus, BusPropertyName name, MonotonicClock clock,
-                std::chrono::nanoseconds askAgainAfter);
+    /// `askAgainAfter` has passed since the last question. A value holds until the next answer, but no longer
+    /// than that answer may take: after a pause in reading there is none at first.
+    BusProperty(SystemBus& bus, BusPropertyName name, std::chrono::nanoseconds askAgainAfter);
 
     BusProperty(const BusProperty&) = delete;
     BusProperty& operator=(const BusProperty&) = delete;
@@ -48,6 +48,7 @@ private:
 
     void subscribe();
     void ask();
+    void dropOutdated();
     bool shouldAskAgain() const;
     Slot listen(const std::string& match, sd_bus_message_handler_t handler);
 
@@ -57,11 +58,12 @@ private:
 
     SystemBus& bus_;
     BusPropertyName name_;
-    MonotonicClock clock_;
     std::optional<std::chrono::nanoseconds> askAgainAfter_;
     std::chrono::nanoseconds askedAt_{};
+    std::chrono::nanoseconds valueAskedAt_{}; ///< the question that the value answers
     bool isAnnounced_ = false;
     bool isAsking_ = false;
+    bool isRefused_ = false; ///< the last question had no answer, or none that is a value
     std::uint64_t connection_ = 0;
     std::optional<PropertyValue> value_;
     Slot changes_;

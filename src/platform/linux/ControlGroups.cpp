@@ -170,10 +170,14 @@ std::optional<ControlGroupUnit> parseControlGroup(std::string_view text) {
         if (unit == reversed.end()) {
             return std::nullopt;
         }
-        return ControlGroupUnit{
-            .name = std::string(*unit),
-            .isOfUserManager = std::any_of(std::next(unit), reversed.end(), isUserManager),
-            .isBelowAppSlice = std::find(unit, reversed.end(), "app.slice") != reversed.end()};
+        const auto isBelow = [&](std::string_view slice) {
+            return std::find(unit, reversed.end(), slice) != reversed.end();
+        };
+        return ControlGroupUnit{.name = std::string(*unit),
+                                .isOfUserManager =
+                                    std::any_of(std::next(unit), reversed.end(), isUserManager),
+                                .isBelowAppSlice = isBelow("app.slice"),
+                                .isBelowSessionSlice = isBelow("session.slice")};
     }
     return std::nullopt;
 }

@@ -9,9 +9,10 @@ namespace cindertop::linux_platform {
 
 /// The unit of systemd that a process runs in.
 struct ControlGroupUnit {
-    std::string name;       ///< as it stands in the tree, escapes and all: "app-gnome-firefox-1234.scope"
-    bool isOfUserManager{}; ///< below some "user@UID.service"
-    bool isBelowAppSlice{}; ///< and no part of the desktop itself
+    std::string name;           ///< as it stands in the tree, escapes and all: "app-gnome-firefox-1234.scope"
+    bool isOfUserManager{};     ///< below some "user@UID.service"
+    bool isBelowAppSlice{};     ///< and no part of the desktop itself
+    bool isBelowSessionSlice{}; ///< part of the desktop itself
 
     bool operator==(const ControlGroupUnit&) const = default;
 };

@@ -1,6 +1,7 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include "platform/linux/FileReading.h"
+#include "platform/linux/ForeignFile.h"
 #include "platform/linux/KeyFile.h"
 #include "platform/linux/LaunchCommand.h"
 
@@ -20,13 +21,23 @@ constexpr std::size_t entrySizeLimit = std::size_t{1}
 constexpr int depthLimit = 8;                  ///< folders can link in a circle
 constexpr std::chrono::seconds lookInterval{30};
 
-std::optional<KeyFile> readApplicationEntry(const std::filesystem::path& file,
-                                            KeyFile::Translations translations) {
-    const auto text = readTextFile(file, entrySizeLimit);
+std::optional<KeyFile> parseApplicationEntry(const std::expected<std::string, FileError>& text,
+                                             KeyFile::Translations translations) {
     auto entry = text ? KeyFile::parse(*text, translations) : std::nullopt;
     const bool isApplication = entry && entry->text(mainGroup, "Type") == "Application";
     const bool isDeleted = entry && entry->boolean(mainGroup, "Hidden");
     return isApplication || isDeleted ? std::move(entry) : std::nullopt;
+}
+
+/// "kde/okular.desktop" is "kde-okular"; none for a file of another kind.
+std::optional<std::string> identifierOf(const std::filesystem::path& relativeFile) {
+    auto name = relativeFile.string();
+    if (!name.ends_with(suffix)) {
+        return std::nullopt;
+    }
+    name.resize(name.size() - suffix.size());
+    std::ranges::replace(name, '/', '-');
+    return name;
 }
 
 std::optional<std::filesystem::file_time_type> modificationTime(const std::filesystem::path& folder) {
@@ -48,7 +59,8 @@ std::optional<DesktopEntry> DesktopEntries::withIdentifier(std::string_view iden
     }
     auto& [path, isDeleted, name] = found->second;
     if (!name) {
-        const auto entry = describe(found->first, path);
+        const auto text = readTextFile(path, entrySizeLimit);
+        const auto entry = describe(found->first, path, text);
         name = entry ? entry->name : found->first;
     }
     return DesktopEntry{.identifier = found->first, .path = path, .name = *name};
@@ -56,9 +68,24 @@ std::optional<DesktopEntry> DesktopEntries::withIdentifier(std::string_view iden
 
 std::optional<DesktopEntry> DesktopEntries::inFile(const std::string& path) {
     refresh();
-    const auto found = identifierByPath_.find(path);
-    return found != identifierByPath_.end() ? withIdentifier(found->second)
-                                            : describe(std::filesystem::path(path).stem().string(), path);
+    const auto file = std::filesystem::path(path).lexically_normal();
+    const auto installed = identifierBelowFolders(file);
+    if (installed && entries_.contains(*installed)) {
+        return withIdentifier(*installed);
+    }
+    // A process named it: it may be anything.
+    return describe(installed.value_or(file.stem().string()), path,
+                    readForeignFile("/", path, entrySizeLimit));
+}
+
+std::optional<std::string> DesktopEntries::identifierBelowFolders(const std::filesystem::path& file) const {
+    for (const auto& folder : environment_.applicationFolders()) {
+        const auto relative = file.lexically_relative(folder.lexically_normal());
+        if (!relative.empty() && *relative.begin() != "..") {
+            return identifierOf(relative);
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<DesktopEntry> DesktopEntries::startingProgram(const std::string& path) {
@@ -73,9 +100,15 @@ std::size_t DesktopEntries::count() {
         std::ranges::count(entries_ | std::views::values, false, &IndexedEntry::isDeleted));
 }
 
-std::optional<DesktopEntry> DesktopEntries::describe(const std::string& identifier,
-                                                     const std::string& path) const {
-    const auto entry = readApplicationEntry(path, KeyFile::Translations::all);
+std::uint64_t DesktopEntries::generation() {
+    refresh();
+    return generation_;
+}
+
+std::optional<DesktopEntry>
+DesktopEntries::describe(const std::string& identifier, const std::string& path,
+                         const std::expected<std::string, FileError>& text) const {
+    const auto entry = parseApplicationEntry(text, KeyFile::Translations::all);
     if (!entry || entry->boolean(mainGroup, "Hidden")) {
         return std::nullopt;
     }
@@ -104,8 +137,8 @@ bool DesktopEntries::hasFolderChanged() const {
 void DesktopEntries::readAll() {
     seenFolders_.clear();
     entries_.clear();
-    identifierByPath_.clear();
     claimByProgram_.clear();
+    ++generation_;
     for (const auto& folder : environment_.applicationFolders()) {
         readFolder(folder, "", 0);
     }
@@ -134,7 +167,7 @@ void DesktopEntries::readEntry(const std::filesystem::path& file, const std::str
     if (entries_.contains(identifier)) {
         return;
     }
-    const auto entry = readApplicationEntry(file, KeyFile::Translations::none);
+    const auto entry = parseApplicationEntry(readTextFile(file, entrySizeLimit), KeyFile::Translations::none);
     if (!entry) {
         return;
     }
@@ -143,7 +176,6 @@ void DesktopEntries::readEntry(const std::filesystem::path& file, const std::str
     if (isDeleted) {
         return;
     }
-    identifierByPath_.emplace(file.string(), identifier);
     if (const auto exec = entry->text(mainGroup, "Exec")) {
         claimProgram(*exec, {.options = 0,
                              .isHiddenInMenus = entry->boolean(mainGroup, "NoDisplay"),

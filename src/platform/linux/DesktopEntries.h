@@ -1,11 +1,14 @@
 #pragma once
 
 #include "platform/linux/DesktopEnvironment.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/MonotonicClock.h"
 
 #include <chrono>
 #include <compare>
 #include <cstddef>
+#include <cstdint>
+#include <expected>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -34,7 +37,8 @@ public:
 
     std::optional<DesktopEntry> withIdentifier(std::string_view identifier);
 
-    /// The entry in this file, in whatever folder.
+    /// The entry in this file, in whatever folder. Below one of the folders of entries the file stands for
+    /// its identifier, so that an earlier folder may replace or delete it.
     std::optional<DesktopEntry> inFile(const std::string& path);
 
     /// The entry that starts the program in this file, with links followed. Of several the one that gives the
@@ -43,6 +47,9 @@ public:
 
     /// How many there are.
     std::size_t count();
+
+    /// Another number after each time that the entries were read.
+    std::uint64_t generation();
 
     std::vector<std::filesystem::path> folders() const { return environment_.applicationFolders(); }
 
@@ -70,14 +77,18 @@ private:
     void readEntry(const std::filesystem::path& file, const std::string& identifier);
     void claimProgram(const std::string& exec, Claim claim);
     bool hasFolderChanged() const;
-    std::optional<DesktopEntry> describe(const std::string& identifier, const std::string& path) const;
+    /// The entry with this text; none of a broken or deleted one.
+    std::optional<DesktopEntry> describe(const std::string& identifier, const std::string& path,
+                                         const std::expected<std::string, FileError>& text) const;
+    /// What a file in one of the folders of entries is called, whether or not it counts.
+    std::optional<std::string> identifierBelowFolders(const std::filesystem::path& file) const;
 
     DesktopEnvironment environment_;
     MonotonicClock clock_;
     std::optional<std::chrono::nanoseconds> lookedAt_;
+    std::uint64_t generation_ = 0;
     std::map<std::filesystem::path, ModificationTime> seenFolders_;
     std::map<std::string, IndexedEntry, std::less<>> entries_;
-    std::map<std::string, std::string> identifierByPath_;
     std::map<std::string, Claim> claimByProgram_;
 };
 

@@ -1,6 +1,5 @@
 #include "platform/linux/FileReading.h"
 
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/FolderEntries.h"
 #include "support/Text.h"
 
@@ -83,13 +82,14 @@ FileError fileErrorOf(int number) {
 
 std::expected<std::string, FileError> readTextFile(const std::filesystem::path& file, std::size_t limit) {
     const auto descriptor = openForReading(file);
-    if (!descriptor.isOpen()) {
-        return std::unexpected(fileErrorOf(errno));
-    }
+    return descriptor.isOpen() ? readText(descriptor, limit) : std::unexpected(fileErrorOf(errno));
+}
+
+std::expected<std::string, FileError> readText(const FileDescriptor& file, std::size_t limit) {
     std::string text;
     std::array<char, chunkSize> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     for (;;) {
-        const auto count = readChunk(descriptor, chunk);
+        const auto count = readChunk(file, chunk);
         if (count < 0) {
             return std::unexpected(fileErrorOf(errno));
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/FileDescriptor.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <expected>
@@ -27,6 +29,9 @@ FileError fileErrorOf(int number);
 /// The whole text of a small file, in one open. Opens never block on a FIFO and follow no terminal.
 std::expected<std::string, FileError> readTextFile(const std::filesystem::path& file,
                                                    std::size_t limit = attributeSizeLimit);
+
+/// The rest of an open file.
+std::expected<std::string, FileError> readText(const FileDescriptor& file, std::size_t limit);
 
 /// A decimal number that fills the whole text but for white space around it; none when it is anything else or
 /// does not fit 64 bits.

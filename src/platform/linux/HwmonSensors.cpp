@@ -48,6 +48,7 @@ struct HwmonSensors::Sensor {
     AttributeFile file;
     double unitsADegree;
     std::optional<std::chrono::nanoseconds> readAt;
+    bool answers = false; ///< at the last read
 };
 
 HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones)
@@ -81,6 +82,7 @@ std::optional<double> HwmonSensors::celsius(Sensor& sensor) {
     }
     sensor.readAt = clock_();
     const auto units = sensor.zone.empty() ? sensor.file.integer() : zones_.temperature(sensor.zone);
+    sensor.answers = units.has_value();
     return units.transform(
         [&](std::int64_t value) { return static_cast<double>(value) / sensor.unitsADegree; });
 }
@@ -97,7 +99,13 @@ SourceStatus HwmonSensors::status() const {
     if (sensors_.empty()) {
         return status(false, "no known temperature sensor");
     }
-    return status(true, std::to_string(sensors_.size()) + (sensors_.size() == 1 ? " sensor" : " sensors"));
+    const auto known = std::to_string(sensors_.size()) + (sensors_.size() == 1 ? " sensor" : " sensors");
+    const auto answering = std::ranges::count_if(sensors_, [](const auto& one) { return one->answers; });
+    if (answering == 0) {
+        return status(false, known + ", none answers");
+    }
+    const bool doAllAnswer = static_cast<std::size_t>(answering) == sensors_.size();
+    return status(true, doAllAnswer ? known : std::to_string(answering) + " of " + known);
 }
 
 void HwmonSensors::learnIfOutdated() {
@@ -133,7 +141,8 @@ void HwmonSensors::learn() {
                    .zone = sensor.zone,
                    .file = AttributeFile(sensor.file),
                    .unitsADegree = sensor.source.origin == SensorOrigin::supply ? tenths : thousandths,
-                   .readAt = formerRead(sensor.file)}));
+                   .readAt = {}}));
+        keepFormerRead(*sensors.back());
     }
     sensors_ = std::move(sensors);
 }
@@ -146,10 +155,14 @@ bool HwmonSensors::isResting(const Sensor& sensor) const {
     return sensor.isStorage && sensor.readAt && clock_() - *sensor.readAt < storagePeriod;
 }
 
-std::optional<std::chrono::nanoseconds> HwmonSensors::formerRead(const std::filesystem::path& file) const {
-    const auto former = std::ranges::find_if(
-        sensors_, [&](const auto& sensor) { return !file.empty() && sensor->file.path() == file; });
-    return former != sensors_.end() ? (*former)->readAt : std::nullopt;
+void HwmonSensors::keepFormerRead(Sensor& sensor) const {
+    const auto former = std::ranges::find_if(sensors_, [&](const auto& known) {
+        return known->file.path() == sensor.file.path() && known->zone == sensor.zone;
+    });
+    if (former != sensors_.end()) {
+        sensor.readAt = (*former)->readAt;
+        sensor.answers = (*former)->answers;
+    }
 }
 
 } // namespace cindertop::linux_platform

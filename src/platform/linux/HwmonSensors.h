@@ -42,6 +42,7 @@ public:
     /// ago.
     std::optional<double> celsius(Sensor& sensor);
 
+    /// How many sensors there are and how many of them answered when they were last read.
     SourceStatus status() const;
 
 private:
@@ -51,7 +52,7 @@ private:
     void learn();
     bool isAwake(const Sensor& sensor) const;
     bool isResting(const Sensor& sensor) const;
-    std::optional<std::chrono::nanoseconds> formerRead(const std::filesystem::path& file) const;
+    void keepFormerRead(Sensor& sensor) const;
 
     mutable std::mutex mutex_;
     Roots roots_;

@@ -12,6 +12,7 @@
 #define SD_JOURNAL_SUPPRESS_LOCATION
 #include <systemd/sd-journal.h>
 
+#include <poll.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -49,8 +50,14 @@ std::string oneLine(std::string_view text) {
     return line;
 }
 
+/// A terminal that was stopped, or a pipe that nobody reads, must not stop the program, too.
+bool hasRoom(int descriptor) {
+    pollfd place{.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return ::poll(&place, 1, 0) > 0;
+}
+
 void writeWhole(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
+    while (!bytes.empty() && hasRoom(descriptor)) {
         const auto count = ::write(descriptor, bytes.data(), bytes.size());
         if (count < 0 && errno == EINTR) {
             continue;

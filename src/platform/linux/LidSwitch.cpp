@@ -4,7 +4,6 @@
 #include "support/Text.h"
 
 #include <chrono>
-#include <utility>
 #include <variant>
 
 namespace cindertop::linux_platform {
@@ -30,13 +29,13 @@ std::optional<bool> parseLidState(std::string_view text) {
     return state == "open" ? std::optional(false) : std::nullopt;
 }
 
-LidSwitch::LidSwitch(SystemBus& bus, const Roots& roots, MonotonicClock clock)
+LidSwitch::LidSwitch(SystemBus& bus, const Roots& roots)
     : logind_(bus,
               {.service = "org.freedesktop.login1",
                .path = "/org/freedesktop/login1",
                .interface = "org.freedesktop.login1.Manager",
                .member = "LidClosed"},
-              std::move(clock), askAgainAfter),
+              askAgainAfter),
       folder_(roots.proc / "acpi/button/lid") {}
 
 std::optional<bool> LidSwitch::readAcpiLid() const {

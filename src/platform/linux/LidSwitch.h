@@ -19,7 +19,7 @@ std::optional<bool> parseLidState(std::string_view text);
 class LidSwitch {
 public:
     /// logind announces the lid from version 256 on; before, it is asked again after 2 s.
-    explicit LidSwitch(SystemBus& bus, const Roots& roots = {}, MonotonicClock clock = steadyClock());
+    explicit LidSwitch(SystemBus& bus, const Roots& roots = {});
 
     /// None without a lid that anyone knows of.
     std::optional<bool> isClosed();

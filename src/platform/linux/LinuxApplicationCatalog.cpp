@@ -2,6 +2,7 @@
 
 #include "platform/linux/ApplicationMarks.h"
 #include "platform/linux/FileReading.h"
+#include "platform/linux/ForeignFile.h"
 #include "platform/linux/LaunchCommand.h"
 #include "support/Text.h"
 
@@ -42,7 +43,25 @@ std::string_view readableName(const UnitApplication& unit, std::string_view iden
 
 LinuxApplicationCatalog::LinuxApplicationCatalog(const Roots& roots, LinuxProcessTable& processes,
                                                  DesktopEntries entries)
-    : proc_(roots.proc), processes_(processes), entries_(std::move(entries)) {}
+    : proc_(roots.proc), processes_(processes), entries_(std::move(entries)) {
+    processes_.beforeEachCensus([this] { askAgainAfterInstallation(); });
+}
+
+LinuxApplicationCatalog::~LinuxApplicationCatalog() {
+    processes_.beforeEachCensus({});
+}
+
+void LinuxApplicationCatalog::askAgainAfterInstallation() {
+    const auto current = entries_.generation();
+    if (std::exchange(generation_, current) == current) {
+        return;
+    }
+    for (const auto& [identifier, answer] : answers_) {
+        if (!answer.application) {
+            processes_.readAgain(identifier);
+        }
+    }
+}
 
 std::unique_ptr<ApplicationBundle> LinuxApplicationCatalog::openBundle(const std::string& /*folder*/) {
     return nullptr;
@@ -129,7 +148,7 @@ std::optional<ProcessApplication> LinuxApplicationCatalog::applicationOfUnit(con
 
 std::optional<ProcessApplication>
 LinuxApplicationCatalog::sandboxApplication(std::int32_t processIdentifier) {
-    const auto text = readTextFile(file(processIdentifier, "root/.flatpak-info"), flatpakInfoSizeLimit);
+    const auto text = readForeignFile(file(processIdentifier, "root"), ".flatpak-info", flatpakInfoSizeLimit);
     const auto identifier = text ? flatpakApplication(*text) : std::nullopt;
     if (!identifier) {
         return std::nullopt;

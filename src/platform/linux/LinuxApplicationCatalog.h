@@ -32,9 +32,14 @@ namespace cindertop::linux_platform {
 /// children.
 class LinuxApplicationCatalog final : public ApplicationCatalog {
 public:
-    /// `processes` must live as long as this.
+    /// `processes` must live as long as this. At each of its censuses the catalog looks whether other
+    /// applications are installed than before; if so, processes without an application get a new identity
+    /// stamp, since they may have one now.
     LinuxApplicationCatalog(const Roots& roots, LinuxProcessTable& processes,
                             DesktopEntries entries = DesktopEntries());
+    ~LinuxApplicationCatalog() override;
+    LinuxApplicationCatalog(const LinuxApplicationCatalog&) = delete;
+    LinuxApplicationCatalog& operator=(const LinuxApplicationCatalog&) = delete;
 
     /// None: Linux has no bundles.
     std::unique_ptr<ApplicationBundle> openBundle(const std::string& folder) override;
@@ -62,10 +67,12 @@ private:
     ProcessApplication installedOr(const std::string& identifier, std::string_view name);
     std::filesystem::path file(std::int32_t processIdentifier, std::string_view name) const;
     void dropGoneProcesses();
+    void askAgainAfterInstallation();
 
     std::filesystem::path proc_;
     LinuxProcessTable& processes_;
     DesktopEntries entries_;
+    std::uint64_t generation_ = 0; ///< of the entries, for which the answers hold
     std::unordered_map<std::int32_t, OwnAnswer> answers_;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace cindertop::linux_platform {
@@ -29,8 +30,29 @@ DisplayIdentifier identifierOf(std::string_view connector) {
     return hash == 0 ? 1 : hash;
 }
 
-bool says(const std::filesystem::path& attribute, std::string_view word) {
-    return readAttribute(attribute) == word;
+/// None when the attribute cannot be read.
+std::optional<bool> says(const std::filesystem::path& attribute, std::string_view word) {
+    return readAttribute(attribute).transform([&](const std::string& text) { return text == word; });
+}
+
+bool isGone(const std::filesystem::path& connector) {
+    std::error_code error;
+    return !std::filesystem::exists(connector, error) && !error;
+}
+
+/// None when it cannot be told. A connector that was unplugged from its hub since the listing is dark.
+std::optional<bool> isLit(const std::filesystem::path& connector) {
+    for (const auto& [attribute, word] : std::to_array<std::pair<std::string_view, std::string_view>>(
+             {{"status", "connected"}, {"enabled", "enabled"}, {"dpms", "On"}})) {
+        const auto holds = says(connector / attribute, word);
+        if (!holds && !isGone(connector)) {
+            return std::nullopt;
+        }
+        if (!holds.value_or(false)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
@@ -57,15 +79,10 @@ std::optional<ConnectorKind> parseConnectorName(std::string_view name) {
 LinuxDisplayList::LinuxDisplayList(LidSwitch& lid, const Roots& roots)
     : lid_(lid), folder_(roots.sys / "class/drm") {}
 
-bool LinuxDisplayList::isLit(const std::filesystem::path& connector) const {
-    return says(connector / "status", "connected") && says(connector / "enabled", "enabled") &&
-           says(connector / "dpms", "On");
-}
-
 LinuxDisplayList::Look LinuxDisplayList::look() const {
     const auto names = listFolder(folder_);
     if (!names) {
-        return {.status = unreadable, .connectorCount = 0, .active = {}};
+        return {.status = unreadable, .connectorCount = 0, .active = {}, .silentConnector = {}};
     }
     Look found;
     for (const auto& name : *names) {
@@ -74,7 +91,11 @@ LinuxDisplayList::Look LinuxDisplayList::look() const {
             continue;
         }
         ++found.connectorCount;
-        if (isLit(folder_ / name)) {
+        const auto lit = isLit(folder_ / name);
+        if (!lit) {
+            return {.status = unreadable, .connectorCount = 0, .active = {}, .silentConnector = name};
+        }
+        if (*lit) {
             found.active.push_back(
                 {.identifier = identifierOf(name), .isBuiltIn = kind == ConnectorKind::builtIn});
         }
@@ -120,7 +141,8 @@ SourceStatus LinuxDisplayList::status() const {
     const auto& found = latest();
     SourceStatus status{.name = "displays", .isAvailable = false, .reason = {}};
     if (found.status != 0) {
-        status.reason = folder_.string() + " cannot be listed";
+        status.reason = found.silentConnector.empty() ? folder_.string() + " cannot be listed"
+                                                      : found.silentConnector + " does not tell its state";
     } else if (found.connectorCount == 0) {
         status.reason = "no graphics connectors";
     } else {

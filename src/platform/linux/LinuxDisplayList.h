@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,7 +21,9 @@ enum class ConnectorKind { builtIn, external, writeback };
 std::optional<ConnectorKind> parseConnectorName(std::string_view name);
 
 /// The connectors of /sys/class/drm that show a picture: connected, enabled and not switched off. A built-in
-/// panel under a closed lid shows none. Called from one thread at a time, that of the lid's bus.
+/// panel under a closed lid shows none. A connected one that does not tell the rest makes the whole list
+/// fail: a display that is perhaps lit is not a dark one. Called from one thread at a time, that of the lid's
+/// bus.
 ///
 /// `countActiveDisplays` looks at the machine; `activeDisplays` and `isBuiltIn` answer from that same look.
 /// An identifier is made from the connector's name: it stays the same while the machine runs, and is never 0.
@@ -46,10 +49,10 @@ private:
         std::int32_t status = 0;
         std::size_t connectorCount = 0;
         std::vector<Display> active;
+        std::string silentConnector; ///< whose state could not be read
     };
 
     Look look() const;
-    bool isLit(const std::filesystem::path& connector) const;
     const Look& latest() const;
 
     LidSwitch& lid_;

@@ -8,7 +8,7 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
                            const MonotonicClock& monotonicClock)
     : bus_(monotonicClock),
       powerProfile_(bus_, roots),
-      lid_(bus_, roots, monotonicClock),
+      lid_(bus_, roots),
       zones_(roots, monotonicClock),
       sensors_(roots, monotonicClock, zones_),
       processInformation_([this] { return zones_.read().state; }, powerProfile_, std::move(bundleIdentifier)),

@@ -79,6 +79,9 @@ int LinuxProcessTable::countProcesses() {
     if (!listed) {
         return 0;
     }
+    if (beforeEachCensus_) {
+        beforeEachCensus_();
+    }
     adopt(*listed);
     return static_cast<int>(processes_.size());
 }
@@ -113,7 +116,34 @@ void LinuxProcessTable::adopt(std::span<const std::int32_t> listed) {
         }
         processes_ = std::move(adopted);
     }
+    markSettled();
     markChildrenOfUnsettled();
+}
+
+void LinuxProcessTable::markSettled() {
+    if (young_.empty()) {
+        return;
+    }
+    const auto now = clocks_->sinceBoot();
+    std::erase_if(young_, [&](std::int32_t identifier) {
+        const auto* const process = find(identifier);
+        if (process == nullptr || !process->settlesAt) {
+            return true;
+        }
+        if (now < *process->settlesAt) {
+            return false;
+        }
+        readAgain(identifier);
+        return true;
+    });
+}
+
+void LinuxProcessTable::readAgain(std::int32_t processIdentifier) {
+    const auto place =
+        std::ranges::lower_bound(processes_, processIdentifier, {}, &KnownProcess::processIdentifier);
+    if (place != processes_.end() && place->processIdentifier == processIdentifier) {
+        place->mustBeReadAgain = true;
+    }
 }
 
 void LinuxProcessTable::markChildrenOfUnsettled() {
@@ -245,6 +275,7 @@ void LinuxProcessTable::computeStart(KnownProcess& process) {
     const auto upTime = clocks_->sinceBoot();
     if (upTime < *sinceBoot + settlingTime) {
         process.settlesAt = *sinceBoot + settlingTime;
+        young_.push_back(process.processIdentifier);
     }
     const auto bootedAt = clocks_->now().time_since_epoch() - upTime;
     if (bootedAt < std::chrono::nanoseconds::zero() ||

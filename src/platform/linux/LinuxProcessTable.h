@@ -10,10 +10,12 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cindertop::linux_platform {
@@ -35,7 +37,7 @@ struct KnownProcess {
     std::uint64_t startStack{};
     std::chrono::nanoseconds cpuTime{};
     /// Since the machine's start. While a process is younger, its unit and with it its application may still
-    /// change without a trace in its `stat`; set until it was looked at once more.
+    /// change without a trace in its `stat`; set until the first census behind it has read it once more.
     std::optional<std::chrono::nanoseconds> settlesAt;
     bool mustBeReadAgain{};
 
@@ -47,7 +49,8 @@ struct KnownProcess {
 /// The processes of a Linux machine. A process that used no CPU time since it was read costs one read of its
 /// CPU clock and opens no file: whatever a process does to itself, an exec too, takes CPU time, and so does
 /// an identifier's way to another process. What others do to it shows in them: when the parent of a process
-/// is gone or is another program now, the process is read again.
+/// is gone or is another program now, the process is read again, and once more when it is 5 s old: by then
+/// its desktop has moved it into its unit.
 class LinuxProcessTable final : public ProcessTable {
 public:
     explicit LinuxProcessTable(const Roots& roots = {},
@@ -68,6 +71,12 @@ public:
     /// The same without reading anything: null as well when the process was not read yet.
     const KnownProcess* find(std::int32_t processIdentifier) const;
 
+    /// Calls `look` at the start of each census, in place of what was set before; it may call `readAgain`.
+    void beforeEachCensus(std::function<void()> look) { beforeEachCensus_ = std::move(look); }
+
+    /// The process gets a new stamp at the next census: something about it changed without its doing.
+    void readAgain(std::int32_t processIdentifier);
+
     /// Processes that the last census found.
     std::size_t knownCount() const { return processes_.size(); }
 
@@ -80,6 +89,7 @@ private:
     };
 
     void adopt(std::span<const std::int32_t> listed);
+    void markSettled();
     void markChildrenOfUnsettled();
     KnownProcess& entry(std::int32_t processIdentifier);
     /// False when the process is gone or may not be looked at.
@@ -93,7 +103,9 @@ private:
     std::vector<KnownProcess> processes_; ///< ascending by identifier
     std::size_t next_ = 0;                ///< where the process behind the last one asked for stands
     std::vector<std::int32_t>
-        unsettled_; ///< gone, dead or another program: their children are to be read again
+        unsettled_;                   ///< gone, dead or another program: their children are to be read again
+    std::vector<std::int32_t> young_; ///< those with a `settlesAt`, and some that ended since
+    std::function<void()> beforeEachCensus_;
     std::uint64_t lastStamp_ = 0;
     ExecutablePath lastExecutable_; ///< the catalog asks for the same path right behind the provider
     bool isListed_ = false;

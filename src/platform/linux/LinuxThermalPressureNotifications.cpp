@@ -8,8 +8,6 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr std::string_view pressureName = "com.apple.system.thermalpressurelevel";
-
 constexpr std::uint32_t succeeded = 0;
 constexpr std::uint32_t unknownName = 1;
 constexpr std::uint32_t unknownToken = 2;
@@ -42,7 +40,7 @@ LinuxThermalPressureNotifications::LinuxThermalPressureNotifications(const Roots
 ThermalPressureNotifications::Registration
 LinuxThermalPressureNotifications::registerCheck(std::string_view name) {
     const std::scoped_lock lock(mutex_);
-    if (name != pressureName) {
+    if (name != thermalPressureNotificationName) {
         return {.status = unknownName, .token = 0};
     }
     readThrottling();

@@ -115,8 +115,12 @@ bool isUpsOnMains(const PowerSupply& supply) {
            (supply.isOnline.value_or(false) || (supply.status && supply.status != Status::discharging));
 }
 
-bool isOfKnownKind(const PowerSupply& supply) {
-    return supply.kind && supply.kind != Kind::other;
+bool hasNoKind(const PowerSupply& supply) {
+    return !supply.kind;
+}
+
+bool isOneDischarging(const Batteries& batteries) {
+    return std::ranges::find(batteries, Status::discharging, &PowerSupply::status) != batteries.end();
 }
 
 } // namespace
@@ -149,29 +153,35 @@ std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies
         isAnyListed = true;
         isAnySilent = isAnySilent || !supply.isOnline;
     }
-    if (isAnySilent) {
-        return std::nullopt;
+    if (isAnyListed && !isAnySilent) {
+        return false;
     }
-    return !isAnyListed && isOneCharging(batteriesOf(supplies)).value_or(false);
+    const auto batteries = batteriesOf(supplies);
+    if (isOneCharging(batteries).value_or(false)) {
+        return true;
+    }
+    return isAnySilent && !isOneDischarging(batteries) ? std::nullopt : std::optional(false);
 }
 
 std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies) {
     if (std::ranges::any_of(supplies, isDischargingUps)) {
         return "UPS Power";
     }
+    const auto batteries = batteriesOf(supplies);
     const auto isExternal = isExternallyPowered(supplies);
-    if (isExternal.value_or(false) || std::ranges::any_of(supplies, isUpsOnMains)) {
+    const bool isFedByUps = !isOneDischarging(batteries) && std::ranges::any_of(supplies, isUpsOnMains);
+    if (supplies.empty() || isExternal.value_or(false) || isFedByUps) {
         return "AC Power";
-    }
-    if (std::ranges::none_of(supplies, isOfKnownKind)) {
-        const bool isAnySilent =
-            std::ranges::any_of(supplies, [](const PowerSupply& supply) { return !supply.kind; });
-        return isAnySilent ? std::nullopt : std::optional<std::string_view>("AC Power");
     }
     if (!isExternal) {
         return std::nullopt;
     }
-    return std::ranges::any_of(supplies, &PowerSupply::isSystemBattery) ? "Battery Power" : "Off Line";
+    if (!batteries.empty()) {
+        return "Battery Power";
+    }
+    // A supply that does not say what it is may be the one that is on.
+    return std::ranges::any_of(supplies, hasNoKind) ? std::nullopt
+                                                    : std::optional<std::string_view>("Off Line");
 }
 
 } // namespace cindertop::linux_platform

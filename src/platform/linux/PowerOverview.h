@@ -28,14 +28,15 @@ struct BatteryPack {
 /// answers again.
 std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies);
 
-/// Whether power comes from outside; none when a supply does not answer and no other is on. A battery that
-/// charges proves it where the machine lists no external supply at all, as some boards do.
+/// Whether power comes from outside. Where no external supply says so, or none is listed at all, as on some
+/// boards, the batteries tell: one that charges is fed, one that discharges is not. None when a supply does
+/// not answer and the batteries neither charge nor discharge.
 std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies);
 
 /// "AC Power", "UPS Power", "Battery Power", "Off Line", or none when the supplies do not answer.
 ///
 /// A UPS that discharges comes first: the adapter that it feeds stays online. A UPS at rest or charging
-/// passes the mains through.
+/// passes the mains through, but not to a battery that discharges all the same.
 std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies);
 
 } // namespace cindertop::linux_platform

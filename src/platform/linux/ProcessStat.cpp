@@ -39,6 +39,15 @@ private:
     std::array<std::string_view, Field::startStack - Field::state + 1> words_;
 };
 
+/// Where " -option" stands in a title.
+std::size_t firstOption(std::string_view title) {
+    auto place = title.find(" -");
+    while (place != std::string_view::npos && title.substr(place + 2).starts_with(' ')) {
+        place = title.find(" -", place + 2);
+    }
+    return place;
+}
+
 } // namespace
 
 std::optional<ProcessStat> parseProcessStat(std::string_view line) {
@@ -79,9 +88,16 @@ std::string_view uncutName(std::string_view shortName, std::string_view commandL
     if (shortName.size() != shortNameLimit) {
         return shortName;
     }
-    const auto program = untilZeroByte(commandLine);
-    const auto name = program.substr(program.rfind('/') + 1); // no "/": npos + 1 is 0
-    return name.starts_with(shortName) ? name : shortName;
+    const auto title = untilZeroByte(commandLine);
+    // A program's own name may hold blanks, so the first one ends it only if nothing else does.
+    for (const auto end : {firstOption(title), title.find(' ')}) {
+        const auto program = title.substr(0, end);
+        const auto name = program.substr(program.rfind('/') + 1); // no "/": npos + 1 is 0
+        if (name.starts_with(shortName)) {
+            return name;
+        }
+    }
+    return shortName;
 }
 
 } // namespace cindertop::linux_platform

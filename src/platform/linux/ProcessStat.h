@@ -39,7 +39,9 @@ std::optional<ProcessStat> parseProcessStat(std::string_view line);
 std::string_view steadyName(std::string_view kernelThreadName);
 
 /// The name in full when the kernel cut it: the last path component of the first word of /proc/PID/cmdline,
-/// when `shortName` fills its room and begins that component. Otherwise `shortName`.
+/// when `shortName` fills its room and begins that component. Otherwise `shortName`. Programs that write
+/// their own title ("/opt/x/chromium-browser --type=zygote") leave all arguments in the first word; they do
+/// not count.
 std::string_view uncutName(std::string_view shortName, std::string_view commandLine);
 
 } // namespace cindertop::linux_platform

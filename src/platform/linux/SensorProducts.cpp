@@ -35,10 +35,13 @@ constexpr auto productRows = std::to_array<ProductRow>({
     {chip, "k10temp|zenpower", "Tdie", "CPU Die", processorChip},
     {chip, "k10temp|zenpower", "Tctl", "CPU Control", processorChip, When::withoutDie},
     {chip, "k10temp|zenpower", "Tccd#", "CPU CCD #", processorChip},
+    {chip, "k10temp", "", "CPU Control", processorChip}, // before Zen it has this sensor only, and no label
     {chip, "amdgpu|nouveau|xe|i915|gpu*", "edge", "GPU Edge", graphics},
     {chip, "amdgpu|nouveau|xe|i915|gpu*", "junction", "GPU Junction", graphics},
     {chip, "amdgpu|nouveau|xe|i915|gpu*", "mem", "GPU Memory", graphics},
     {chip, "amdgpu|nouveau|xe|i915|gpu*", "", "GPU", graphics},
+    {chip, "xe", "pkg", "GPU Package", graphics},
+    {chip, "xe", "vram", "GPU Memory", graphics},
     {zone, "gpu*", "", "GPU", graphics},
     {zone, "x86_pkg_temp", "", "CPU Package", processorZone, When::withoutProcessorChip},
     {zone, "cpu*|*core*-thermal", "", "CPU Cluster NAME", processorZone, When::withoutProcessorChip},

@@ -1,6 +1,7 @@
 #include "platform/linux/SensorSearch.h"
 
 #include "platform/linux/FileReading.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <optional>
@@ -55,6 +56,15 @@ std::string driveName(const Path& device) {
     return name;
 }
 
+/// Empty for a sensor without a label; none when its label cannot be read and so may say anything.
+std::optional<std::string> labelOf(const Path& chip, int number) {
+    const auto text = readTextFile(chip / ("temp" + std::to_string(number) + "_label"));
+    if (!text) {
+        return text.error() == FileError::missing ? std::optional<std::string>("") : std::nullopt;
+    }
+    return std::string(trimmingWhitespace(*text));
+}
+
 class Search {
 public:
     Search(const Roots& roots, std::span<const ThermalZoneIdentity> zones)
@@ -91,10 +101,11 @@ private:
                                   .device = isDrive ? driveName(device) : std::string(),
                                   .group = folderName};
         for (const auto& fileName : namesIn(folder)) {
-            if (const auto number = parseTemperatureInput(fileName)) {
+            const auto number = parseTemperatureInput(fileName);
+            const auto label = number ? labelOf(folder, *number) : std::nullopt;
+            if (label) {
                 auto source = common;
-                source.label =
-                    readAttribute(folder / ("temp" + std::to_string(*number) + "_label")).value_or("");
+                source.label = *label;
                 found_.push_back({.source = std::move(source),
                                   .file = folder / fileName,
                                   .zone = {},

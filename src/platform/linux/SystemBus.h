@@ -25,6 +25,9 @@ public:
     /// Connects when that is due, sends what waits and hands arrived messages to their callbacks.
     void update();
 
+    /// By the clock that this was made with.
+    std::chrono::nanoseconds now() const { return clock_(); }
+
     /// Null without a connection. It may change at each `update`.
     sd_bus* handle() const { return bus_.get(); }
 

@@ -47,7 +47,7 @@ TEST(ControlGroups, FindsTheInnermostUnit) {
               ControlGroupUnit{.name = "app-a-1.scope", .isOfUserManager = true, .isBelowAppSlice = true}},
              {"12:pids:/x.service\n0::/user.slice/user-1000.slice/user@1000.service/session.slice/b.service/"
               "sub\n",
-              ControlGroupUnit{.name = "b.service", .isOfUserManager = true, .isBelowAppSlice = false}},
+              ControlGroupUnit{.name = "b.service", .isOfUserManager = true, .isBelowSessionSlice = true}},
              {"0::/system.slice/cron.service",
               ControlGroupUnit{.name = "cron.service", .isOfUserManager = false, .isBelowAppSlice = false}},
              {"0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-a-1.scope/user.slice/"

@@ -72,6 +72,28 @@ TEST(DesktopEntries, TheFirstFolderWinsAndMayDelete) {
     EXPECT_EQ(entries.count(), 3U);
 }
 
+TEST(DesktopEntries, KnowsAFileByItsPlaceAmongTheFolders) {
+    const DesktopTree desktop;
+    desktop.entry("share", "kde/okular", "Name=Theirs").entry("home", "kde-okular", "Name=Mine");
+    desktop.entry("share", "menu", "Name=Menu\nNoDisplay=true").entry("share", "gone", "Name=Theirs");
+    desktop.entry("home", "gone", "Hidden=true").entry("elsewhere", "own", "Name=Own");
+    desktop.entry("elsewhere", "hidden", "Name=Hidden\nHidden=true");
+    desktop.tree().link("elsewhere/applications/link.desktop", "own.desktop").fifo("elsewhere/pipe.desktop");
+    desktop.tree().link("elsewhere/folder", "applications");
+    auto entries = desktop.entries();
+    const auto inFile = [&](const char* file) { return nameOf(entries.inFile(desktop.path(file))); };
+    EXPECT_EQ(inFile("share/applications/kde/okular.desktop"), "Mine");
+    EXPECT_EQ(inFile("share/applications/menu.desktop"), "Menu");
+    EXPECT_EQ(inFile("elsewhere/applications/own.desktop"), "Own");
+    for (const auto* const file :
+         {"share/applications/gone.desktop", "elsewhere/applications/hidden.desktop",
+          "elsewhere/applications/link.desktop", "elsewhere/pipe.desktop", "elsewhere/folder/own.desktop"}) {
+        EXPECT_EQ(inFile(file), std::nullopt) << file;
+    }
+    desktop.entry("share", "new/app", "Name=New"); // since the entries were read
+    EXPECT_EQ(entries.inFile(desktop.path("share/applications/new/app.desktop"))->identifier, "new-app");
+}
+
 TEST(DesktopEntries, BrokenEntriesAreAsNone) {
     const DesktopTree desktop;
     desktop.tree().write("share/applications/noise.desktop", "\x01\x02\xff[[[");

@@ -131,6 +131,16 @@ TEST_F(HwmonSensorsTest, OnlyTheMatchingForTemperaturesListsThem) {
     EXPECT_EQ(services[0]->copyEvent(15)->floatValue(983041), 0);
 }
 
+TEST_F(HwmonSensorsTest, TheStatusCountsWhatAnswers) {
+    addChip(0, "coretemp", "Core 0", "50000");
+    addChip(1, "amdgpu", "edge", "");
+    readAll(events);
+    EXPECT_EQ(sensors.status().reason, "1 of 2 sensors");
+    addChip(0, "coretemp", "Core 0", "");
+    readAfter(30s);
+    EXPECT_EQ(sensors.status(), (SourceStatus{"temperature sensors", false, "2 sensors, none answers"}));
+}
+
 TEST_F(HwmonSensorsTest, EachThingCountsOnce) {
     const std::filesystem::path zone = "sys/class/thermal/thermal_zone0";
     tree.attribute(zone / "type", "gpu-thermal").attribute(zone / "temp", "61000");

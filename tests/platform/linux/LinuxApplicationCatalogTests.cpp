@@ -112,6 +112,29 @@ TEST_F(LinuxApplicationCatalogTest, AnInheritedLaunchSpeaksOfTheParent) {
     EXPECT_EQ(application(43), "Eigenes");
 }
 
+TEST_F(LinuxApplicationCatalogTest, FindsAnApplicationThatIsInstalledWhileItRuns) {
+    const auto game = desktop.program("lib/game");
+    machine.run({.identifier = 42, .name = "game"}).executable(42, game);
+    machine.run({.identifier = 43, .name = "browser"}).executable(43, browser);
+    EXPECT_EQ(application(42), "none");
+    EXPECT_EQ(application(43), "Webbrowser");
+    const auto other = processes.accounting(43)->identityStamp;
+    desktop.entry("share", "game", "Name=Spiel\nExec=" + game);
+    std::filesystem::last_write_time(desktop.path("share/applications"), {}); // however coarse its clock
+    desktop.now() += std::chrono::seconds(30);
+    EXPECT_EQ(application(42), "Spiel");
+    EXPECT_EQ(processes.accounting(43)->identityStamp, other);
+}
+
+TEST_F(LinuxApplicationCatalogTest, FollowsNoLinkOfASandbox) {
+    machine.run({.identifier = 42, .name = "a"}).run({.identifier = 43, .name = "b"});
+    desktop.tree().write("secret", "[Application]\nname=org.c.Chess\n");
+    machine.tree().folder("proc/42/root").link("proc/42/root/.flatpak-info", desktop.path("secret"));
+    machine.tree().fifo("proc/43/root/.flatpak-info");
+    EXPECT_EQ(application(42), "none");
+    EXPECT_EQ(application(43), "none");
+}
+
 TEST_F(LinuxApplicationCatalogTest, HelpersBelongToTheNearestAncestor) {
     machine.run({.identifier = 40, .name = "browser"}).executable(40, browser);
     machine.run({.identifier = 41, .name = "zygote", .parent = 40});

@@ -89,7 +89,7 @@ protected:
     std::chrono::nanoseconds now{};
     PrivateBus daemon;
     SystemBus bus{[this] { return now; }, daemon.address()};
-    LidSwitch lid{bus, machine.roots(), [this] { return now; }};
+    LidSwitch lid{bus, machine.roots()};
     LinuxDisplayList list{lid, machine.roots()};
 };
 
@@ -105,12 +105,12 @@ TEST_F(DisplaysOfAMachine, AreTheLitOnes) {
              std::pair{"thinkpad", Displays{0, 1, 1}},
              std::pair{"amd-laptop", Displays{0, 1, 0}}, // shut, an external display, a writeback connector
              std::pair{"apple-silicon", Displays{0, 1, 1}},
-             std::pair{"broken", Displays{0, 0, 0}},
+             std::pair{"broken", Displays{1, 0, 0}}, // an enabled panel without the rest
          }) {
         LidSwitch lid(bus, fixtureMachine(name));
         const LinuxDisplayList list(lid, fixtureMachine(name));
         EXPECT_EQ(ask(list), expected) << name;
-        EXPECT_TRUE(list.status().isAvailable) << name;
+        EXPECT_EQ(list.status().isAvailable, expected.status == 0) << name;
     }
 }
 
@@ -124,6 +124,20 @@ TEST_F(DisplaysOfAMachine, GoDarkOneByOne) {
     EXPECT_EQ(ask(list), (Displays{0, 1, 1}));
     connect("card0-DP-1", "disconnected", "enabled", "On");
     EXPECT_EQ(ask(list), (Displays{0, 1, 1}));
+    machine.remove("sys/class/drm/card0-DP-1/dpms").remove("sys/class/drm/card0-DP-1/enabled");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1})) << "no question to a disconnected one";
+}
+
+TEST_F(DisplaysOfAMachine, AreUnknownWhileOneDoesNotAnswer) {
+    for (const auto* const attribute : {"status", "enabled", "dpms"}) {
+        connect("card0-eDP-1", "connected", "enabled", "On");
+        connect("card0-DP-1", "connected", "enabled", "On");
+        machine.remove(std::string("sys/class/drm/card0-DP-1/") + attribute);
+        EXPECT_EQ(ask(list), (Displays{1, 0, 0})) << attribute;
+        EXPECT_EQ(list.status().reason, "card0-DP-1 does not tell its state");
+    }
+    machine.remove("sys/class/drm/card0-DP-1").link("sys/class/drm/card0-DP-1", "gone");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1})) << "unplugged since the listing";
 }
 
 TEST_F(DisplaysOfAMachine, StayAsCountedUntilTheNextCount) {
@@ -157,13 +171,20 @@ TEST_F(DisplaysOfAMachine, FollowALidThatIsNotAnnounced) {
     EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 1; }));
     EXPECT_EQ(logind.questionCount(), 2);
 
+    now += 7s;
+    EXPECT_EQ(ask(list).count, 1U);
+    EXPECT_NE(lid.status().reason, "org.freedesktop.login1") << "an old answer after a pause";
+    EXPECT_TRUE(
+        logind.until(bus, [&] { return ask(list), lid.status().reason == "org.freedesktop.login1"; }));
+    EXPECT_EQ(logind.questionCount(), 3);
+
     logind.announce(true);
     EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 0; }));
     now += 1h;
     ask(list);
     logind.announce(false);
     EXPECT_TRUE(logind.until(bus, [&] { return ask(list).count == 1; }));
-    EXPECT_EQ(logind.questionCount(), 2) << "still asked after it announced a change";
+    EXPECT_EQ(logind.questionCount(), 3) << "still asked after it announced a change";
 }
 
 } // namespace

@@ -54,15 +54,18 @@ TEST(PowerOverview, NamesTheProvidingSource) {
              {{"TYPE=Mains ONLINE=0"}, "Off Line", false},
              {{"TYPE=Mains ONLINE=0", "TYPE=Battery PRESENT=0"}, "Off Line", false},
              {{"TYPE=Mains ONLINE=0", "TYPE=Battery SCOPE=Device"}, "Off Line", false},
-             {{"TYPE=Mains", dischargingBattery}, std::nullopt, std::nullopt}, // ONLINE could not be read
+             {{"TYPE=Mains", fullBattery}, std::nullopt, std::nullopt}, // ONLINE could not be read
+             {{"TYPE=Mains", dischargingBattery}, "Battery Power", false},
+             {{"TYPE=Mains", "TYPE=Battery STATUS=Charging"}, "AC Power", true},
              {{"TYPE=Mains", "TYPE=USB ONLINE=1", dischargingBattery}, "AC Power", true},
-             {{"TYPE=Mains ONLINE=-1", dischargingBattery}, std::nullopt, std::nullopt},
+             {{"TYPE=Mains ONLINE=-1"}, std::nullopt, std::nullopt},
              {{"TYPE=UPS STATUS=Discharging"}, "UPS Power", false},
              {{"TYPE=Mains ONLINE=1", "TYPE=UPS STATUS=Discharging"}, "UPS Power", true},
              {{"TYPE=UPS STATUS=Full"}, "AC Power", false},
              {{"TYPE=UPS ONLINE=1"}, "AC Power", false},
+             {{"TYPE=UPS STATUS=Full", "TYPE=Mains ONLINE=0", dischargingBattery}, "Battery Power", false},
              {{"TYPE=UPS STATUS=Unknown"}, "Off Line", false},
-             {{"TYPE=Unknown"}, "AC Power", false}, // neither a battery nor an adapter
+             {{"TYPE=Unknown"}, "Off Line", false}, // neither a battery nor an adapter
              {{"ONLINE=1"}, std::nullopt, false},
          }) {
         const auto read = suppliesFrom(supplies);

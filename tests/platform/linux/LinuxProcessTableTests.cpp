@@ -251,11 +251,11 @@ TEST_F(LinuxProcessTableTest, AYoungProcessIsLookedAtOnceMore) {
     const auto young = stamp(42);
     machine.run({.identifier = 42, .name = "app"});
     EXPECT_EQ(stamp(42), young);
-    machine.times().sinceBoot = seconds(130);
-    EXPECT_EQ(stamp(42), young); // idle
-    machine.run({.identifier = 42, .name = "app"});
+    machine.times().sinceBoot = seconds(130); // and idle since
     const auto settled = stamp(42);
     EXPECT_NE(settled, young);
+    machine.file(42, "stat", "unread");
+    EXPECT_EQ(stamp(42), settled);
     machine.run({.identifier = 42, .name = "app"});
     EXPECT_EQ(stamp(42), settled);
 }

@@ -113,6 +113,35 @@ TEST_F(PowerProfileOnABus, AValueOfAnotherTypeIsNone) {
     EXPECT_EQ(profile.status().reason, "no power profile service answers; no platform profile");
 }
 
+TEST_F(PowerProfileOnABus, AsksAServiceAgainThatRefusesOrHangs) {
+    daemon.start();
+    ScriptedService service(daemon.address(), upower, "power-saver"s);
+    const auto asked = [&](int count) {
+        return service.until(bus, [&] {
+            profile.isSavingPower();
+            return service.questionCount() == count;
+        });
+    };
+    service.behave(ScriptedService::Manner::refusing);
+    EXPECT_TRUE(asked(1));
+    service.behave(ScriptedService::Manner::hanging);
+    now += 30s;
+    EXPECT_TRUE(asked(2));
+    service.behave(ScriptedService::Manner::answering);
+    now += 5s;
+    EXPECT_FALSE(profile.isSavingPower());
+    now += 25s - 1ns;
+    profile.isSavingPower();
+    EXPECT_EQ(service.questionCount(), 2);
+    now += 1ns;
+    EXPECT_TRUE(reaches(service, true));
+    // What is announced without its value is unknown until the service tells it.
+    service.behave(ScriptedService::Manner::hanging);
+    service.invalidate("balanced"s);
+    EXPECT_TRUE(reaches(service, false));
+    EXPECT_EQ(profile.status().reason, "no power profile service answers; no platform profile");
+}
+
 TEST_F(PowerProfileOnABus, SurvivesTheDeathOfTheBus) {
     daemon.start();
     {

@@ -18,11 +18,13 @@ namespace cindertop::linux_platform {
 /// A message bus of the test's own, always at the same address, that can die and come back.
 class PrivateBus {
 public:
-    PrivateBus() {
+    /// `furtherConfiguration`: elements of its configuration file.
+    explicit PrivateBus(const std::string& furtherConfiguration = {}) {
         tree_.write("bus.conf", "<busconfig><type>session</type><listen>" + address() +
                                     "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
                                     "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/>"
-                                    "<allow own=\"*\"/></policy></busconfig>");
+                                    "<allow own=\"*\"/></policy>" +
+                                    furtherConfiguration + "</busconfig>");
     }
 
     ~PrivateBus() { stop(); }

@@ -63,6 +63,10 @@ TEST(ProcessStat, CompletesNamesThatTheKernelCut) {
              {"Isolated Web Co", "/usr/lib/firefox/firefox\0-contentproc"sv, "Isolated Web Co"},
              {"gnome-terminal-", "", "gnome-terminal-"},
              {"bash", "/bin/bash-static\0"sv, "bash"}, // not cut
+             {"chromium-browse", "/usr/lib/c/chromium-browser --type=zygote --dir=/a/b"sv,
+              "chromium-browser"},
+             {"electron-applic", "/opt/e/electron-application /opt/e/app.asar"sv, "electron-application"},
+             {"Sheets - Office", "/opt/s/Sheets - Office Suite\0/home/a"sv, "Sheets - Office Suite"},
              {"fifteen-bytes-x", "/bin/fifteen-bytes-x/\0"sv, "fifteen-bytes-x"},
          })) {
         EXPECT_EQ(uncutName(shortName, commandLine), name);

@@ -22,6 +22,9 @@ class ScriptedService {
 public:
     using Value = std::variant<std::string, bool, std::int32_t>;
 
+    /// What becomes of questions.
+    enum class Manner { answering, refusing, hanging };
+
     ScriptedService(const std::string& address, BusPropertyName name, Value value)
         : name_(std::move(name)), value_(std::move(value)) {
         require(sd_bus_new(&bus_));
@@ -38,6 +41,8 @@ public:
     ScriptedService& operator=(const ScriptedService&) = delete;
 
     int questionCount() const { return questionCount_; }
+
+    void behave(Manner manner) { manner_ = manner; }
 
     void changeSilently(Value value) { value_ = std::move(value); }
 
@@ -134,7 +139,11 @@ private:
         const char* member = nullptr;
         require(sd_bus_message_read(call, "ss", &interface, &member));
         ++self.questionCount_;
-        if (self.name_.interface != interface || self.name_.member != member) {
+        if (self.manner_ == Manner::hanging) {
+            return 1;
+        }
+        if (self.manner_ == Manner::refusing || self.name_.interface != interface ||
+            self.name_.member != member) {
             return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_UNKNOWN_PROPERTY, "no such property");
         }
         sd_bus_message* answer = nullptr;
@@ -146,6 +155,7 @@ private:
 
     BusPropertyName name_;
     Value value_;
+    Manner manner_ = Manner::answering;
     sd_bus* bus_ = nullptr;
     int questionCount_ = 0;
 };

@@ -1,0 +1,94 @@
+#include "platform/linux/DesktopParts.h"
+
+#include "platform/linux/ProcessStat.h"
+
+#include <algorithm>
+#include <array>
+
+namespace cindertop::linux_platform {
+
+namespace {
+
+constexpr auto parts = std::to_array<std::string_view>({
+    // display servers, compositors and window managers
+    "Hyprland",
+    "Xorg",
+    "Xorg.bin",
+    "Xwayland",
+    "awesome",
+    "bspwm",
+    "budgie-wm",
+    "cosmic-comp",
+    "dwm",
+    "enlightenment",
+    "fluxbox",
+    "gala",
+    "herbstluftwm",
+    "i3",
+    "icewm",
+    "kwin_wayland",
+    "kwin_x11",
+    "labwc",
+    "marco",
+    "metacity",
+    "muffin",
+    "mutter",
+    "niri",
+    "openbox",
+    "phoc",
+    "qtile",
+    "river",
+    "sway",
+    "wayfire",
+    "weston",
+    "xfwm4",
+    "xmonad",
+    // shells, panels and desktops
+    "budgie-panel",
+    "cinnamon",
+    "cosmic-panel",
+    "dde-desktop",
+    "dde-shell",
+    "gnome-shell",
+    "lxpanel",
+    "lxqt-panel",
+    "mate-panel",
+    "phosh",
+    "plasmashell",
+    "waybar",
+    "wingpanel",
+    "xfce4-panel",
+    "xfdesktop",
+    // sessions and what they stand on
+    "at-spi-bus-launcher",
+    "cinnamon-session-binary",
+    "cosmic-session",
+    "dbus-broker",
+    "dbus-broker-launch",
+    "dbus-daemon",
+    "gdm-wayland-session",
+    "gdm-x-session",
+    "gnome-session-binary",
+    "ksmserver",
+    "lightdm",
+    "lxqt-session",
+    "lxsession",
+    "mate-session",
+    "plasma_session",
+    "sddm-helper",
+    "startplasma-wayland",
+    "startplasma-x11",
+    "systemd",
+    "uwsm",
+    "xfce4-session",
+    "xinit",
+});
+
+} // namespace
+
+bool isDesktopPart(std::string_view shortName) {
+    return std::ranges::any_of(
+        parts, [&](std::string_view part) { return part.substr(0, shortNameLimit) == shortName; });
+}
+
+} // namespace cindertop::linux_platform

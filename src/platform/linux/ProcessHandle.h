@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/linux/FileDescriptor.h"
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+namespace cindertop::linux_platform {
+
+/// Holds on to one process: its identifier may go to another one, the handle never does.
+class ProcessHandle {
+public:
+    /// None when no such process is left, or before Linux 5.3.
+    static std::optional<ProcessHandle> open(std::int32_t processIdentifier);
+
+    /// False when the process is gone or may not be sent signals.
+    bool send(int signal) const;
+
+private:
+    explicit ProcessHandle(FileDescriptor file) : file_(std::move(file)) {}
+
+    FileDescriptor file_;
+};
+
+} // namespace cindertop::linux_platform

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+#include <string>
+#include <vector>
+
+namespace cindertop::desktop {
+
+/// What a program asked to be shown.
+struct Notified {
+    QVariantList arguments; ///< without the hints
+    QVariantMap hints;
+
+    uint replacedId() const { return arguments.at(1).toUInt(); }
+
+    QString body() const { return arguments.at(4).toString(); }
+};
+
+/// A notification server with its own connection to the bus, which goes with the object as if the server had
+/// died.
+class ScriptedNotificationServer final : public QDBusVirtualObject {
+public:
+    enum class Behaviour { answers, fails, answersNonsense, hangs };
+
+    QStringList capabilities{"body", "body-markup"};
+    Behaviour behaviour = Behaviour::answers;
+    int capabilityReads = 0;
+    std::vector<Notified> notified; ///< also what was not answered
+
+    /// Numbers its notifications from `firstId` on.
+    ScriptedNotificationServer(const std::string& busAddress, uint firstId)
+        : connection_(QDBusConnection::connectToBus(QString::fromStdString(busAddress), connectionName)),
+          nextId_(firstId) {
+        connection_.registerVirtualObject("/org/freedesktop/Notifications", this);
+        connection_.registerService("org.freedesktop.Notifications");
+    }
+
+    ~ScriptedNotificationServer() override {
+        QDBusConnection connection(connectionName);
+        if (connection.isConnected()) {
+            // Unlike the end of a connection, this is over when the call returns.
+            connection.unregisterService("org.freedesktop.Notifications");
+        }
+        QDBusConnection::disconnectFromBus(connectionName);
+    }
+
+    ScriptedNotificationServer(const ScriptedNotificationServer&) = delete;
+    ScriptedNotificationServer& operator=(const ScriptedNotificationServer&) = delete;
+
+    QString introspect(const QString& /*path*/) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        QVariant answer;
+        if (message.member() == "GetCapabilities") {
+            ++capabilityReads;
+            answer = capabilities;
+        } else if (message.member() == "Notify" && message.signature() == "susssasa{sv}i") {
+            answer = take(message.arguments());
+        } else {
+            return false;
+        }
+        reply(message, answer, connection);
+        return true;
+    }
+
+private:
+    static constexpr const char* connectionName = "server";
+
+    uint take(QVariantList arguments) {
+        const auto hints = qdbus_cast<QVariantMap>(arguments.takeAt(6));
+        notified.push_back({arguments, hints});
+        const uint replaced = notified.back().replacedId();
+        return replaced == 0 ? nextId_++ : replaced;
+    }
+
+    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) const {
+        switch (behaviour) {
+        case Behaviour::answers:
+            connection.send(message.createReply(answer));
+            return;
+        case Behaviour::fails:
+            connection.send(message.createErrorReply(QDBusError::LimitsExceeded, "too many"));
+            return;
+        case Behaviour::answersNonsense:
+            connection.send(message.createReply("nonsense"));
+            return;
+        case Behaviour::hangs:
+            return;
+        }
+    }
+
+    QDBusConnection connection_;
+    uint nextId_;
+};
+
+} // namespace cindertop::desktop
