@@ -88,6 +88,44 @@ void BM_RecordOnFullHour(benchmark::State& state) {
     state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(file));
 }
 
+/// The number-th sample as a Linux machine gives it: a temperature in thousandths of a degree, a share that
+/// is a quotient, and system work, which has no identifier, in every fourth sample.
+ThermalHistorySample everydaySample(std::int64_t number, std::chrono::nanoseconds interval) {
+    const bool isSystemWork = number % 4 == 0;
+    return {start + number * interval,
+            number % 90 < 60 ? ThermalLevel::normal : ThermalLevel::fair,
+            number % 60,
+            static_cast<double>(number * 37 % 1000) / 1000 * 100 / 2.003,
+            40.0 + static_cast<double>(number * 53 % 400) / 10,
+            isSystemWork ? "System" : "Firefox",
+            isSystemWork ? std::nullopt : std::optional<std::string>("org.mozilla.firefox"),
+            {.isExternalPowerConnected = true}};
+}
+
+/// What an hour of samples writes, one every five seconds, each with the whole file.
+void BM_BytesOfAnHour(benchmark::State& state, const auto& sampleOf) {
+    constexpr std::int64_t count = 720;
+    constexpr std::chrono::seconds interval(5);
+    const Folder folder;
+    const auto file = folder.file("thermal-history.plist");
+    PosixFileSystem files;
+    ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files);
+    std::int64_t number = 0;
+    for (; number < count; ++number) {
+        store.record(sampleOf(number, interval));
+    }
+    std::uintmax_t bytes = 0;
+    for (auto step : state) {
+        for (const std::int64_t end = number + count; number < end; ++number) {
+            store.record(sampleOf(number, interval));
+            bytes += std::filesystem::file_size(file);
+        }
+    }
+    state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(file));
+    state.counters["bytesAnHour"] =
+        benchmark::Counter(static_cast<double>(bytes), benchmark::Counter::kAvgIterations);
+}
+
 class NoDefaults final : public UserDefaults {
 public:
     std::optional<PropertyValue> value(std::string_view /*key*/) const override { return std::nullopt; }
@@ -148,6 +186,8 @@ BENCHMARK(BM_RecordOnFullHour)
     ->Repetitions(5)
     ->MinTime(0.2)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_BytesOfAnHour, everyField, sample)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_BytesOfAnHour, everyday, everydaySample)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EventOnFullBuffer)->Repetitions(3)->MinTime(0.2)->Unit(benchmark::kMillisecond);
 
 /// Prints as usual and compares each program's best run with its budget: other programs only ever add to a

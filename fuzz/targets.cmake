@@ -6,3 +6,4 @@ cindertop_fuzz(propertylist SOURCES propertylistFuzz.cpp LINKS cindertop_support
 cindertop_fuzz(history SOURCES historyFuzz.cpp LINKS cindertop_persistence)
 cindertop_fuzz(settings SOURCES settingsFuzz.cpp LINKS cindertop_persistence)
 cindertop_fuzz(diagnostics SOURCES diagnosticsFuzz.cpp LINKS cindertop_persistence)
+cindertop_fuzz(scenario SOURCES scenarioFuzz.cpp LINKS cindertop_platform_simulated)

@@ -1,8 +1,10 @@
 #include "persistence/DiagnosticBuffer.h"
 
 #include "persistence/DiagnosticEventCodec.h"
+#include "support/AtomicFile.h"
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <numeric>
 #include <utility>
@@ -10,6 +12,8 @@
 namespace cindertop {
 namespace {
 
+constexpr std::chrono::seconds longestAge(604'800); // seven days
+constexpr std::size_t largestFile = 5'242'880;
 constexpr std::string_view separator = ",\n";
 constexpr std::string_view opening = "[\n";
 constexpr std::string_view closing = "\n]\n";
@@ -21,6 +25,12 @@ DiagnosticBuffer::DiagnosticBuffer(Events events) : events_(std::move(events)) {
     for (const DiagnosticLogEvent& event : events_) {
         encode(event);
     }
+}
+
+DiagnosticBuffer DiagnosticBuffer::read(FileSystem& files, const std::filesystem::path& file) {
+    const auto text = wholeFile(files, file, diagnosticFileSizeLimit);
+    auto events = text ? decodeDiagnosticEvents(*text) : std::nullopt;
+    return events ? DiagnosticBuffer(*std::move(events)) : DiagnosticBuffer();
 }
 
 void DiagnosticBuffer::encode(const DiagnosticLogEvent& event) {
@@ -44,6 +54,11 @@ void DiagnosticBuffer::dropFirst(std::size_t count) {
         text_.erase(0, dropped_);
         dropped_ = 0;
     }
+}
+
+void DiagnosticBuffer::keepRecent(Instant now) {
+    dropBefore(now - longestAge);
+    shrinkTo(largestFile);
 }
 
 void DiagnosticBuffer::dropBefore(Instant oldest) {

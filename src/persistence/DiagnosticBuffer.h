@@ -1,11 +1,13 @@
 #pragma once
 
 #include "persistence/DiagnosticLogEvent.h"
+#include "support/FileSystem.h"
 #include "support/Instant.h"
 
 #include <array>
 #include <cstddef>
 #include <deque>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -19,10 +21,16 @@ public:
 
     DiagnosticBuffer() = default;
     explicit DiagnosticBuffer(Events events);
+    /// What a buffer file holds; nothing without a sound one.
+    static DiagnosticBuffer read(FileSystem& files, const std::filesystem::path& file);
 
     const Events& events() const { return events_; }
 
     void append(DiagnosticLogEvent event);
+
+    /// Drops what the log does not keep at `now`: events of more than seven days, then the oldest of what is
+    /// more than 5 MiB.
+    void keepRecent(Instant now);
 
     /// Drops every event before `oldest`, wherever it stands.
     void dropBefore(Instant oldest);

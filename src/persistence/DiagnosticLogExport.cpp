@@ -1,6 +1,7 @@
 #include "persistence/DiagnosticLogExport.h"
 
 #include "persistence/DiagnosticEventCodec.h"
+#include "support/AtomicFile.h"
 #include "support/DateText.h"
 
 #include <nlohmann/json.hpp>
@@ -64,6 +65,18 @@ std::optional<std::string> DiagnosticLogExport::text() const {
     } catch (const json::type_error&) { // a text that is no UTF-8
         return std::nullopt;
     }
+}
+
+std::expected<void, std::error_code> DiagnosticLogExport::writeTo(FileSystem& files,
+                                                                  const std::filesystem::path& file) const {
+    const auto document = text();
+    if (!document) {
+        return std::unexpected(make_error_code(DiagnosticLogExportError::unavailable));
+    }
+    if (const auto written = replaceFile(files, file, *document, Durability::synced); !written) {
+        return std::unexpected(std::error_code(static_cast<int>(written.error()), std::system_category()));
+    }
+    return {};
 }
 
 } // namespace cindertop

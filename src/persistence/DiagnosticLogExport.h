@@ -1,9 +1,12 @@
 #pragma once
 
 #include "persistence/DiagnosticBuffer.h"
+#include "support/FileSystem.h"
 #include "support/Instant.h"
 
 #include <cstdint>
+#include <expected>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -40,6 +43,10 @@ struct DiagnosticLogExport {
 
     /// Indented JSON with sorted keys; none when a text is no UTF-8.
     std::optional<std::string> text() const;
+
+    /// Replaces the file by the document. The error is `DiagnosticLogExportError::unavailable` or what the
+    /// file system says.
+    std::expected<void, std::error_code> writeTo(FileSystem& files, const std::filesystem::path& file) const;
 };
 
 enum class DiagnosticLogExportError : std::uint8_t {

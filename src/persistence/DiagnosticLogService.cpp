@@ -1,21 +1,15 @@
 #include "persistence/DiagnosticLogService.h"
 
-#include "persistence/DiagnosticEventCodec.h"
 #include "persistence/DiagnosticSanitizers.h"
+#include "persistence/SupportIdentifier.h"
 #include "support/AtomicFile.h"
 #include "support/UserFolders.h"
 
-#include <chrono>
-#include <optional>
 #include <tuple>
 #include <utility>
 
 namespace cindertop {
 namespace {
-
-constexpr std::chrono::seconds longestAge(604'800); // seven days
-constexpr std::size_t largestFile = 5'242'880;
-constexpr std::string_view supportIdentifierKey = "cindertop.diagnostics.support-id";
 
 UnifiedLogLevel unifiedLevel(DiagnosticLogLevel level) {
     switch (level) {
@@ -47,15 +41,9 @@ void DiagnosticLogService::configure(bool isEnabled) {
         std::ignore = removeFile(environment_.files, file_);
         return;
     }
-    load();
+    buffer_ = DiagnosticBuffer::read(environment_.files, file_);
     persist();
     log(DiagnosticLogLevel::info, DiagnosticLogCategory::app, "Diagnostic logs enabled");
-}
-
-void DiagnosticLogService::load() {
-    const auto text = wholeFile(environment_.files, file_, diagnosticFileSizeLimit);
-    auto events = text ? decodeDiagnosticEvents(*text) : std::nullopt;
-    buffer_ = events ? DiagnosticBuffer(*std::move(events)) : DiagnosticBuffer();
 }
 
 void DiagnosticLogService::log(DiagnosticLogLevel level, DiagnosticLogCategory category,
@@ -80,8 +68,7 @@ void DiagnosticLogService::log(DiagnosticLogLevel level, DiagnosticLogCategory c
 }
 
 void DiagnosticLogService::persist() {
-    buffer_.dropBefore(environment_.clock.now() - longestAge);
-    buffer_.shrinkTo(largestFile);
+    buffer_.keepRecent(environment_.clock.now());
     if (!writeBuffer()) {
         writeUnifiedLog(DiagnosticLogLevel::error, DiagnosticLogCategory::app,
                         "Diagnostic buffer persistence failed");
@@ -105,14 +92,9 @@ DiagnosticLogService::exportLogs(const DiagnosticExportContext& context,
     if (!isEnabled_) {
         return std::unexpected(make_error_code(DiagnosticLogExportError::disabled));
     }
-    const auto text =
-        DiagnosticLogExport{environment_.clock.now(), supportID(), context, buffer_.events()}.text();
-    if (!text) {
-        return std::unexpected(make_error_code(DiagnosticLogExportError::unavailable));
-    }
-    if (const auto written = replaceFile(environment_.files, destination, *text, Durability::synced);
-        !written) {
-        return std::unexpected(std::error_code(static_cast<int>(written.error()), std::system_category()));
+    const DiagnosticLogExport document{environment_.clock.now(), supportID(), context, buffer_.events()};
+    if (auto written = document.writeTo(environment_.files, destination); !written) {
+        return written;
     }
     log(DiagnosticLogLevel::info, DiagnosticLogCategory::settings, "Diagnostic logs exported");
     return {};
@@ -123,14 +105,7 @@ std::string DiagnosticLogService::exportFileName(Instant instant) const {
 }
 
 std::string DiagnosticLogService::supportID() {
-    const auto stored = environment_.defaults.value(supportIdentifierKey);
-    const auto* const text = stored ? std::get_if<std::string>(&*stored) : nullptr;
-    if (text != nullptr && Uuid::parse(*text)) {
-        return *text;
-    }
-    std::string made = Uuid::random().text();
-    environment_.defaults.set(supportIdentifierKey, made);
-    return made;
+    return supportIdentifier(environment_.defaults);
 }
 
 std::string DiagnosticLogService::errorSummary(const std::error_code& error) {

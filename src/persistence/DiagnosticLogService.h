@@ -69,7 +69,6 @@ public:
     bool isConfigured() const { return isConfigured_; }
 
 private:
-    void load();
     void persist();
     bool writeBuffer();
     void writeUnifiedLog(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view text);

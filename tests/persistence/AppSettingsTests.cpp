@@ -1,12 +1,15 @@
 #include "fakes/FakeUserDefaults.h"
 #include "persistence/AppSettingsStore.h"
 #include "persistence/StoredValueReaders.h"
+#include "persistence/UnstoredUserDefaults.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace cindertop {
 namespace {
@@ -25,108 +28,56 @@ std::vector<UserDefaultsChange> changesOf(const AppSettings& settings) {
 
 TEST(AppSettings, AreRepaired) {
     EXPECT_EQ(AppSettings({.schemaVersion = 3, .showProcessOffenders = false}), AppSettings());
-
-    struct Duration {
-        std::int64_t given;
-        std::int64_t kept;
-    };
-
-    for (const auto& [given, kept] : std::to_array<Duration>({{std::numeric_limits<std::int64_t>::min(), 15},
-                                                              {14, 15},
-                                                              {15, 15},
-                                                              {16, 16},
-                                                              {180, 180},
-                                                              {181, 180},
-                                                              {most, 180}})) {
+    for (const auto& [given, kept] : std::to_array<std::pair<std::int64_t, std::int64_t>>(
+             {{std::numeric_limits<std::int64_t>::min(), 15}, {15, 15}, {16, 16}, {180, 180}, {most, 180}})) {
         EXPECT_EQ(AppSettings({.historyDurationMinutes = given})->historyDurationMinutes, kept);
     }
-
-    struct Mode {
-        MenuBarInfoMode given;
-        bool hasSensors;
-        MenuBarInfoMode kept;
-    };
     using enum MenuBarInfoMode;
-    for (const auto& [given, hasSensors, kept] : std::to_array<Mode>({
-             {none, false, none},
-             {thermalStatus, false, thermalStatus},
-             {temperature, false, none},
-             {temperature, true, temperature},
-             {thermalScore, true, thermalStatus},
-             {compactAlertOnly, false, thermalStatus},
-         })) {
-        const AppSettings settings(
-            {.experimentalTemperatureSensorsEnabled = hasSensors, .menuBarInfoMode = given});
-        EXPECT_EQ(settings->menuBarInfoMode, kept);
+    const std::array given{none, thermalStatus, temperature, thermalScore, compactAlertOnly};
+    const std::array keptWithSensors{none, thermalStatus, temperature, thermalStatus, thermalStatus};
+    const std::array keptWithout{none, thermalStatus, none, thermalStatus, thermalStatus};
+    for (std::size_t index = 0; index < given.size(); ++index) {
+        const auto kept = [&](bool hasSensors) {
+            return AppSettings({.experimentalTemperatureSensorsEnabled = hasSensors,
+                                .menuBarInfoMode = given.at(index)})
+                ->menuBarInfoMode;
+        };
+        EXPECT_EQ(kept(true), keptWithSensors.at(index));
+        EXPECT_EQ(kept(false), keptWithout.at(index));
     }
-}
-
-TEST(AppSettings, AreLabelledForPeople) {
-    const std::array modeLabels{"Icon Only", "Thermal Status", "Temperature", "Thermal Score", "Alerts Only"};
-    for (std::size_t index = 0; index < modeLabels.size(); ++index) {
-        EXPECT_EQ(label(casesOf<MenuBarInfoMode>().at(index).value), modeLabels.at(index));
-    }
-    EXPECT_EQ(label(RecommendationVerbosity::concise), "Concise");
-    EXPECT_EQ(label(RecommendationVerbosity::detailed), "Detailed");
-    using enum MenuBarInfoMode;
     EXPECT_EQ(AppSettingsStore::availableMenuBarInfoModes(true),
               (std::vector{none, thermalStatus, temperature}));
     EXPECT_EQ(AppSettingsStore::availableMenuBarInfoModes(false), (std::vector{none, thermalStatus}));
 }
 
 TEST(StoredValues, AreUnderstoodWhateverTheirType) {
-    struct Case {
-        PropertyValue stored;
-        std::optional<bool> boolean;
-        std::optional<std::int64_t> integer;
+    const auto booleans = [](const std::vector<PropertyValue>& values, std::optional<bool> meaning) {
+        for (const auto& value : values) {
+            EXPECT_EQ(storedBoolean(value), meaning) << testing::PrintToString(value);
+        }
     };
-
-    for (const auto& [stored, boolean, integer] : {
-             Case{true, true, std::nullopt},
-             {false, false, std::nullopt},
-             {std::int64_t{0}, false, 0},
-             {std::int64_t{-7}, true, -7},
-             {0.0, false, 0},
-             {45.9, true, 45},
-             {-45.9, true, -45},
-             {1e300, true, most},
-             {-1e300, true, std::numeric_limits<std::int64_t>::min()},
-             {std::numeric_limits<double>::quiet_NaN(), true, 0},
-             {"true"s, true, std::nullopt},
-             {" YES\n"s, true, std::nullopt},
-             {"1"s, true, 1},
-             {"False"s, false, std::nullopt},
-             {"\tno "s, false, std::nullopt},
-             {"0"s, false, 0},
-             {"maybe"s, std::nullopt, std::nullopt},
-             {""s, std::nullopt, std::nullopt},
-             {"45"s, std::nullopt, 45},
-             {"+45"s, std::nullopt, 45},
-             {"-45"s, std::nullopt, -45},
-             {" 45"s, std::nullopt, std::nullopt},
-             {"45 "s, std::nullopt, std::nullopt},
-             {"+-45"s, std::nullopt, std::nullopt},
-             {"+"s, std::nullopt, std::nullopt},
-             {"4.5"s, std::nullopt, std::nullopt},
-             {"9223372036854775807"s, std::nullopt, most},
-             {"9223372036854775808"s, std::nullopt, std::nullopt},
-         }) {
-        EXPECT_EQ(storedBoolean(stored), boolean);
-        EXPECT_EQ(storedInteger(stored), integer);
-    }
-    EXPECT_EQ(storedBoolean(std::nullopt), std::nullopt);
-    EXPECT_EQ(storedInteger(std::nullopt), std::nullopt);
+    booleans({true, std::int64_t{-7}, 0.5, "true"s, " YES\n"s, "1"s}, true);
+    booleans({false, std::int64_t{0}, 0.0, "False"s, "\tno "s, "0"s}, false);
+    booleans({"maybe"s, ""s, "45"s}, std::nullopt);
+    const auto integers = [](const std::vector<PropertyValue>& values, std::optional<std::int64_t> meaning) {
+        for (const auto& value : values) {
+            EXPECT_EQ(storedInteger(value), meaning) << testing::PrintToString(value);
+        }
+    };
+    integers({std::int64_t{45}, 45.9, "45"s, "+45"s}, 45);
+    integers({-45.9, "-45"s}, -45);
+    integers({1e300, "9223372036854775807"s}, most);
+    integers({-1e300, "-9223372036854775808"s}, std::numeric_limits<std::int64_t>::min());
+    integers({std::numeric_limits<double>::quiet_NaN(), "0"s}, 0);
+    integers({true, ""s, " 45"s, "45 "s, "+-45"s, "+"s, "4.5"s, "9223372036854775808"s}, std::nullopt);
 }
 
 TEST(StoredValues, NameCases) {
     EXPECT_EQ(storedMenuBarInfoMode("thermalScore"s), MenuBarInfoMode::thermalStatus);
     EXPECT_EQ(storedMenuBarInfoMode("compactAlertOnly"s), MenuBarInfoMode::thermalStatus);
-    EXPECT_EQ(storedMenuBarInfoMode("temperature"s), MenuBarInfoMode::temperature);
     EXPECT_EQ(storedMenuBarInfoMode("Temperature"s), std::nullopt);
     EXPECT_EQ(storedMinimumLevel("throttling"s), NotificationMinimumLevel::serious);
-    EXPECT_EQ(storedMinimumLevel("critical"s), NotificationMinimumLevel::critical);
     EXPECT_EQ(storedMinimumLevel("fair"s), std::nullopt);
-    EXPECT_EQ(storedVerbosity("detailed"s), RecommendationVerbosity::detailed);
     EXPECT_EQ(storedVerbosity(true), std::nullopt);
 }
 
@@ -158,7 +109,6 @@ TEST(AppSettingsStore, WritesEveryKeyInOrder) {
                                    }));
     FakeUserDefaults defaults;
     AppSettingsStore store(defaults);
-    EXPECT_TRUE(defaults.changes.empty());
     store.save(settings);
     EXPECT_EQ(store.load(), settings);
     EXPECT_EQ(store.reset(), AppSettings());
@@ -210,6 +160,9 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
     };
     const AppSettings expected(
         {.diagnosticLogsEnabled = false, .notificationsEnabled = true, .historyDurationMinutes = 15});
+    UnstoredUserDefaults onlyLooking(defaults);
+    EXPECT_EQ(AppSettingsStore(onlyLooking).load(), expected);
+    EXPECT_TRUE(defaults.changes.empty());
     EXPECT_EQ(AppSettingsStore(defaults).load(), expected);
     EXPECT_EQ(defaults.registered.size(), 12U);
     EXPECT_EQ(defaults.registered.at("cindertop.history.duration-minutes"), PropertyValue(std::int64_t{60}));

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <map>
 #include <string>
 
@@ -128,12 +127,6 @@ TEST(HistoryFile, JoinsLabelsThatCannotBeToldApart) {
               (ThermalDailySummary::OffenderCounts{{"a", 3}, {"b", 4}}));
     EXPECT_EQ(read->todaySummary->topOffenderBundleIdentifiers,
               (ThermalDailySummary::OffenderIdentifiers{{"a", "y"}}));
-}
-
-TEST(HistoryFile, IsNotWrittenWithWhatNobodyCouldRead) {
-    auto envelope = full();
-    envelope.samples.front().temperatureCelsius = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_FALSE(encodeHistory(envelope));
 }
 
 } // namespace

@@ -74,8 +74,6 @@ TEST_F(ThermalHistoryStoreTest, RaisesItsDurations) {
     EXPECT_EQ(made(59.9, 9.9).historyDuration(), Seconds(60));
     EXPECT_EQ(made(59.9, 9.9).maximumAttributionGap(), Seconds(10));
     EXPECT_EQ(made(std::numeric_limits<double>::quiet_NaN(), -1).historyDuration(), Seconds(60));
-    EXPECT_EQ(made(60.5, 10.5).historyDuration(), Seconds(60.5));
-    EXPECT_EQ(made(60.5, 10.5).maximumAttributionGap(), Seconds(10.5));
     ThermalHistoryStore endless(file, Seconds(std::numeric_limits<double>::infinity()), Seconds(10),
                                 CalendarDays("UTC"), files);
     endless.record(sampleAt(at("1700-01-01T00:00:00Z")));
@@ -84,19 +82,16 @@ TEST_F(ThermalHistoryStoreTest, RaisesItsDurations) {
 
 TEST_F(ThermalHistoryStoreTest, AttributesAGapToTheLevelBeforeIt) {
     struct Case {
-        milliseconds first;
-        milliseconds second;
+        milliseconds first, second;
         double attributed;
     };
 
     for (const auto& [first, second, attributed] : std::to_array<Case>({
-             {milliseconds(0), seconds(60), 60},
              {milliseconds(0), seconds(300), 300},
              {milliseconds(0), seconds(301), 0},
              {milliseconds(0), milliseconds(300'900), 300}, // the file keeps whole seconds
              {milliseconds(900), milliseconds(1000), 1},
              {milliseconds(100), milliseconds(900), 0},
-             {seconds(60), seconds(60), 0},
              {seconds(60), seconds(30), 0}, // the clock went back
          })) {
         store.clear();
@@ -164,9 +159,8 @@ TEST_F(ThermalHistoryStoreTest, CountsOffendersByLabel) {
 
 TEST_F(ThermalHistoryStoreTest, MakesTheDictionaryOfIdentifiersWhenItIsAbsent) {
     place("history/good/summary-without-identifiers.plist");
-    const Instant later = at("2025-03-05T10:00:10Z");
-    EXPECT_EQ(store.record(sampleAt(later)).todaySummary.topOffenderBundleIdentifiers, std::nullopt);
-    EXPECT_EQ(store.record(offenderAt(later, "Foo", "org.foo")).todaySummary.topOffenderBundleIdentifiers,
+    const auto summary = store.record(offenderAt(at("2025-03-05T10:00:10Z"), "Foo", "org.foo")).todaySummary;
+    EXPECT_EQ(summary.topOffenderBundleIdentifiers,
               (ThermalDailySummary::OffenderIdentifiers{{"Foo", "org.foo"}}));
 }
 
@@ -197,49 +191,32 @@ TEST_F(ThermalHistoryStoreTest, LooksWithoutWriting) {
     EXPECT_EQ(std::ranges::count(files.calls, Call::openForReplacing), 0);
 }
 
-TEST_F(ThermalHistoryStoreTest, ForgetsWhenCleared) {
-    store.clear(); // nothing there yet
-    store.record(sampleAt(noon));
-    store.clear();
-    EXPECT_FALSE(std::filesystem::exists(file));
-    EXPECT_TRUE(store.snapshot(noon).samples.empty());
-}
-
 TEST_F(ThermalHistoryStoreTest, WritesCompactFilesWithoutWaitingForTheDisk) {
+    store.clear(); // nothing there yet
     store.record(sampleAt(noon));
     EXPECT_EQ(std::ranges::count(files.calls, Call::sync), 0);
     EXPECT_EQ(std::ranges::count(fakes::textOf(file), '\n'), 5);
+    store.clear();
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
-TEST_F(ThermalHistoryStoreTest, GoesOnWithAnyReadableFile) {
-    const Instant next = at("2025-03-05T10:00:08Z");
+TEST_F(ThermalHistoryStoreTest, GoesOnWithAFileOfALaterVersion) {
     place("history/good/other-version.plist");
-    const auto snapshot = store.record(sampleAt(next));
+    const auto snapshot = store.record(sampleAt(at("2025-03-05T10:00:08Z")));
     EXPECT_EQ(snapshot.samples.size(), 3U);
     EXPECT_EQ(snapshot.todaySummary.levelDurations, ThermalLevelDurations(0, 0.5, 5, 3));
     EXPECT_EQ(decodeHistory(fakes::textOf(file))->schemaVersion, 7);
 }
 
 TEST_F(ThermalHistoryStoreTest, ReplacesABrokenFile) {
-    for (const std::string& name : tests::fixturesIn("history/broken")) {
-        place("history/broken/" + name);
-        EXPECT_TRUE(store.snapshot(noon).samples.empty()) << name;
-        EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U) << name;
-        EXPECT_TRUE(decodeHistory(fakes::textOf(file))) << name;
-    }
+    place("history/broken/missing-samples.plist");
+    EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U);
+    EXPECT_TRUE(decodeHistory(fakes::textOf(file)));
     fakes::writeText(file, std::string(33UZ * 1024 * 1024, ' '));
     EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U);
 }
 
-TEST_F(ThermalHistoryStoreTest, LivesWithWhatStandsInTheFilesPlace) {
-    fakes::writeText(folder / "elsewhere", "mine");
-    std::filesystem::create_directory(folder / "Cindertop");
-    std::filesystem::create_symlink(folder / "elsewhere", file);
-    store.record(sampleAt(noon));
-    EXPECT_EQ(store.snapshot(noon).samples.size(), 1U);
-    EXPECT_EQ(fakes::textOf(folder / "elsewhere"), "mine");
-
-    store.clear();
+TEST_F(ThermalHistoryStoreTest, LivesWithAFolderInTheFilesPlace) {
     std::filesystem::create_directories(file / "below");
     EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U) << "what it would have been";
     EXPECT_TRUE(store.snapshot(noon).samples.empty());
@@ -250,16 +227,12 @@ TEST_F(ThermalHistoryStoreTest, LivesWithWhatStandsInTheFilesPlace) {
 TEST_F(ThermalHistoryStoreTest, KeepsTheOldFileWhenItCannotWrite) {
     store.record(sampleAt(noon));
     const std::string before = fakes::textOf(file);
-    for (const Call call : {Call::makeFolder, Call::openForReplacing, Call::write, Call::rename}) {
+    for (const Call call : {Call::makeFolder, Call::write}) {
         files.fail(call, std::errc::no_space_on_device);
         EXPECT_EQ(store.record(sampleAt(noon + seconds(5))).samples.size(), 2U) << "what it would have been";
         files.repair();
         EXPECT_EQ(fakes::textOf(file), before);
-        EXPECT_EQ(store.snapshot(noon + seconds(5)).samples.size(), 1U);
     }
-    files.fail(Call::read, std::errc::io_error);
-    EXPECT_TRUE(store.snapshot(noon).samples.empty());
-    files.repair();
     store.record(
         {noon + seconds(5), ThermalLevel::fair, 1, {}, std::numeric_limits<double>::infinity(), {}, {}, {}});
     EXPECT_EQ(fakes::textOf(file), before) << "a number that no file can hold";

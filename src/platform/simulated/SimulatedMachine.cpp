@@ -1,0 +1,16 @@
+#include "platform/simulated/SimulatedMachine.h"
+
+namespace cindertop::simulated {
+
+SimulatedMachine::SimulatedMachine(const std::shared_ptr<const Scenario>& scenario, const Clock& clock)
+    : processInformation_(Timeline(scenario, clock)),
+      pressure_(std::make_shared<SimulatedThermalPressureNotifications>(Timeline(scenario, clock))),
+      temperatureEvents_(Timeline(scenario, clock)),
+      displayList_(Timeline(scenario, clock)),
+      powerSources_(Timeline(scenario, clock)),
+      hostStatistics_(Timeline(scenario, clock)),
+      processTable_(Timeline(scenario, clock)),
+      applicationCatalog_(scenario),
+      systemValues_(scenario) {}
+
+} // namespace cindertop::simulated

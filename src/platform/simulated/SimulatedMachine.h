@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/simulated/SimulatedApplicationCatalog.h"
+#include "platform/simulated/SimulatedDisplayList.h"
+#include "platform/simulated/SimulatedHostStatistics.h"
+#include "platform/simulated/SimulatedPowerSources.h"
+#include "platform/simulated/SimulatedProcessInformation.h"
+#include "platform/simulated/SimulatedProcessTable.h"
+#include "platform/simulated/SimulatedSystemValues.h"
+#include "platform/simulated/SimulatedTemperatureEvents.h"
+#include "platform/simulated/SimulatedThermalPressureNotifications.h"
+#include "platform/simulated/Timeline.h"
+
+#include <memory>
+
+namespace cindertop::simulated {
+
+/// A scenario as a machine: every service answers for the frame in force by the clock, which may pass
+/// several frames in one step. The clock must outlive the machine and its pressure notifications. No service
+/// changes anything, so any thread may ask.
+class SimulatedMachine {
+public:
+    SimulatedMachine(const std::shared_ptr<const Scenario>& scenario, const Clock& clock);
+
+    SimulatedMachine(const SimulatedMachine&) = delete;
+    SimulatedMachine& operator=(const SimulatedMachine&) = delete;
+
+    ProcessInformation& processInformation() { return processInformation_; }
+
+    std::shared_ptr<ThermalPressureNotifications> thermalPressureNotifications() { return pressure_; }
+
+    TemperatureEvents& temperatureEvents() { return temperatureEvents_; }
+
+    DisplayList& displayList() { return displayList_; }
+
+    PowerSources& powerSources() { return powerSources_; }
+
+    HostStatistics& hostStatistics() { return hostStatistics_; }
+
+    ProcessTable& processTable() { return processTable_; }
+
+    ApplicationCatalog& applicationCatalog() { return applicationCatalog_; }
+
+    SystemValues& systemValues() { return systemValues_; }
+
+private:
+    SimulatedProcessInformation processInformation_;
+    std::shared_ptr<SimulatedThermalPressureNotifications> pressure_;
+    SimulatedTemperatureEvents temperatureEvents_;
+    SimulatedDisplayList displayList_;
+    SimulatedPowerSources powerSources_;
+    SimulatedHostStatistics hostStatistics_;
+    SimulatedProcessTable processTable_;
+    SimulatedApplicationCatalog applicationCatalog_;
+    SimulatedSystemValues systemValues_;
+};
+
+} // namespace cindertop::simulated
