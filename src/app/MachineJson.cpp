@@ -1,5 +1,7 @@
 #include "app/MachineJson.h"
 
+#include "app/AssistantJson.h"
+
 namespace cindertop {
 
 namespace {
@@ -11,12 +13,12 @@ const SnapshotJson& liveEncoder() {
 
 } // namespace
 
-Json machineJson(const MachineSnapshot& snapshot) {
+Json machineJson(const MachineSnapshot& snapshot, const std::optional<MachineVerdict>& verdict) {
     return {{"score", SnapshotJson::score(snapshot.score)},
             {"context", SnapshotJson::context(snapshot.context)},
             {"offenders", liveEncoder().offenders(snapshot.offenders)},
-            {"recommendation", nullptr},
-            {"presentation", nullptr},
+            {"recommendation", verdict ? recommendationJson(verdict->recommendation) : Json(nullptr)},
+            {"presentation", verdict ? presentationJson(verdict->presentation) : Json(nullptr)},
             {"sources", SnapshotJson::sources(snapshot.sources)},
             {"measuredAt", liveEncoder().seconds(snapshot.measuredAt)},
             {"cpuPercent", snapshot.cpuPercent ? Json(*snapshot.cpuPercent) : Json(nullptr)},

@@ -2,11 +2,25 @@
 
 #include "app/MachineSnapshot.h"
 #include "app/SnapshotJson.h"
+#include "app/ThermalAssistantPresentation.h"
+#include "assistant/CinderRecommendationSnapshot.h"
+
+#include <optional>
 
 namespace cindertop {
 
-/// A live machine as one object, with absolute times: seconds since the Unix epoch.
-Json machineJson(const MachineSnapshot& snapshot);
+/// What a program that watches all the time makes of it.
+struct MachineVerdict {
+    CinderRecommendationSnapshot recommendation;
+    ThermalAssistantPresentation presentation;
+
+    bool operator==(const MachineVerdict&) const = default;
+};
+
+/// A live machine as one object, with absolute times: seconds since the Unix epoch. A single look has no
+/// verdict.
+Json machineJson(const MachineSnapshot& snapshot,
+                 const std::optional<MachineVerdict>& verdict = std::nullopt);
 
 /// The processes of a live machine alone.
 Json offendersJson(const MachineSnapshot& snapshot);

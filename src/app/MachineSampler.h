@@ -2,12 +2,9 @@
 
 #include "app/MachineServices.h"
 #include "app/MachineSnapshot.h"
+#include "app/MonitoringEngines.h"
 #include "app/SamplingSchedule.h"
-#include "context/SystemContextEngine.h"
-#include "cpu/GlobalCPUUsageMonitor.h"
 #include "cpu/ProcessOffenderConfiguration.h"
-#include "cpu/ProcessOffenderEngine.h"
-#include "thermal/ThermalEngine.h"
 
 #include <vector>
 
@@ -32,20 +29,13 @@ public:
     MachineSnapshot sampleNow();
 
 private:
-    /// Hands temperatures on and keeps them, since a score tells only the hottest one.
-    class KeptTemperatures;
-
     ThermalScore readScore();
     void takeCensus(Instant now);
 
     MachineServices services_;
-    std::vector<TemperatureReading> temperatures_; ///< of the current tick
-    ThermalEngine thermalEngine_;
-    SystemContextEngine contextEngine_;
-    GlobalCPUUsageMonitor cpuMonitor_;
-    ProcessOffenderEngine offenderEngine_;
+    MonitoringEngines engines_;
     ProcessOffenderConfiguration offenderConfiguration_;
-    OffenderSchedule schedule_;
+    SamplingDate nextCensus_;
     ProcessOffenderSnapshot offenders_;
     std::vector<SourceStatus> sources_;
 };

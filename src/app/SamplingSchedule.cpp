@@ -11,10 +11,6 @@ constexpr double slowestHz = 0.2;
 constexpr double fastestHz = 5;
 constexpr std::chrono::seconds longestInterval{8};
 
-std::chrono::nanoseconds exactly(Seconds seconds) {
-    return std::chrono::round<std::chrono::nanoseconds>(seconds);
-}
-
 } // namespace
 
 Seconds tickDelay(double recommendedSamplingHz) {
@@ -38,12 +34,12 @@ Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLeve
     return longestInterval;
 }
 
-bool OffenderSchedule::isDue(Instant now) const {
+bool SamplingDate::isDue(Instant now) const {
     return now >= next_ || next_ - now > longestInterval;
 }
 
-void OffenderSchedule::sampled(Instant now, ProcessOffenderSnapshotState state, ThermalLevel level) {
-    next_ = now + exactly(offenderSamplingInterval(state, level));
+void SamplingDate::scheduleAfter(Instant now, Seconds interval) {
+    next_ = now + std::chrono::round<std::chrono::nanoseconds>(interval);
 }
 
 } // namespace cindertop

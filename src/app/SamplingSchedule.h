@@ -13,13 +13,14 @@ Seconds tickDelay(double recommendedSamplingHz);
 /// How long a census of the processes stays fresh.
 Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLevel level);
 
-/// When the next census is due. A new schedule is due at once.
-class OffenderSchedule {
+/// When the next sample of something is due. A new date is due at once.
+class SamplingDate {
 public:
-    /// Also true when the clock was set back by more than an interval, lest the list freeze until it catches
-    /// up.
+    /// Also true when the clock was set back by more than the longest interval, lest what is shown freeze
+    /// until it catches up.
     bool isDue(Instant now) const;
-    void sampled(Instant now, ProcessOffenderSnapshotState state, ThermalLevel level);
+    /// `interval` is at most 8 s.
+    void scheduleAfter(Instant now, Seconds interval);
 
 private:
     Instant next_ = distantPast;

@@ -34,7 +34,7 @@ TEST(SamplingSchedule, TheDelayStaysBetweenAFifthOfASecondAndFive) {
     EXPECT_DOUBLE_EQ(tickDelay(4.99).count(), 1 / 4.99);
 }
 
-TEST(OffenderSchedule, IsDueAtOnceAndThenByStateAndLevel) {
+TEST(SamplingDate, IsDueAtOnceAndThenByStateAndLevel) {
     using enum ProcessOffenderSnapshotState;
 
     struct Case {
@@ -52,19 +52,19 @@ TEST(OffenderSchedule, IsDueAtOnceAndThenByStateAndLevel) {
              {unavailable, ThermalLevel::normal, 8s},
              {collecting, ThermalLevel::critical, 1500ms},
          })) {
-        OffenderSchedule schedule;
-        EXPECT_TRUE(schedule.isDue(now));
-        schedule.sampled(now, state, level);
-        EXPECT_FALSE(schedule.isDue(now + interval - 1ns));
-        EXPECT_TRUE(schedule.isDue(now + interval));
+        SamplingDate next;
+        EXPECT_TRUE(next.isDue(now));
+        next.scheduleAfter(now, offenderSamplingInterval(state, level));
+        EXPECT_FALSE(next.isDue(now + interval - 1ns));
+        EXPECT_TRUE(next.isDue(now + interval));
     }
 }
 
-TEST(OffenderSchedule, DoesNotWaitForAClockThatWasSetBack) {
-    OffenderSchedule schedule;
+TEST(SamplingDate, DoesNotWaitForAClockThatWasSetBack) {
+    SamplingDate next;
     const Instant now{1'000'000s};
-    schedule.sampled(now, ProcessOffenderSnapshotState::ready, ThermalLevel::normal);
-    EXPECT_TRUE(schedule.isDue(now - 1h));
+    next.scheduleAfter(now, Seconds{8});
+    EXPECT_TRUE(next.isDue(now - 1h));
 }
 
 } // namespace

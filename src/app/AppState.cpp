@@ -1,0 +1,52 @@
+#include "app/AppState.h"
+
+#include "app/AppStateTick.h"
+#include "app/LegalTerms.h"
+
+namespace cindertop {
+
+namespace {
+
+constexpr Seconds historyDuration{60 * 60};
+constexpr Seconds maximumAttributionGap{5 * 60};
+
+} // namespace
+
+AppState::AppState(const AppStateEnvironment& environment)
+    : environment_(environment),
+      settingsStore_(environment_.defaults),
+      engines_(environment_.machine),
+      thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,
+                           environment_.calendar, environment_.files),
+      systemNotificationService_(environment_.notificationCenter),
+      diagnosticLogService_(environment_.diagnosticFile, {.defaults = environment_.defaults,
+                                                          .files = environment_.files,
+                                                          .unifiedLog = environment_.unifiedLog,
+                                                          .clock = environment_.machine.clock,
+                                                          .calendar = environment_.calendar}),
+      ownProcessIdentifier_(environment_.machine.process.processIdentifier()) {
+    diagnosticLogService_.observe(environment_.diagnosticObserver);
+    start();
+}
+
+void AppState::start() {
+    published_.hardwareProfile.set(readHardwareProfile(environment_.systemValues, environment_.architecture));
+    published_.legalTermsAccepted.set(areTermsAccepted(environment_.defaults));
+    applySettings(settingsStore_.load());
+    log(DiagnosticLogLevel::info, DiagnosticLogCategory::app, "App state initialized");
+    refreshLaunchAtLoginStatus();
+    updateActivationPolicy();
+    updateMonitoringState();
+    loadHistoryIfEnabled();
+}
+
+AppState::~AppState() {
+    environment_.executor.stop();
+}
+
+void AppState::log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,
+                   const DiagnosticMetadata& metadata) {
+    diagnosticLogService_.log(level, category, message, metadata);
+}
+
+} // namespace cindertop

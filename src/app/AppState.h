@@ -1,0 +1,224 @@
+#pragma once
+
+#include "app/AppStateEnvironment.h"
+#include "app/AppStateProperties.h"
+#include "app/MachineSnapshot.h"
+#include "app/MonitoringEngines.h"
+#include "app/SamplingSchedule.h"
+#include "app/ThermalAssistantPresentation.h"
+#include "assistant/RecommendationEngine.h"
+#include "assistant/SystemNotificationService.h"
+#include "assistant/ThermalAlertRuleEngine.h"
+#include "persistence/AppSettingsStore.h"
+#include "persistence/DiagnosticLogService.h"
+#include "persistence/ThermalHistoryStore.h"
+
+#include <chrono>
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace cindertop {
+
+/// The running program: it owns the engines and stores, runs the monitoring task, and publishes what there is
+/// to see. One instance, main thread only. Its destructor first ends the executor's work, and nothing is
+/// published after it.
+///
+/// The task measures, publishes and sleeps in a chain of steps; a stop ends the chain wherever it is, so that
+/// a tick in flight publishes, records and delivers nothing more.
+class AppState {
+public:
+    using HistoryObserver =
+        std::function<void(const ThermalHistorySample& sample, const ThermalMonitoringSnapshot& result)>;
+
+    /// Loads the settings, and starts to monitor when the terms have been accepted.
+    explicit AppState(const AppStateEnvironment& environment);
+    ~AppState();
+    AppState(const AppState&) = delete;
+    AppState& operator=(const AppState&) = delete;
+
+    const AppStateProperties& published() const { return published_; }
+
+    DiagnosticLogService& diagnosticLogService() { return diagnosticLogService_; }
+
+    const AppStateEnvironment& environment() const { return environment_; }
+
+    /// Calls `observer` at the end of each completed tick.
+    void observeTicks(std::function<void()> observer) { tickObserver_ = std::move(observer); }
+
+    /// Calls `observer` after each sample that was recorded.
+    void observeHistory(HistoryObserver observer) { historyObserver_ = std::move(observer); }
+
+    // --- Monitoring
+
+    /// Of the most recent tick; none before the first and after a stop.
+    const std::optional<ThermalScore>& latestThermalScore() const { return latestThermalScore_; }
+
+    /// Everything that the most recent tick found; likewise.
+    std::optional<MachineSnapshot> machineSnapshot() const;
+
+    /// The terms have been accepted.
+    bool isMonitoringPermitted() const { return *published_.legalTermsAccepted; }
+
+    bool isMonitoring() const { return thermalMonitoringTask_ != nullptr; }
+
+    void updateMonitoringState();
+    /// The user's command; before the terms are accepted it does nothing.
+    void setPaused(bool paused);
+    ThermalAssistantPresentation makePresentation(const ThermalSnapshot& snapshot) const;
+    /// "36°C"; absent without a temperature.
+    std::optional<std::string> temperatureText(std::optional<double> celsius) const;
+
+    // --- Assistant
+
+    /// Samples the processes outside the schedule; does nothing while nothing is monitored.
+    void refreshProcessOffendersNow();
+    /// Samples the processes, also while paused, and calls `completion` when the result is published.
+    /// `pinnedOffenderID` stays listed while it uses CPU time.
+    void sampleProcessOffenders(std::optional<std::string> pinnedOffenderID,
+                                std::function<void()> completion);
+
+    // --- Settings: each setter stores the record and takes effect at once, also for an equal value.
+
+    void setExperimentalTemperatureSensorsEnabled(bool isEnabled);
+    void setMenuBarInfoMode(MenuBarInfoMode mode);
+    void setShowDockIcon(bool isShown);
+    void setDiagnosticLogsEnabled(bool isEnabled);
+    void setNotificationsEnabled(bool isEnabled);
+    void setNotificationMinimumLevel(NotificationMinimumLevel level);
+    void setRecommendationVerbosity(RecommendationVerbosity verbosity);
+    void setShowProcessOffenders(bool isShown);
+    void setShowContextInsights(bool isShown);
+    void setHistoryEnabled(bool isEnabled);
+    /// Minutes, brought into 15 to 180.
+    void setHistoryDurationMinutes(std::int64_t minutes);
+    void applySettings(const AppSettings& settings);
+    void resetSettingsToDefaults();
+    /// The preferences as they are now, and as they are stored.
+    AppSettingsFields currentFields() const;
+    AppSettings currentSettings() const;
+
+    // --- Commands
+
+    void refreshLaunchAtLoginStatus();
+    void setLaunchAtLogin(bool enabled);
+    /// Whether the application was asked to end.
+    bool quitOffenderApplication(const ProcessOffender& offender, bool force);
+    /// Asks the user where to; without a desktop it does nothing.
+    void exportDiagnosticLogs();
+    /// Writes the export, and logs a failure.
+    std::expected<void, std::error_code> exportDiagnosticLogs(const std::filesystem::path& destination);
+    void checkForUpdates();
+
+    // --- First run
+
+    void startHardwareCheckIfNeeded();
+    void showHardwareDetails(bool isShown);
+    void acceptLegalTerms();
+    void showOnboardingWindow();
+    void showSettingsWindow();
+    /// The settings, or before the terms are accepted the onboarding.
+    void showMainWindow();
+
+private:
+    struct MonitoringTask;
+    struct Readings;
+    struct Tick;
+    struct HistoryRecord;
+    struct HistoryReading;
+    struct Census;
+    using TickPointer = std::shared_ptr<Tick>;
+    using SampleMaker = std::function<ThermalHistorySample(std::optional<double> cpuPercent)>;
+
+    void start();
+    void updateActivationPolicy();
+
+    // Monitoring
+    void startThermalMonitoring();
+    void stopThermalMonitoring();
+    void publishIdleSnapshots();
+    void forgetMonitoring();
+    bool isCurrent(const Tick& tick) const;
+    void refreshThermalState();
+    void publishReadings(const TickPointer& tick);
+    void completeTick(const Tick& tick);
+    void sleepUntilNextTick();
+    void sleepBeforeTick(std::chrono::nanoseconds delay);
+    void logThermalLevelChangeIfNeeded(const ThermalScore& score);
+    /// Logs once a run that a step's read failed.
+    void reportFailedRead(std::string_view step);
+    /// Runs `work` away from the main thread, then `next` with its answer, unless the tick was stopped.
+    template <typename Work, typename Next>
+    void awaitIn(const TickPointer& tick, Work work, Next next);
+
+    // Assistant
+    Census takeCensus(Instant now, std::optional<std::string> pinnedOffenderID);
+    void publishCensus(Census census, Instant now, ThermalLevel level);
+    void refreshProcessOffenders(const TickPointer& tick);
+    void adviseAndRecord(const TickPointer& tick);
+    void refreshRecommendations(const ThermalScore& score, const SystemContextSnapshot& context, Instant now);
+    void refreshRecommendationsFromLatest(Instant now);
+    void recordThermalHistoryIfNeeded(const TickPointer& tick);
+    void publishHistory(const Tick& tick, HistoryRecord record);
+    bool isHistorySampleDue(const Tick& tick) const;
+    SampleMaker sampleMaker(const Tick& tick) const;
+    void evaluateThermalAlerts(const TickPointer& tick);
+    void finishDelivery(ThermalAlertKind kind, SystemNotificationState state, std::uint64_t request);
+    const ProcessOffender* topOffender() const;
+    std::optional<std::string> topOffenderLabel() const;
+    void loadHistoryIfEnabled();
+    void clearHistory();
+
+    // Settings and commands
+    void saveSettings();
+    void refreshNotificationState(bool isEnabled);
+    void showExportSuccess();
+    void finishHardwareCheck();
+    void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,
+             const DiagnosticMetadata& metadata = {});
+
+    AppStateEnvironment environment_;
+    AppStateProperties published_;
+
+    AppSettingsStore settingsStore_;
+    MonitoringEngines engines_;
+    ThermalHistoryStore thermalHistoryStore_;
+    SystemNotificationService systemNotificationService_;
+    RecommendationEngine recommendationEngine_;
+    ThermalAlertRuleEngine thermalAlertRuleEngine_;
+    DiagnosticLogService diagnosticLogService_;
+
+    std::int32_t ownProcessIdentifier_; ///< kept, since the main thread may not ask the machine's services
+    bool didStartHardwareCheck_ = false;
+    std::unique_ptr<Timer> hardwareCheckTask_;
+    std::shared_ptr<MonitoringTask> thermalMonitoringTask_; ///< present exactly while monitoring runs
+    std::unique_ptr<Timer> diagnosticExportStatusTask_;
+    bool isApplyingSettings_ = false;
+    std::optional<ThermalLevel> lastLoggedThermalLevel_;
+    std::optional<ThermalLevel> lastRecordedHistoryLevel_;
+    std::optional<bool> lastRecordedSustainedPressure_;
+    SamplingDate nextThermalHistorySampleDate_;
+    SamplingDate nextProcessOffenderSampleDate_;
+    std::optional<ThermalScore> latestThermalScore_;
+    std::optional<SystemContextSnapshot> latestSystemContextSnapshot_;
+    std::vector<TemperatureReading> latestTemperatures_;
+    std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
+    std::vector<SourceStatus> latestSources_;     ///< as of the latest census
+    std::uint64_t notificationStateRequests_ = 0; ///< the answer to an older request than the latest is void
+    std::set<std::string_view> failedReads_;
+
+    std::function<void()> tickObserver_;
+    HistoryObserver historyObserver_;
+    std::shared_ptr<const bool> life_ =
+        std::make_shared<const bool>(true); ///< for callbacks that may outlive it
+};
+
+} // namespace cindertop

@@ -1,0 +1,295 @@
+#include "app/AppStateTick.h"
+#include "assistant/ThermalAlertConfiguration.h"
+#include "assistant/ThermalAlertInput.h"
+#include "context/PowerSourceKind.h"
+#include "persistence/HistorySanitizers.h"
+#include "support/Enumeration.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+constexpr std::string_view offenderRead = "processes";
+constexpr std::string_view historyRead = "history";
+
+constexpr Seconds historySamplingInterval{5};
+constexpr int confirmationCount = 2;
+constexpr int secondaryInsightCount = 2;
+constexpr Seconds eventCooldown{15 * 60};
+constexpr Seconds globalCooldown{5 * 60};
+constexpr Seconds minimumRecoveryPressureDuration{2 * 60};
+
+/// Every offender is listed; views choose what they show.
+ProcessOffenderConfiguration offenderConfiguration(const ProcessInformation& process,
+                                                   std::optional<std::string> pinnedOffenderID) {
+    return ProcessOffenderConfiguration({.processorCount = std::max(process.activeProcessorCount(), 1),
+                                         .excludedProcessIdentifier = process.processIdentifier(),
+                                         .excludedBundleIdentifier = process.bundleIdentifier(),
+                                         .minimumVisibleCPUPercent = 0,
+                                         .preferredMinimumOffenderCount = 1,
+                                         .maximumOffenderCount = ProcessOffenderConfiguration::noMaximum,
+                                         .maximumChildCount = 12,
+                                         .maximumHistoryCount = 48,
+                                         .indexingCPUThresholdPercent = 1.0,
+                                         .pinnedOffenderID = std::move(pinnedOffenderID)});
+}
+
+ThermalHistoryContextFlags contextFlags(const SystemContextSnapshot& context, bool isIndexingOrSetupLikely) {
+    const auto& displays = context.displays;
+    const auto& power = context.power;
+    return {.hasExternalDisplay = displays.externalDisplayCount > 0,
+            .isProbableClamshell =
+                displays.isAvailable && displays.builtInDisplayCount < 1 && displays.externalDisplayCount > 0,
+            .isExternalPowerConnected =
+                power.source == PowerSourceKind::acPower || power.source == PowerSourceKind::upsPower,
+            .isLowPowerModeEnabled = power.isLowPowerModeEnabled,
+            .isSustainedPressure = context.sustainedPressure.isSustained,
+            .isIndexingOrSetupLikely = isIndexingOrSetupLikely};
+}
+
+} // namespace
+
+struct AppState::HistoryRecord {
+    ThermalHistorySample sample;
+    ThermalMonitoringSnapshot snapshot;
+};
+
+struct AppState::HistoryReading {
+    std::optional<double> cpuPercent;
+    std::optional<HistoryRecord> record; ///< none when no sample was due
+};
+
+struct AppState::Census {
+    ProcessOffenderSnapshot offenders;
+    std::vector<SourceStatus> sources;
+};
+
+AppState::Census AppState::takeCensus(Instant now, std::optional<std::string> pinnedOffenderID) {
+    auto offenders = engines_.offenders.snapshot(
+        offenderConfiguration(environment_.machine.process, std::move(pinnedOffenderID)), now);
+    return {.offenders = std::move(offenders), .sources = environment_.machine.sources()};
+}
+
+void AppState::publishCensus(Census census, Instant now, ThermalLevel level) {
+    latestSources_ = std::move(census.sources);
+    if (!*published_.showProcessOffenders) { // switched off while the census was under way
+        return;
+    }
+    nextProcessOffenderSampleDate_.scheduleAfter(now,
+                                                 offenderSamplingInterval(census.offenders.state, level));
+    published_.processOffenderSnapshot.set(std::move(census.offenders));
+}
+
+void AppState::refreshProcessOffenders(const TickPointer& tick) {
+    if (!*published_.showProcessOffenders) {
+        published_.processOffenderSnapshot.set(ProcessOffenderSnapshot::empty());
+        adviseAndRecord(tick);
+        return;
+    }
+    if (!nextProcessOffenderSampleDate_.isDue(tick->now)) {
+        adviseAndRecord(tick);
+        return;
+    }
+    awaitIn(
+        tick, [this, now = tick->now] { return takeCensus(now, std::nullopt); },
+        [this, tick](std::optional<Census> census) {
+            if (census) {
+                publishCensus(std::move(*census), tick->now, tick->score().level);
+            } else {
+                reportFailedRead(offenderRead);
+            }
+            adviseAndRecord(tick);
+        });
+}
+
+void AppState::adviseAndRecord(const TickPointer& tick) {
+    if (!isCurrent(*tick)) {
+        return;
+    }
+    refreshRecommendations(tick->score(), tick->context(), tick->now);
+    recordThermalHistoryIfNeeded(tick);
+}
+
+void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderID,
+                                      std::function<void()> completion) {
+    if (!*published_.showProcessOffenders) {
+        completion();
+        return;
+    }
+    const auto now = environment_.machine.clock.now();
+    evaluate(
+        environment_.executor,
+        [this, now, pinnedOffenderID = std::move(pinnedOffenderID)] {
+            return takeCensus(now, pinnedOffenderID);
+        },
+        [this, now, completion = std::move(completion)](std::optional<Census> census) {
+            if (census) {
+                publishCensus(std::move(*census), now, published_.thermalSnapshot->level);
+            } else {
+                reportFailedRead(offenderRead);
+            }
+            completion();
+        });
+}
+
+void AppState::refreshProcessOffendersNow() {
+    if (isMonitoringPermitted() && !*published_.isPaused && *published_.showProcessOffenders) {
+        environment_.executor.post([this] { sampleProcessOffenders(std::nullopt, [] {}); });
+    }
+}
+
+void AppState::refreshRecommendations(const ThermalScore& score, const SystemContextSnapshot& context,
+                                      Instant now) {
+    const RecommendationEngineConfiguration configuration{confirmationCount, secondaryInsightCount,
+                                                          *published_.showProcessOffenders,
+                                                          *published_.showContextInsights};
+    published_.recommendationSnapshot.set(recommendationEngine_.update(
+        score, context, *published_.processOffenderSnapshot, configuration, now));
+}
+
+void AppState::refreshRecommendationsFromLatest(Instant now) {
+    if (latestThermalScore_ && latestSystemContextSnapshot_) {
+        refreshRecommendations(*latestThermalScore_, *latestSystemContextSnapshot_, now);
+    } else {
+        published_.recommendationSnapshot.set(CinderRecommendationSnapshot::empty());
+    }
+}
+
+bool AppState::isHistorySampleDue(const Tick& tick) const {
+    return nextThermalHistorySampleDate_.isDue(tick.now) || lastRecordedHistoryLevel_ != tick.score().level ||
+           lastRecordedSustainedPressure_ != tick.context().sustainedPressure.isSustained;
+}
+
+AppState::SampleMaker AppState::sampleMaker(const Tick& tick) const {
+    const auto* const offender = topOffender();
+    const auto label = offender ? std::optional(offender->displayName) : std::nullopt;
+    const auto identifier = offender ? offender->bundleIdentifier : std::nullopt;
+    const auto flags =
+        contextFlags(tick.context(), published_.processOffenderSnapshot->isIndexingOrSetupLikely);
+    return [score = tick.score(), now = tick.now, label = label.and_then(sanitizedLabel),
+            identifier = identifier.and_then(sanitizedBundleIdentifier),
+            flags](std::optional<double> cpuPercent) {
+        return ThermalHistorySample(now, score.level, score.score, cpuPercent, score.temperatureCelsius,
+                                    label, identifier, flags);
+    };
+}
+
+void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
+    if (!*published_.historyEnabled) {
+        evaluateThermalAlerts(tick);
+        return;
+    }
+    // The CPU is asked on every tick, so that its share is always that of one tick.
+    const auto makeSample = isHistorySampleDue(*tick) ? std::optional(sampleMaker(*tick)) : std::nullopt;
+    const auto read = [this, makeSample, now = tick->now, stop = tick->stop] {
+        HistoryReading reading{.cpuPercent = engines_.cpuUsage.sample(now), .record = std::nullopt};
+        if (makeSample && !stop.stop_requested()) {
+            auto sample = (*makeSample)(reading.cpuPercent);
+            auto snapshot = thermalHistoryStore_.record(sample);
+            reading.record = {.sample = std::move(sample), .snapshot = std::move(snapshot)};
+        }
+        return reading;
+    };
+    awaitIn(tick, read, [this, tick](std::optional<HistoryReading> reading) {
+        if (!reading) {
+            reportFailedRead(historyRead);
+        } else {
+            latestCPUPercent_ = reading->cpuPercent;
+            if (reading->record && *published_.historyEnabled) {
+                publishHistory(*tick, std::move(*reading->record));
+            }
+        }
+        evaluateThermalAlerts(tick);
+    });
+}
+
+void AppState::publishHistory(const Tick& tick, HistoryRecord record) {
+    nextThermalHistorySampleDate_.scheduleAfter(tick.now, historySamplingInterval);
+    lastRecordedHistoryLevel_ = record.sample.level;
+    lastRecordedSustainedPressure_ = record.sample.contextFlags.isSustainedPressure;
+    if (historyObserver_) {
+        historyObserver_(record.sample, record.snapshot);
+    }
+    published_.monitoringSnapshot.set(std::move(record.snapshot));
+}
+
+void AppState::evaluateThermalAlerts(const TickPointer& tick) {
+    if (!isCurrent(*tick)) {
+        return;
+    }
+    const bool onlyCritical = *published_.notificationMinimumLevel == NotificationMinimumLevel::critical;
+    const auto alert = thermalAlertRuleEngine_.evaluate(
+        {.score = tick->score(),
+         .systemContext = tick->context(),
+         .recommendationSnapshot = *published_.recommendationSnapshot,
+         .topOffenderLabel = topOffenderLabel(),
+         .now = tick->now},
+        {*published_.notificationsEnabled, onlyCritical ? ThermalLevel::critical : ThermalLevel::serious,
+         eventCooldown, globalCooldown, minimumRecoveryPressureDuration});
+    if (!alert) {
+        completeTick(*tick);
+        return;
+    }
+    const auto request = notificationStateRequests_;
+    systemNotificationService_.deliver(
+        *alert, *published_.notificationsEnabled,
+        [this, tick, request, kind = alert->kind](SystemNotificationState state) {
+            if (isCurrent(*tick)) {
+                finishDelivery(kind, state, request);
+                completeTick(*tick);
+            }
+        });
+}
+
+void AppState::finishDelivery(ThermalAlertKind kind, SystemNotificationState state, std::uint64_t request) {
+    if (request == notificationStateRequests_) { // else the preference has changed meanwhile
+        published_.systemNotificationState.set(state);
+    }
+    if (state == SystemNotificationState::authorized) {
+        log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal notification delivered",
+            {{"kind", std::string(rawValue(kind))}});
+    }
+}
+
+const ProcessOffender* AppState::topOffender() const {
+    const auto& snapshot = *published_.processOffenderSnapshot;
+    const bool isKnown =
+        *published_.showProcessOffenders && snapshot.state == ProcessOffenderSnapshotState::ready;
+    return isKnown && !snapshot.offenders.empty() ? &snapshot.offenders.front() : nullptr;
+}
+
+std::optional<std::string> AppState::topOffenderLabel() const {
+    const auto* const offender = topOffender();
+    return offender ? std::optional(offender->displayName) : std::nullopt;
+}
+
+void AppState::loadHistoryIfEnabled() {
+    if (!*published_.historyEnabled) {
+        clearHistory();
+        return;
+    }
+    environment_.executor.post([this] {
+        const auto now = environment_.machine.clock.now();
+        evaluate(
+            environment_.executor, [this, now] { return thermalHistoryStore_.snapshot(now); },
+            [this](std::optional<ThermalMonitoringSnapshot> snapshot) {
+                if (snapshot && *published_.historyEnabled) {
+                    published_.monitoringSnapshot.set(std::move(*snapshot));
+                }
+            });
+    });
+}
+
+void AppState::clearHistory() {
+    published_.monitoringSnapshot.set(ThermalMonitoringSnapshot::empty());
+    nextThermalHistorySampleDate_ = {};
+    lastRecordedHistoryLevel_.reset();
+    lastRecordedSustainedPressure_.reset();
+    environment_.executor.post(
+        [this] { environment_.executor.submit([this] { thermalHistoryStore_.clear(); }, [] {}); });
+}
+
+} // namespace cindertop

@@ -1,0 +1,230 @@
+#include "app/AppStateTick.h"
+#include "support/Enumeration.h"
+
+#include <chrono>
+#include <string>
+
+namespace cindertop {
+
+namespace {
+
+constexpr std::string_view thermalRead = "thermal state";
+
+DiagnosticLogLevel importanceOf(ThermalLevel level) {
+    return level >= ThermalLevel::serious ? DiagnosticLogLevel::warning : DiagnosticLogLevel::info;
+}
+
+ThermalAssistantPresentation::Status statusOf(ThermalBand band) {
+    using enum ThermalAssistantPresentation::Status;
+    switch (band) {
+    case ThermalBand::normal:
+        return normal;
+    case ThermalBand::fair:
+        return fair;
+    case ThermalBand::serious:
+        return serious;
+    case ThermalBand::critical:
+        return critical;
+    }
+    return normal;
+}
+
+std::optional<std::string> trendLabel(ThermalTrend trend) {
+    switch (trend) {
+    case ThermalTrend::rising:
+        return "Rising";
+    case ThermalTrend::cooling:
+        return "Cooling";
+    case ThermalTrend::stable:
+        break;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+void AppState::updateMonitoringState() {
+    if (isMonitoringPermitted() && !*published_.isPaused) {
+        startThermalMonitoring();
+    } else {
+        stopThermalMonitoring();
+    }
+}
+
+void AppState::setPaused(bool paused) {
+    const bool isPaused = paused && isMonitoringPermitted();
+    const bool hasChanged = isPaused != *published_.isPaused;
+    published_.isPaused.set(isPaused);
+    if (hasChanged) {
+        updateMonitoringState();
+    }
+    if (isMonitoringPermitted()) {
+        log(DiagnosticLogLevel::info, DiagnosticLogCategory::app,
+            paused ? "Monitoring paused by user" : "Monitoring resumed by user");
+    }
+}
+
+void AppState::startThermalMonitoring() {
+    if (thermalMonitoringTask_) {
+        return;
+    }
+    log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal monitoring started");
+    thermalMonitoringTask_ = std::make_shared<MonitoringTask>();
+    sleepBeforeTick(std::chrono::nanoseconds{0});
+}
+
+void AppState::stopThermalMonitoring() {
+    const bool wasMonitoring = isMonitoring();
+    thermalMonitoringTask_.reset();
+    publishIdleSnapshots();
+    forgetMonitoring();
+    if (wasMonitoring) {
+        log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal monitoring stopped");
+    }
+    environment_.executor.post([this] { environment_.executor.submit([this] { engines_.reset(); }, [] {}); });
+}
+
+void AppState::publishIdleSnapshots() {
+    published_.thermalSnapshot.set(ThermalSnapshot::idle());
+    published_.systemContextSnapshot.set(SystemContextSnapshot::placeholder());
+    published_.processOffenderSnapshot.set(ProcessOffenderSnapshot::empty());
+    published_.recommendationSnapshot.set(CinderRecommendationSnapshot::empty());
+}
+
+void AppState::forgetMonitoring() {
+    nextProcessOffenderSampleDate_ = {};
+    nextThermalHistorySampleDate_ = {};
+    lastLoggedThermalLevel_.reset();
+    lastRecordedHistoryLevel_.reset();
+    lastRecordedSustainedPressure_.reset();
+    latestThermalScore_.reset();
+    latestTemperatures_.clear();
+    latestCPUPercent_.reset();
+    latestSystemContextSnapshot_.reset();
+    failedReads_.clear();
+    recommendationEngine_.reset();
+    thermalAlertRuleEngine_ = {};
+}
+
+bool AppState::isCurrent(const Tick& tick) const {
+    return thermalMonitoringTask_ && tick.task.lock() == thermalMonitoringTask_;
+}
+
+void AppState::refreshThermalState() {
+    const auto tick = std::make_shared<Tick>(Tick{.task = thermalMonitoringTask_,
+                                                  .stop = thermalMonitoringTask_->stop.get_token(),
+                                                  .now = environment_.machine.clock.now(),
+                                                  .readings = std::nullopt});
+    const ThermalEngineConfiguration configuration{.usesExperimentalSensors =
+                                                       *published_.experimentalTemperatureSensorsEnabled,
+                                                   .thresholds = ThermalTemperatureThresholds::defaults()};
+    const auto read = [this, configuration, now = tick->now] {
+        const auto score = engines_.readScore(configuration);
+        return Readings{.score = score,
+                        .context = engines_.context.snapshot(score, now),
+                        .temperatures = engines_.temperatures()};
+    };
+    awaitIn(tick, read, [this, tick](std::optional<Readings> readings) {
+        if (!readings) {
+            reportFailedRead(thermalRead);
+            sleepUntilNextTick();
+            return;
+        }
+        tick->readings = std::move(readings);
+        publishReadings(tick);
+    });
+}
+
+void AppState::publishReadings(const TickPointer& tick) {
+    latestThermalScore_ = tick->score();
+    latestTemperatures_ = std::move(tick->readings->temperatures);
+    latestSystemContextSnapshot_ = tick->context();
+    published_.thermalSnapshot.set(ThermalSnapshot::of(tick->score(), environment_.temperatures));
+    if (!isCurrent(*tick)) { // an observer may have stopped the monitoring
+        return;
+    }
+    published_.systemContextSnapshot.set(tick->context());
+    refreshProcessOffenders(tick);
+}
+
+void AppState::completeTick(const Tick& tick) {
+    if (!isCurrent(tick)) {
+        return;
+    }
+    logThermalLevelChangeIfNeeded(tick.score());
+    if (tickObserver_) {
+        tickObserver_();
+    }
+    if (isCurrent(tick)) {
+        sleepUntilNextTick();
+    }
+}
+
+void AppState::sleepUntilNextTick() {
+    const auto delay = tickDelay(published_.thermalSnapshot->recommendedSamplingHz);
+    sleepBeforeTick(std::chrono::duration_cast<std::chrono::nanoseconds>(delay));
+}
+
+void AppState::sleepBeforeTick(std::chrono::nanoseconds delay) {
+    thermalMonitoringTask_->sleep = environment_.timers.start(delay, [this] { refreshThermalState(); });
+}
+
+void AppState::logThermalLevelChangeIfNeeded(const ThermalScore& score) {
+    if (lastLoggedThermalLevel_ == score.level) {
+        return;
+    }
+    lastLoggedThermalLevel_ = score.level;
+    log(importanceOf(score.level), DiagnosticLogCategory::thermal, "Thermal level changed",
+        {{"level", std::string(label(score.level))},
+         {"score", std::to_string(score.score)},
+         {"dataSource", std::string(caseName(score.dataSource))},
+         {"systemState", std::string(caseName(score.systemState))},
+         {"pressureLevel", std::string(caseName(score.pressureLevel))},
+         {"trend", std::string(caseName(score.trend))}});
+}
+
+void AppState::reportFailedRead(std::string_view step) {
+    if (failedReads_.insert(step).second) {
+        log(DiagnosticLogLevel::error, DiagnosticLogCategory::thermal, "Reading failed",
+            {{"step", std::string(step)}});
+    }
+}
+
+std::optional<MachineSnapshot> AppState::machineSnapshot() const {
+    if (!latestThermalScore_) {
+        return std::nullopt;
+    }
+    return MachineSnapshot{.score = *latestThermalScore_,
+                           .context = *published_.systemContextSnapshot,
+                           .offenders = *published_.processOffenderSnapshot,
+                           .cpuPercent = latestCPUPercent_,
+                           .temperatures = latestTemperatures_,
+                           .sources = latestSources_,
+                           .measuredAt = published_.systemContextSnapshot->measuredAt};
+}
+
+std::optional<std::string> AppState::temperatureText(std::optional<double> celsius) const {
+    return environment_.temperatures.text(celsius);
+}
+
+ThermalAssistantPresentation AppState::makePresentation(const ThermalSnapshot& snapshot) const {
+    if (*published_.isPaused) {
+        return {.status = ThermalAssistantPresentation::Status::paused,
+                .trendLabel = std::nullopt,
+                .menuBarTemperatureText = std::nullopt,
+                .popoverTemperatureText = std::nullopt,
+                .actionMessage = "Monitoring paused."};
+    }
+    const auto temperature = temperatureText(snapshot.temperatureCelsius);
+    const bool showsTemperature = *published_.experimentalTemperatureSensorsEnabled ||
+                                  *published_.menuBarInfoMode == MenuBarInfoMode::temperature;
+    const auto& advice = published_.recommendationSnapshot->primaryInsight;
+    return {.status = statusOf(snapshot.band),
+            .trendLabel = advice ? std::nullopt : trendLabel(snapshot.trend),
+            .menuBarTemperatureText = temperature,
+            .popoverTemperatureText =
+                temperature && showsTemperature ? std::optional("SoC " + *temperature) : std::nullopt,
+            .actionMessage = advice ? std::optional(advice->message) : std::nullopt};
+}
+
+} // namespace cindertop

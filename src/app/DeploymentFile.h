@@ -1,0 +1,28 @@
+#pragma once
+
+#include "support/FileSystem.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cindertop {
+
+/// What whoever installed this copy of the program wrote down about it: a property list of texts by key. Read
+/// once; without a sound file there are no keys.
+class DeploymentFile {
+public:
+    static std::filesystem::path defaultFile() { return "/usr/share/cindertop/Info.plist"; }
+
+    DeploymentFile(FileSystem& files, const std::filesystem::path& file);
+
+    /// None when the key is missing or its value is no text.
+    std::optional<std::string> text(std::string_view key) const;
+
+private:
+    std::map<std::string, std::string, std::less<>> texts_;
+};
+
+} // namespace cindertop

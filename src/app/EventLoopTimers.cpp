@@ -1,0 +1,58 @@
+#include "app/EventLoopTimers.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+namespace cindertop {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// From here on a wake-up may come a twentieth late or early, so that the system can join it with others.
+constexpr auto longDelay = 1s;
+
+/// What a QTimer can count, in whole days.
+constexpr std::chrono::milliseconds longestDelay = 24h * 24;
+
+class EventLoopTimer final : public Timer {
+public:
+    EventLoopTimer(std::chrono::milliseconds delay, std::function<void()> action)
+        : remaining_(delay), action_(std::move(action)) {
+        timer_.setSingleShot(true);
+        timer_.setTimerType(delay >= longDelay ? Qt::CoarseTimer : Qt::PreciseTimer);
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { goOn(); });
+        sleep();
+    }
+
+private:
+    void sleep() {
+        const auto part = std::min(remaining_, longestDelay);
+        remaining_ -= part;
+        timer_.start(part);
+    }
+
+    void goOn() {
+        if (remaining_ > 0ms) {
+            sleep();
+            return;
+        }
+        // It may destroy this timer and with it the function, so it runs from a copy.
+        const auto running = action_;
+        running();
+    }
+
+    QTimer timer_;
+    std::chrono::milliseconds remaining_; ///< after the part that runs
+    std::function<void()> action_;
+};
+
+} // namespace
+
+std::unique_ptr<Timer> EventLoopTimers::start(std::chrono::nanoseconds delay, std::function<void()> action) {
+    const auto whole = std::chrono::ceil<std::chrono::milliseconds>(delay);
+    return std::make_unique<EventLoopTimer>(std::max(whole, 0ms), std::move(action));
+}
+
+} // namespace cindertop

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/MachineServices.h"
+#include "context/SystemContextEngine.h"
+#include "cpu/GlobalCPUUsageMonitor.h"
+#include "cpu/ProcessOffenderEngine.h"
+#include "thermal/TemperatureReading.h"
+#include "thermal/ThermalEngine.h"
+
+#include <vector>
+
+namespace cindertop {
+
+/// The engines over one machine's services. Each serialises its own calls, but the services answer one thread
+/// at a time: ask all engines from one thread.
+class MonitoringEngines {
+public:
+    explicit MonitoringEngines(const MachineServices& services);
+
+    /// All forget what they keep between ticks.
+    void reset();
+
+    /// Measures, and keeps what the sensors said.
+    ThermalScore readScore(const ThermalEngineConfiguration& configuration);
+
+    /// Every sensor that answered at the latest score, in the system's order; a score tells only the hottest.
+    const std::vector<TemperatureReading>& temperatures() const { return temperatures_; }
+
+private:
+    class KeptTemperatures;
+
+    std::vector<TemperatureReading> temperatures_;
+
+public:
+    ThermalEngine thermal;
+    SystemContextEngine context;
+    ProcessOffenderEngine offenders;
+    GlobalCPUUsageMonitor cpuUsage;
+};
+
+} // namespace cindertop

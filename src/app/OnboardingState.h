@@ -1,0 +1,22 @@
+#pragma once
+
+#include "app/HardwareCheckStatus.h"
+
+#include <cstdint>
+
+namespace cindertop {
+
+/// The steps of the first run; with `termsAndStart` the user accepts the terms and starts monitoring.
+enum class OnboardingStep : std::uint8_t { welcome, hardwareCheck, termsAndStart };
+
+/// How far the first run has come.
+struct OnboardingState {
+    OnboardingStep step = OnboardingStep::hardwareCheck;
+    HardwareCheckStatus hardwareStatus = HardwareCheckStatus::checking();
+    bool showsHardwareDetails = false;
+    bool hasCompletedHardwareCheck = false;
+
+    bool operator==(const OnboardingState&) const = default;
+};
+
+} // namespace cindertop

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Timers.h"
+#include "support/Instant.h"
+
+namespace cindertop::replay {
+
+/// Real time, made faster: from its construction on it runs from a start so many times as fast. Any thread
+/// may ask for the time; timers belong to the main thread.
+class ScaledTime final : public Clock, public Timers {
+public:
+    /// `speed` is above 0; `timers` of real time must outlive this.
+    ScaledTime(Instant start, double speed, Timers& timers);
+
+    Instant now() const override;
+    [[nodiscard]] std::unique_ptr<Timer> start(std::chrono::nanoseconds delay,
+                                               std::function<void()> action) override;
+
+private:
+    Instant start_;
+    double speed_;
+    Timers& timers_;
+    std::chrono::steady_clock::time_point began_;
+};
+
+} // namespace cindertop::replay

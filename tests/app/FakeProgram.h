@@ -1,0 +1,136 @@
+#pragma once
+
+#include "app/AppState.h"
+#include "app/LegalTerms.h"
+#include "fakes/FakeDesktop.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakeMachine.h"
+#include "fakes/FakeRunningApplications.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeUserNotificationCenter.h"
+#include "fakes/HeldExecutor.h"
+#include "platform/simulated/MemoryFileSystem.h"
+#include "platform/simulated/VirtualClock.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cindertop {
+
+/// Facts about a machine that a test writes down.
+class FakeSystemValues final : public SystemValues {
+public:
+    std::map<std::string, std::string, std::less<>> texts{{"hw.model", "Mac14,2"},
+                                                          {"machdep.cpu.brand_string", "Apple M2"}};
+
+    std::optional<std::string> text(std::string_view name) const override {
+        const auto found = texts.find(name);
+        return found == texts.end() ? std::nullopt : std::optional(found->second);
+    }
+};
+
+/// A program on a machine of fakes, whose time passes when a test says so. The terms are accepted.
+class FakeProgram {
+public:
+    inline static const std::filesystem::path historyFile = "/data/history.plist";
+
+    fakes::FakeMachine machine;
+    simulated::VirtualClock clock{machine.clock.time};
+    fakes::HeldExecutor executor;
+    FakeSystemValues systemValues;
+    fakes::FakeUserDefaults defaults;
+    simulated::MemoryFileSystem files;
+    fakes::FakeUnifiedLog unifiedLog;
+    fakes::FakeUserNotificationCenter notificationCenter;
+    fakes::FakeLoginItem loginItem;
+    fakes::FakeRunningApplications runningApplications;
+    fakes::FakeDesktop desktop;
+    UpdateService* updates = nullptr;
+    std::string architecture = "arm64";
+    bool censusThrows = false;
+
+    std::vector<DiagnosticLogEvent> events;
+    int ticks = 0;
+    int samples = 0;
+    std::unique_ptr<AppState> state;
+
+    FakeProgram() {
+        storeTermsAccepted(defaults);
+        machine.processes.add(1, "busy");
+    }
+
+    AppState& start() {
+        state = std::make_unique<AppState>(environment());
+        state->observeTicks([this] { ++ticks; });
+        state->observeHistory([this](const auto& /*sample*/, const auto& /*result*/) { ++samples; });
+        executor.runTasks();
+        return *state;
+    }
+
+    /// Starts with what the user has stored before.
+    AppState& startWith(const AppSettingsFields& settings) {
+        AppSettingsStore(defaults).save(AppSettings(settings));
+        return start();
+    }
+
+    const AppStateProperties& published() const { return state->published(); }
+
+    void pass(std::chrono::nanoseconds time) {
+        const auto end = clock.now() + time;
+        for (auto due = clock.nextDue(); due && *due <= end; due = clock.nextDue()) {
+            moveTo(*due);
+            clock.runNextDue();
+            executor.runTasks();
+        }
+        moveTo(end);
+    }
+
+    std::int64_t countOf(std::string_view message) const {
+        return std::ranges::count(events, message, &DiagnosticLogEvent::message);
+    }
+
+    bool exists(const std::filesystem::path& file) { return files.openForReading(file).has_value(); }
+
+private:
+    void moveTo(Instant instant) {
+        clock.advanceTo(instant);
+        machine.clock.time = clock.now();
+    }
+
+    AppStateEnvironment environment() {
+        auto services = machine.services();
+        services.sources = [this] {
+            if (censusThrows) {
+                throw std::runtime_error("the census broke");
+            }
+            return std::vector<SourceStatus>{};
+        };
+        return {.machine = std::move(services),
+                .timers = clock,
+                .executor = executor,
+                .systemValues = systemValues,
+                .defaults = defaults,
+                .files = files,
+                .unifiedLog = unifiedLog,
+                .notificationCenter = notificationCenter,
+                .loginItem = loginItem,
+                .runningApplications = runningApplications,
+                .calendar = CalendarDays("UTC"),
+                .temperatures = TemperatureFormatter::plain("en_GB"),
+                .historyFile = historyFile,
+                .diagnosticFile = "/data/diagnostic.json",
+                .deployment = DeploymentFile(files, "/data/Info.plist"),
+                .architecture = architecture,
+                .operatingSystemVersion = "Test",
+                .releasesPage = "https://example.org/releases",
+                .desktop = &desktop,
+                .updates = updates,
+                .diagnosticObserver = [this](const auto& event) { events.push_back(event); }};
+    }
+};
+
+} // namespace cindertop
