@@ -15,7 +15,7 @@ setup: ## install every Debian package that any of these commands needs
 
 run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@scripts/setup build
-	@scripts/build release cindertopctl
+	@scripts/build release cindertop cindertopctl
 	@scripts/run
 
 test: ## build and run the tests

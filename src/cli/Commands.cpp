@@ -15,15 +15,6 @@ namespace cindertop::cli {
 
 namespace {
 
-/// Long enough for shares to mean something, short enough to wait for.
-constexpr Seconds measuringTime{0.5};
-
-MachineSnapshot measure(CommandEnvironment& environment) {
-    environment.sampler.prime();
-    environment.sleep(measuringTime);
-    return environment.sampler.sampleNow();
-}
-
 /// Several lines where a person reads, one where a program does.
 WriteResult writeJson(const CommandEnvironment& environment, const Json& json) {
     const bool isForPeople = environment.terminal().isTerminal;
@@ -40,13 +31,13 @@ WriteResult writePage(const CommandEnvironment& environment, const std::vector<L
 
 std::unique_ptr<WatchPrinter> linePrinter(const CommandEnvironment& environment, Format format) {
     if (format == Format::json) {
-        return std::make_unique<LinePrinter>(environment.output, [](const MachineSnapshot& snapshot) {
-            return compactText(machineJson(snapshot));
+        return std::make_unique<LinePrinter>(environment.output, [](const MachineReport& report) {
+            return compactText(machineJson(report.snapshot, report.verdict));
         });
     }
     return std::make_unique<LinePrinter>(
-        environment.output, [style = styleOf(environment)](const MachineSnapshot& snapshot) {
-            return watchLine(snapshot, style, localDateAndTime(snapshot.measuredAt));
+        environment.output, [style = styleOf(environment)](const MachineReport& report) {
+            return watchLine(report.snapshot, style, localDateAndTime(report.snapshot.measuredAt));
         });
 }
 
@@ -54,7 +45,7 @@ Watch::End runWatch(CommandEnvironment& environment, const SignalDescriptor& sig
                     LiveWatchEvents::Keyboard keyboard, WatchPrinter& printer) {
     environment.output.interruptBy(signals.descriptor());
     LiveWatchEvents events(signals, environment.output.descriptor(), keyboard);
-    auto end = Watch(environment.sampler, events, printer).run();
+    auto end = Watch(environment.machine, events, printer).run();
     environment.output.interruptByNothing();
     return end;
 }
@@ -75,13 +66,14 @@ Watch::End watchByLine(CommandEnvironment& environment, Format format) {
 } // namespace
 
 WriteResult showStatus(CommandEnvironment& environment, Format format) {
-    const auto snapshot = measure(environment);
-    return format == Format::json ? writeJson(environment, machineJson(snapshot))
-                                  : writePage(environment, statusPage(snapshot, styleOf(environment)));
+    const auto [snapshot, verdict] = environment.machine.look();
+    return format == Format::json
+               ? writeJson(environment, machineJson(snapshot, verdict))
+               : writePage(environment, statusPage(snapshot, styleOf(environment), verdict));
 }
 
 WriteResult showOffenders(CommandEnvironment& environment, Format format) {
-    const auto snapshot = measure(environment);
+    const auto snapshot = environment.machine.look().snapshot;
     return format == Format::json ? writeJson(environment, offendersJson(snapshot))
                                   : writePage(environment, offendersPage(snapshot, styleOf(environment)));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/MachineSampler.h"
 #include "cli/Arguments.h"
+#include "cli/MachineSource.h"
 #include "cli/Output.h"
 #include "cli/TerminalTraits.h"
 #include "support/TemperatureText.h"
@@ -14,11 +14,10 @@ namespace cindertop::cli {
 
 /// What the commands work with. Everything must outlive the call.
 struct CommandEnvironment {
-    MachineSampler& sampler;
+    MachineSource& machine;
     Output& output;
     std::function<TerminalTraits()> terminal; ///< asked again when the window changes
     TemperatureFormatter temperatures;
-    std::function<void(Seconds)> sleep;
 };
 
 /// Measures for a moment and shows everything.

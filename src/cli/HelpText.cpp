@@ -5,17 +5,40 @@ namespace cindertop::cli {
 std::string_view helpText() {
     return R"(cindertopctl tells how hot this machine runs, and why.
 
-usage: cindertopctl COMMAND [--json]
+usage: cindertopctl status | watch | offenders | history [--json]
+       cindertopctl settings [NAME [VALUE]] [--json]
+       cindertopctl pause | resume | accept-terms
+       cindertopctl export FILE
+       cindertopctl replay FILE [--until SECONDS] [--state-dir FOLDER]
+       cindertopctl record FILE [--seconds SECONDS]
 
-Commands:
-  status      Measure for half a second and show everything: the thermal score,
-              temperatures, power, displays, the busiest applications, and
-              which sources of facts this machine has.
-  watch       Show it until you press q or Ctrl-C: on a terminal on one screen,
-              elsewhere a line a tick. It looks every 2 s while the machine is
-              cool, and up to five times a second when it is hot.
-  offenders   Measure for half a second and list every application with all
-              of its processes, the busiest first.
+The machine, as the running agent sees it, or measured here without one:
+  status      The thermal score, the agent's advice, temperatures, power,
+              displays, the busiest applications, and which sources of facts
+              this machine has.
+  watch       The same until you press q or Ctrl-C: on a terminal on one
+              screen, elsewhere a line a tick. It looks every 2 s while the
+              machine is cool, and up to five times a second when it is hot.
+  offenders   Every application with its processes, the busiest first.
+
+The agent:
+  history     The last hour and today, as the agent recorded them. It need not
+              run for that.
+  settings    All preferences, or the one named; with a VALUE, change it.
+  pause, resume
+              Stop and go on measuring.
+  accept-terms
+              Accept the terms of use. Nothing is measured before.
+  export FILE Write the recorded diagnostic events, the settings and what kind
+              of system this is into FILE, to send along with a question. An
+              existing file is replaced; "-" writes to the output.
+
+Scenarios:
+  replay FILE Play a scenario to the program in virtual time and print what it
+              does, one JSON object a line: up to SECONDS of it with --until,
+              keeping its files in FOLDER with --state-dir.
+  record FILE Write what this machine does for SECONDS (60, or until Ctrl-C)
+              as a scenario, without paths and names of persons or the host.
 
 Options:
   --json         JSON instead of text. "watch" writes one object a line.
@@ -33,8 +56,9 @@ Environment:
 
 Exit status:
   0  Done. Also when you ended "watch", or whoever read it had seen enough.
-  1  The output could not be written, or the system refused something needed.
-  2  The command line was not understood.
+  1  The output or a file could not be written, no agent runs where one is
+     needed, or it or the system refused.
+  2  The command line or the scenario was not understood.
 Ended by SIGTERM, SIGHUP or SIGQUIT, "watch" restores the terminal and then dies
 by that signal.
 )";

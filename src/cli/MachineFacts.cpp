@@ -68,7 +68,8 @@ std::string missingTemperature(const MachineSnapshot& snapshot) {
                                          : "not available: no sensor of the processor answers";
 }
 
-/// A label and what there is to say, over as many lines as it needs; nothing to say needs none.
+} // namespace
+
 std::vector<Line> fact(std::string_view label, std::string_view text, const PageStyle& style) {
     std::vector<Line> lines;
     for (auto& part : wrapped(text, style.format.columns - labelColumns)) {
@@ -77,8 +78,6 @@ std::vector<Line> fact(std::string_view label, std::string_view text, const Page
     }
     return lines;
 }
-
-} // namespace
 
 std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
     const auto temperature = style.temperatures.text(snapshot.score.temperatureCelsius);

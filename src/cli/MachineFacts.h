@@ -19,6 +19,9 @@ struct PageStyle {
 /// Columns of the labels in front of the facts.
 inline constexpr int labelColumns = 14;
 
+/// A label and what there is to say, over as many lines as it needs; nothing to say needs none.
+std::vector<Line> fact(std::string_view label, std::string_view text, const PageStyle& style);
+
 /// State, pressure, how long it lasts, and the temperature that counts, or why there is none.
 std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle& style);
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace cindertop::cli {
 
@@ -125,6 +126,13 @@ Line scoreBar(const ThermalScore& score, int columns, Charset charset) {
     }
     const int cells = std::max(columns - 2, 1);
     return asciiBar(score.score * cells / 100, cells, tone);
+}
+
+Line shareBar(double share, int columns, Tone tone, Charset charset) {
+    const int steps = charset == Charset::unicode ? columns * eighthsOfCell : columns - 2;
+    const int filled =
+        std::clamp(static_cast<int>(std::lround(share * steps)), share > 0 ? 1 : 0, std::max(steps, 1));
+    return charset == Charset::unicode ? blockBar(filled, columns, tone) : asciiBar(filled, steps, tone);
 }
 
 std::string thermalText(const ThermalScore& score) {

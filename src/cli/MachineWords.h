@@ -25,6 +25,9 @@ Line scoreLine(const ThermalScore& score);
 /// The score as a bar of so many columns, empty when it is not known.
 Line scoreBar(const ThermalScore& score, int columns, Charset charset);
 
+/// A share from 0 to 1 as a bar of so many columns. What is not nothing shows.
+Line shareBar(double share, int columns, Tone tone, Charset charset);
+
 /// "state nominal, pressure not available".
 std::string thermalText(const ThermalScore& score);
 

@@ -20,6 +20,19 @@ std::vector<Line> scoreLines(const MachineSnapshot& snapshot, const PageFormat& 
             scoreBar(snapshot.score, std::min(format.columns, widestBar), format.charset)};
 }
 
+/// What the agent advises first, below a blank line.
+std::vector<Line> adviceLines(const std::optional<MachineVerdict>& verdict, const PageFormat& format) {
+    if (!verdict || !verdict->recommendation.primaryInsight) {
+        return {};
+    }
+    const auto& advice = *verdict->recommendation.primaryInsight;
+    std::vector<Line> lines{{}, {{shown(advice.title, format.charset), Tone::strong}}};
+    for (auto& part : wrapped(shown(advice.message, format.charset), format.columns)) {
+        lines.push_back({{std::move(part)}});
+    }
+    return lines;
+}
+
 /// A reason over as many lines as it needs, each below the first.
 std::vector<Line> sourceLines(const SourceStatus& source, int nameColumns, const PageFormat& format) {
     const auto tone = source.isAvailable ? Tone::faint : Tone::plain;
@@ -95,8 +108,10 @@ std::string topText(const ProcessOffenderSnapshot& snapshot, const PageStyle& st
 
 } // namespace
 
-std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style) {
+std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style,
+                             const std::optional<MachineVerdict>& verdict) {
     auto lines = scoreLines(snapshot, style.format);
+    append(lines, adviceLines(verdict, style.format));
     lines.emplace_back();
     append(lines, thermalFacts(snapshot, style));
     append(lines, sensorTable(snapshot, style));
@@ -114,11 +129,12 @@ std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle
 }
 
 std::vector<Line> watchPage(const MachineSnapshot& snapshot, const PageStyle& style, int rows,
-                            std::string_view time) {
+                            std::string_view time, const std::optional<MachineVerdict>& verdict) {
     constexpr int smallestWithFooter = 4;
     constexpr int smallestTable = 4; // a blank line, the heading and two rows
     std::vector<Line> lines{titleLine("Cindertop", time, style.format.columns)};
     append(lines, scoreLines(snapshot, style.format));
+    append(lines, adviceLines(verdict, style.format));
     auto facts = watchFacts(snapshot, style);
     const auto room = [&] { return rows - static_cast<int>(lines.size()) - 1; }; // 1 for the footer
     if (room() > static_cast<int>(facts.size()) + smallestTable) {

@@ -1,22 +1,26 @@
 #pragma once
 
+#include "app/MachineJson.h"
 #include "cli/MachineFacts.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace cindertop::cli {
 
-/// Everything about the machine, and where the facts come from.
-std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style);
+/// Everything about the machine, the advice where there is one, and where the facts come from.
+std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style,
+                             const std::optional<MachineVerdict>& verdict = std::nullopt);
 
 /// All applications with all their processes.
 std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle& style);
 
 /// A screen of just so many rows, at least 1, with what matters most. `time` stands in the corner.
 std::vector<Line> watchPage(const MachineSnapshot& snapshot, const PageStyle& style, int rows,
-                            std::string_view time);
+                            std::string_view time,
+                            const std::optional<MachineVerdict>& verdict = std::nullopt);
 
 /// One tick in one line, for files and pipes.
 std::string watchLine(const MachineSnapshot& snapshot, const PageStyle& style, std::string_view time);

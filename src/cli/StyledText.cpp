@@ -53,6 +53,10 @@ void append(std::vector<Line>& lines, std::vector<Line> more) {
     lines.insert(lines.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
+void append(Line& line, Line more) {
+    line.insert(line.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
 std::string encoded(const Line& line, const PageFormat& format) {
     std::string result;
     int room = format.columns;

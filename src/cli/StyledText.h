@@ -38,6 +38,7 @@ struct PageFormat {
 int columnsOf(const Line& line);
 
 void append(std::vector<Line>& lines, std::vector<Line> more);
+void append(Line& line, Line more);
 
 /// The line as a terminal takes it, cut to the columns of the format, without a line end.
 std::string encoded(const Line& line, const PageFormat& format);

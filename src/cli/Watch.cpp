@@ -6,12 +6,12 @@ namespace cindertop::cli {
 
 Watch::End Watch::run() {
     for (;;) {
-        const auto snapshot = sampler_.sample();
-        if (const auto shown = show(snapshot); !shown) {
+        const auto report = machine_.next();
+        if (const auto shown = show(report); !shown) {
             return std::unexpected(shown.error());
         }
-        events_.startTimer(tickDelay(snapshot.score.recommendedSamplingHz));
-        const auto wake = pause(snapshot);
+        events_.startTimer(tickDelay(report.snapshot.score.recommendedSamplingHz));
+        const auto wake = pause(report);
         if (!wake) {
             return std::unexpected(wake.error());
         }
@@ -24,7 +24,7 @@ Watch::End Watch::run() {
     }
 }
 
-std::expected<Wake, WriteError> Watch::pause(const MachineSnapshot& snapshot) {
+std::expected<Wake, WriteError> Watch::pause(const MachineReport& report) {
     for (;;) {
         const auto wake = events_.wait();
         if (wake.kind == Wake::Kind::resized) {
@@ -34,15 +34,15 @@ std::expected<Wake, WriteError> Watch::pause(const MachineSnapshot& snapshot) {
         } else {
             return wake;
         }
-        if (const auto shown = show(snapshot); !shown) {
+        if (const auto shown = show(report); !shown) {
             return std::unexpected(shown.error());
         }
     }
 }
 
 /// An interrupted write is no failure: the event that interrupted it comes next, and decides.
-WriteResult Watch::show(const MachineSnapshot& snapshot) {
-    auto shown = printer_.show(snapshot);
+WriteResult Watch::show(const MachineReport& report) {
+    auto shown = printer_.show(report);
     if (!shown && shown.error().isInterruption()) {
         return {};
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/MachineSampler.h"
+#include "cli/MachineSource.h"
 #include "cli/WatchEvents.h"
 #include "cli/WatchPrinter.h"
 
@@ -16,17 +16,17 @@ public:
     using End = std::expected<std::optional<int>, WriteError>;
 
     /// All three must outlive the watch.
-    Watch(MachineSampler& sampler, WatchEvents& events, WatchPrinter& printer)
-        : sampler_(sampler), events_(events), printer_(printer) {}
+    Watch(MachineSource& machine, WatchEvents& events, WatchPrinter& printer)
+        : machine_(machine), events_(events), printer_(printer) {}
 
     End run();
 
 private:
     /// Waits for the next tick; another wake-up ends the watch.
-    std::expected<Wake, WriteError> pause(const MachineSnapshot& snapshot);
-    WriteResult show(const MachineSnapshot& snapshot);
+    std::expected<Wake, WriteError> pause(const MachineReport& report);
+    WriteResult show(const MachineReport& report);
 
-    MachineSampler& sampler_;
+    MachineSource& machine_;
     WatchEvents& events_;
     WatchPrinter& printer_;
 };

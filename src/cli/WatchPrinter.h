@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/MachineSnapshot.h"
+#include "app/MachineJsonReader.h"
 #include "cli/Output.h"
 
 namespace cindertop::cli {
@@ -9,7 +9,7 @@ namespace cindertop::cli {
 class WatchPrinter {
 public:
     virtual ~WatchPrinter() = default;
-    virtual WriteResult show(const MachineSnapshot& snapshot) = 0;
+    virtual WriteResult show(const MachineReport& report) = 0;
     /// The place of output has another size; the next `show` fits it.
     virtual void resize() = 0;
     /// Stops the program until the shell continues it; the next `show` draws anew.

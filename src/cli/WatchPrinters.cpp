@@ -15,11 +15,12 @@ ScreenPrinter::ScreenPrinter(const Output& output, std::function<TerminalTraits(
       temperatures_(std::move(temperatures)),
       screen_(output) {}
 
-WriteResult ScreenPrinter::show(const MachineSnapshot& snapshot) {
+WriteResult ScreenPrinter::show(const MachineReport& report) {
     screen_.enter();
     const PageStyle style{.format = traits_.format, .temperatures = temperatures_};
     std::vector<std::string> lines;
-    for (const auto& line : watchPage(snapshot, style, traits_.rows, localTimeOfDay(snapshot.measuredAt))) {
+    const auto time = localTimeOfDay(report.snapshot.measuredAt);
+    for (const auto& line : watchPage(report.snapshot, style, traits_.rows, time, report.verdict)) {
         lines.push_back(encoded(line, traits_.format));
     }
     return screen_.draw(lines);
@@ -38,8 +39,8 @@ void ScreenPrinter::suspend() {
 LinePrinter::LinePrinter(const Output& output, Encoder encoder)
     : output_(output), encoder_(std::move(encoder)) {}
 
-WriteResult LinePrinter::show(const MachineSnapshot& snapshot) {
-    return output_.write(encoder_(snapshot) + '\n');
+WriteResult LinePrinter::show(const MachineReport& report) {
+    return output_.write(encoder_(report) + '\n');
 }
 
 } // namespace cindertop::cli

@@ -17,7 +17,7 @@ public:
     ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
                   TemperatureFormatter temperatures);
 
-    WriteResult show(const MachineSnapshot& snapshot) override;
+    WriteResult show(const MachineReport& report) override;
     void resize() override;
     void suspend() override;
 
@@ -31,12 +31,12 @@ private:
 /// Writes each tick as a line.
 class LinePrinter final : public WatchPrinter {
 public:
-    using Encoder = std::function<std::string(const MachineSnapshot&)>;
+    using Encoder = std::function<std::string(const MachineReport&)>;
 
     /// `output` must outlive the printer.
     LinePrinter(const Output& output, Encoder encoder);
 
-    WriteResult show(const MachineSnapshot& snapshot) override;
+    WriteResult show(const MachineReport& report) override;
 
     void resize() override {}
 

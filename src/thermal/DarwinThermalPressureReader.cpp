@@ -7,7 +7,6 @@ namespace cindertop {
 
 namespace {
 
-constexpr std::string_view notificationName = "com.apple.system.thermalpressurelevel";
 constexpr std::string_view logCategory = "thermal";
 
 } // namespace
@@ -45,7 +44,7 @@ DarwinThermalPressureReader::DarwinThermalPressureReader(
     std::shared_ptr<ThermalPressureNotifications> notifications, std::shared_ptr<UnifiedLog> log)
     : notifications_(std::move(notifications)), log_(std::move(log)) {
     const std::scoped_lock lock(lock_);
-    const auto registration = notifications_->registerCheck(notificationName);
+    const auto registration = notifications_->registerCheck(thermalPressureNotificationName);
     isRegistered_ = registration.status == 0;
     if (isRegistered_) {
         token_ = registration.token;

@@ -21,4 +21,20 @@ struct EnumerationTable<SystemThermalState> {
     };
 };
 
+/// The state of the number that the system reports to a process.
+constexpr SystemThermalState fromProcessState(int state) {
+    switch (state) {
+    case 0:
+        return SystemThermalState::nominal;
+    case 1:
+        return SystemThermalState::fair;
+    case 2:
+        return SystemThermalState::serious;
+    case 3:
+        return SystemThermalState::critical;
+    default:
+        return SystemThermalState::unavailable;
+    }
+}
+
 } // namespace cindertop

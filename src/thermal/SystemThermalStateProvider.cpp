@@ -4,25 +4,6 @@
 
 namespace cindertop {
 
-namespace {
-
-SystemThermalState fromProcessState(int state) {
-    switch (state) {
-    case 0:
-        return SystemThermalState::nominal;
-    case 1:
-        return SystemThermalState::fair;
-    case 2:
-        return SystemThermalState::serious;
-    case 3:
-        return SystemThermalState::critical;
-    default:
-        return SystemThermalState::unavailable;
-    }
-}
-
-} // namespace
-
 SystemThermalStateProvider::SystemThermalStateProvider(const ProcessInformation& process,
                                                        DarwinThermalPressureProvider pressure,
                                                        const Clock& clock)

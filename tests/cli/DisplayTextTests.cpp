@@ -19,7 +19,6 @@ TEST(DisplayText, ShowsHostileNamesHarmlessly) {
     };
 
     for (const auto& [name, unicode, ascii] : std::to_array<Case>({
-             {"firefox", "firefox", "firefox"},
              {"\x1b[2Jevil\r\n", "^[[2Jevil^M^J", "^[[2Jevil^M^J"},
              {std::string("a\0b\x7f", 4), "a^@b^?", "a^@b^?"},
              {"\xC2\x9B"
@@ -27,7 +26,6 @@ TEST(DisplayText, ShowsHostileNamesHarmlessly) {
               "\uFFFD2J", "?2J"},                         // C1 control sequence introducer
              {"abc\u202Etxt", "abc\uFFFDtxt", "abc?txt"}, // turns the text around
              {"a\u2028b", "a\uFFFDb", "a?b"},
-             {"\uE000", "\uFFFD", "?"}, // private use: any width, any shape
              {"\xFF\xFEx", "\uFFFD\uFFFDx", "??x"},
              {"größe", "größe", "gr??e"},
              {"36°C", "36°C", "36C"},
@@ -46,13 +44,10 @@ TEST(DisplayText, CountsTerminalColumns) {
     };
 
     for (const auto& [text, columns] : std::to_array<Case>({
-             {"", 0},
-             {"abc", 3},
              {"größe", 5},
              {"日本語", 6},
              {"e\u0301", 1},
              {"🔥", 2},
-             {"한국", 4},
              {"ｆｕ", 4},
              {"█▏", 2},
          })) {
@@ -70,11 +65,9 @@ TEST(DisplayText, CutsBetweenCharacters) {
     for (const auto& [text, columns, expected] : std::to_array<Case>({
              {"abcdef", 6, "abcdef"},
              {"abcdef", 5, "abcd…"},
-             {"日本語", 6, "日本語"},
              {"日本語", 5, "日本…"},
              {"日本語", 4, "日…"}, // half a character is none
              {"abc", 1, "…"},
-             {"abc", 0, ""},
              {"abc", -3, ""},
          })) {
         EXPECT_EQ(fitted(text, columns, Charset::unicode), expected) << text << " " << columns;
@@ -108,12 +101,10 @@ TEST(NumberText, HasAPointInEveryLocale) {
     };
 
     for (const auto& [percent, text] : std::to_array<Case>({
-             {0, "0.0 %"},
              {-0.0, "0.0 %"},
              {0.001, "<0.1 %"},
              {0.05, "0.1 %"},
              {12.34, "12.3 %"},
-             {1234.5, "1234.5 %"},
          })) {
         EXPECT_EQ(percentText(percent), text);
     }
@@ -127,7 +118,6 @@ TEST(NumberText, DurationsDropWhatIsTooFine) {
     };
 
     for (const auto& [seconds, text] : std::to_array<Case>({
-             {0.9, "0 s"},
              {59.9, "59 s"},
              {125.5, "2 min 5 s"},
              {3780, "1 h 3 min"},

@@ -10,7 +10,6 @@ namespace cindertop::cli {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 PageStyle style(int columns, Charset charset, Palette palette = Palette::none) {
     return {.format = {.columns = columns, .charset = charset, .palette = palette},
@@ -136,10 +135,11 @@ TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
 }
 
 TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
-    const auto wide = style(110, Charset::unicode);
-    EXPECT_THAT(text(watchPage(hotLaptop(), wide, 24, "23:02:11"), wide), HasSubstr("▃█"));
-    const auto plain = style(110, Charset::ascii);
-    EXPECT_THAT(text(watchPage(hotLaptop(), plain, 24, "23:02:11"), plain), Not(HasSubstr("▃█")));
+    for (const auto charset : {Charset::unicode, Charset::ascii}) {
+        const auto wide = style(110, charset);
+        EXPECT_EQ(text(watchPage(hotLaptop(), wide, 24, "23:02:11"), wide).find("▃█") != std::string::npos,
+                  charset == Charset::unicode);
+    }
 }
 
 TEST(WatchLine, IsOneLineWithEverythingThatMatters) {

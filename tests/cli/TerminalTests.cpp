@@ -75,14 +75,6 @@ private:
     sighandler_t formerHandler_;
 };
 
-TEST_F(OutputTest, WritesAll) {
-    const Output output(pipe[1]);
-    const std::string text(10'000, 'x');
-    ASSERT_TRUE(output.write(text));
-    std::string arrived(20'000, '\0');
-    EXPECT_EQ(::read(pipe[0], arrived.data(), arrived.size()), 10'000);
-}
-
 TEST_F(OutputTest, TellsAReaderThatIsGoneFromAFullDisk) {
     ::close(pipe[0]);
     pipe[0] = -1;

@@ -1,3 +1,4 @@
+#include "cli/SampledMachine.h"
 #include "cli/Watch.h"
 #include "fakes/FakeMachine.h"
 
@@ -46,8 +47,8 @@ public:
     int suspensions = 0;
     WriteResult answer;
 
-    WriteResult show(const MachineSnapshot& snapshot) override {
-        shown.push_back(snapshot);
+    WriteResult show(const MachineReport& report) override {
+        shown.push_back(report.snapshot);
         return answer;
     }
 
@@ -63,7 +64,8 @@ protected:
     FakeWatchPrinter printer;
     MachineSampler sampler{machine.services(),
                            ProcessOffenderConfiguration::defaultConfiguration(machine.process)};
-    Watch watch{sampler, events, printer};
+    SampledMachine source{sampler, [](Seconds) {}};
+    Watch watch{source, events, printer};
 };
 
 TEST_F(WatchTest, LooksAsOftenAsTheHeatRecommends) {

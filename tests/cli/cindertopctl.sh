@@ -30,6 +30,11 @@ is_json() {
     fi
 }
 
+is_json_file() {
+    tr '\n' ' ' <"$1" >"$work/line"
+    is_json "$work/line"
+}
+
 run 0 --help
 grep -q '^usage: cindertopctl' "$work/out" || complain "--help does not show the usage"
 run 0 --version
@@ -52,6 +57,18 @@ run 0 status --json
 is_json "$work/out" || complain "status --json is not JSON"
 run 0 offenders --json
 is_json "$work/out" || complain "offenders --json is not JSON"
+
+# What the agent stored, which here is nothing; the preferences that are made belong to this test.
+export XDG_DATA_HOME="$work/data" XDG_CONFIG_HOME="$work/config"
+run 0 history
+grep -q '^No history is stored' "$work/out" || complain "history does not say that there is none"
+run 0 history --json
+is_json "$work/out" || complain "history --json is not JSON"
+run 0 export "$work/export.json"
+is_json_file "$work/export.json" || complain "the export is not JSON"
+run 1 export "$work"
+grep -q '^cindertopctl: .* is a folder' "$work/err" || complain "an export into a folder: not said why"
+[ ! -e "$work/data" ] || complain "reading made a data folder"
 
 # A reader that has seen enough is no failure; `watch` must notice between two ticks, too.
 for format in "" --json; do

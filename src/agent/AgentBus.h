@@ -1,0 +1,58 @@
+#pragma once
+
+#include "agent/BusMethods.h"
+
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <QProperty>
+#include <QStringList>
+#include <QVariantMap>
+
+namespace cindertop::agent {
+
+inline constexpr const char* busName = "app.cindertop.Agent";
+inline constexpr const char* busPath = "/app/cindertop/Agent";
+
+/// Puts the running program on the session bus: see docs/bus.md. Main thread.
+class AgentBus final : public QDBusVirtualObject {
+public:
+    enum class Claim {
+        done,    ///< the program answers under the name
+        taken,   ///< another one does
+        refused, ///< there is no bus, or it does not let us
+    };
+
+    /// `state` must outlive this.
+    AgentBus(QDBusConnection connection, AppState& state);
+    ~AgentBus() override;
+
+    /// Takes the name on the bus.
+    Claim claimName();
+
+    /// Tells the bus what has changed since the last time; commands and what the user does elsewhere are told
+    /// without it.
+    void publishChanges();
+    /// The same, and that there is a new snapshot.
+    void publishTick();
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    void publishLater();
+    void publish(const QVariantMap& changed);
+    QVariantMap takeChanges();
+    void answerProperties(const QDBusMessage& message, const QDBusConnection& connection);
+    void answerGet(const QDBusMessage& message, const QDBusConnection& connection);
+
+    QDBusConnection connection_;
+    BusMethods methods_;
+    QVariantMap published_;        ///< the properties as they were told last, but the snapshot
+    bool isSnapshotKnown_ = false; ///< somebody has read the snapshot since it was told to be void
+    bool isPublishing_ = false;    ///< soon
+    QPropertyNotifier pausedNotifier_;
+    QPropertyNotifier termsNotifier_;
+    QPropertyNotifier notificationNotifier_;
+};
+
+} // namespace cindertop::agent

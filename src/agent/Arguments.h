@@ -1,0 +1,29 @@
+#pragma once
+
+#include <expected>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace cindertop::agent {
+
+enum class Action { run, help, version };
+
+/// What the user asked for.
+struct Arguments {
+    Action action = Action::run;
+    bool isHeadless = false;               ///< no windows even where there is a display
+    bool acceptsTerms = false;             ///< for this run only
+    std::optional<std::string> scenario{}; ///< file to play in place of the machine
+    double speed = 1;                      ///< of the scenario, 0.001 to 10,000
+
+    bool operator==(const Arguments&) const = default;
+};
+
+/// Reads the words after the program's name. The error is one sentence without the program's name.
+std::expected<Arguments, std::string> parseArguments(std::span<const std::string_view> words);
+
+std::string_view helpText();
+
+} // namespace cindertop::agent

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+namespace cindertop::agent {
+
+/// The user's preferences with the terms of use accepted, which is not stored.
+class RunOnlyTerms final : public UserDefaults {
+public:
+    /// `stored` must outlive this.
+    explicit RunOnlyTerms(UserDefaults& stored) : stored_(stored) {}
+
+    std::optional<PropertyValue> value(std::string_view key) const override;
+    void registerDefaults(const Registration& defaults) override;
+    void apply(std::span<const UserDefaultsChange> changes) override;
+
+private:
+    UserDefaults& stored_;
+};
+
+} // namespace cindertop::agent

@@ -1,0 +1,211 @@
+#include "agent/AgentBus.h"
+#include "agent/Arguments.h"
+#include "agent/LiveProgram.h"
+#include "agent/RunOnlyTerms.h"
+#include "agent/ScenarioProgram.h"
+#include "agent/StatusLines.h"
+#include "agent/TerminationSignals.h"
+#include "agent/TermsQuestion.h"
+#include "app/EventLoopTimers.h"
+#include "app/LegalTerms.h"
+#include "app/Version.h"
+#include "cli/DisplayText.h"
+#include "cli/LocalTime.h"
+#include "cli/StandardDescriptors.h"
+#include "platform/desktop/FreedesktopNotificationCenter.h"
+#include "platform/desktop/NotificationSwitch.h"
+#include "platform/linux/AgentLock.h"
+#include "replay/ScenarioFile.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <chrono>
+#include <clocale>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace cindertop::agent {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+enum ExitStatus { success = 0, failure = 1, usageError = 2 };
+
+/// A played hour has more ticks than anybody can read.
+constexpr auto pauseBetweenPlayedLines = 500ms;
+
+constexpr int timeToShow = 2'000; ///< milliseconds
+
+/// One line, whatever names of files and keys it holds.
+void say(const cli::Output& output, const std::string& sentence) {
+    const auto line = cli::shown("cindertop: " + sentence, cli::Charset::unicode) + '\n';
+    // Where even this cannot be written, nobody listens.
+    [[maybe_unused]] const auto ignored = output.write(line);
+}
+
+void say(int descriptor, const std::string& sentence) {
+    say(cli::Output(descriptor), sentence);
+}
+
+/// A place of output whose reader cannot keep the program from ending.
+cli::Output outputUnless(int interruption, int descriptor) {
+    cli::Output output(descriptor);
+    output.interruptBy(interruption);
+    return output;
+}
+
+bool isTerminal(int descriptor) {
+    return ::isatty(descriptor) == 1;
+}
+
+int playScenario(const Arguments& arguments) {
+    PosixFileSystem files;
+    auto scenario = replay::loadScenario(files, *arguments.scenario);
+    if (!scenario) {
+        say(STDERR_FILENO, scenario.error());
+        return usageError;
+    }
+    TerminationSignals signals([] { QCoreApplication::quit(); });
+    const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
+    StatusLines lines(output, pauseBetweenPlayedLines);
+    ScenarioProgram program(*scenario, arguments.speed, [&lines](const UserNotificationRequest& request) {
+        lines.note(request.content.title + ": " + request.content.body);
+    });
+    AppState state(program.environment());
+    state.observeTicks([&] {
+        lines.tick(state, cli::localTimeOfDay(state.environment().machine.clock.now()),
+                   std::chrono::steady_clock::now());
+    });
+    program.play(state, [] { QCoreApplication::quit(); });
+    return QCoreApplication::exec();
+}
+
+/// Brings the one that runs already to the front.
+int showRunningAgent() {
+    auto bus = QDBusConnection::sessionBus();
+    const auto call = QDBusMessage::createMethodCall(busName, busPath, busName, "Open");
+    const auto answer = bus.isConnected() ? bus.call(call, QDBus::Block, timeToShow) : QDBusMessage();
+    const bool isReached = answer.type() == QDBusMessage::ReplyMessage;
+    const bool isShown = isReached && answer.arguments().value(0).toBool();
+    say(STDOUT_FILENO, isShown     ? "already running; its window is open now"
+                       : isReached ? "already running without windows; \"cindertopctl\" talks to it"
+                                   : "already running, but not to be reached over this session's bus");
+    return success;
+}
+
+/// Asks a person who can answer; everybody else is told how to accept. False: the person wants to leave.
+bool prepareTerms(UserDefaults& defaults, int interruption) {
+    if (areTermsAccepted(defaults)) {
+        return true;
+    }
+    if (isTerminal(STDIN_FILENO) && isTerminal(STDOUT_FILENO)) {
+        const auto answer =
+            askForTerms(outputUnless(interruption, STDOUT_FILENO), STDIN_FILENO, interruption);
+        if (!answer) {
+            return false;
+        }
+        if (*answer) {
+            storeTermsAccepted(defaults);
+            return true;
+        }
+    }
+    say(outputUnless(interruption, STDERR_FILENO),
+        "nothing is measured before you accept the terms of use: run \"cindertopctl accept-terms\"");
+    return true;
+}
+
+std::string environmentText(const char* name) {
+    return qEnvironmentVariable(name).toStdString();
+}
+
+/// Runs on the machine until it is told to end.
+int watchMachine(const Arguments& arguments, const UserFolders& folders) {
+    TerminationSignals signals([] { QCoreApplication::quit(); });
+    PosixFileSystem files;
+    linux_platform::PropertyListUserDefaults stored(linux_platform::PropertyListUserDefaults::defaultFile(),
+                                                    files);
+    RunOnlyTerms accepted(stored);
+    if (arguments.acceptsTerms && !areTermsAccepted(stored)) {
+        say(outputUnless(signals.descriptor(), STDERR_FILENO),
+            "the terms of use count as accepted for this run; "
+            "\"cindertopctl accept-terms\" accepts them for good");
+    }
+    UserDefaults& defaults = arguments.acceptsTerms ? static_cast<UserDefaults&>(accepted) : stored;
+    if (!prepareTerms(defaults, signals.descriptor())) {
+        return success;
+    }
+    auto bus = QDBusConnection::sessionBus();
+    EventLoopTimers timers;
+    desktop::FreedesktopNotificationCenter notifications(
+        bus, timers, defaults,
+        desktop::notificationSwitch(environmentText("XDG_CURRENT_DESKTOP"), folders.config));
+    LiveProgram program(folders, defaults, notifications);
+    AppState state(program.environment());
+    AgentBus agentBus(bus, state);
+    if (agentBus.claimName() == AgentBus::Claim::taken) {
+        return showRunningAgent();
+    }
+    const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
+    StatusLines lines(output, 0ms);
+    const bool isShown = isTerminal(STDOUT_FILENO);
+    state.observeTicks([&] {
+        agentBus.publishTick();
+        if (isShown) {
+            lines.tick(state, cli::localTimeOfDay(state.environment().machine.clock.now()),
+                       std::chrono::steady_clock::now());
+        }
+    });
+    return QCoreApplication::exec();
+}
+
+int runLive(const Arguments& arguments) {
+    const auto folders = UserFolders::ofUser();
+    const auto lock = linux_platform::AgentLock::tryAcquire(folders.programData());
+    if (!lock && lock.error() == std::errc::device_or_resource_busy) {
+        return showRunningAgent();
+    }
+    if (!lock) {
+        say(STDERR_FILENO, "nothing will be kept: " + folders.programData().string() + ": " +
+                               std::make_error_code(lock.error()).message());
+    }
+    return watchMachine(arguments, folders);
+}
+
+int run(const std::vector<std::string_view>& words) {
+    const auto arguments = parseArguments(words);
+    if (!arguments) {
+        say(STDERR_FILENO, arguments.error() + "; see \"cindertop --help\"");
+        return usageError;
+    }
+    cli::Output output(STDOUT_FILENO);
+    if (arguments->action == Action::help) {
+        return output.write(helpText()) ? success : failure;
+    }
+    if (arguments->action == Action::version) {
+        return output.write("cindertop " + std::string(version) + '\n') ? success : failure;
+    }
+    return arguments->scenario ? playScenario(*arguments) : runLive(*arguments);
+}
+
+} // namespace
+
+} // namespace cindertop::agent
+
+int main(int argumentCount, char** arguments) {
+    using namespace cindertop::agent;
+    cindertop::cli::occupyStandardDescriptors();
+    ::signal(SIGPIPE, SIG_IGN); // a write to a reader that is gone fails instead
+    try {
+        const QCoreApplication application(argumentCount, arguments);
+        std::setlocale(LC_ALL, "");
+        return run({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+    } catch (const std::exception& error) {
+        say(STDERR_FILENO, error.what());
+        return failure;
+    }
+}

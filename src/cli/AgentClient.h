@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/Preferences.h"
+
+#include <expected>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+struct sd_bus;
+struct sd_bus_message;
+
+namespace cindertop::cli {
+
+/// Talks to the running agent over the session bus. Calls wait at most two seconds; an error is one sentence.
+class AgentClient {
+public:
+    template <typename Value>
+    using Result = std::expected<Value, std::string>;
+    using Settings = std::vector<std::pair<std::string, PreferenceValue>>;
+
+    /// None without a session bus, and when no agent is on it.
+    static std::optional<AgentClient> find();
+
+    /// The agent's JSON, see docs/json.md.
+    Result<std::string> snapshot();
+    /// Calls a method without arguments and answers: "Pause", "Resume", "AcceptTerms", "ResetSettings".
+    Result<void> call(const char* method);
+    Result<Settings> settings();
+    Result<void> set(const std::string& name, const PreferenceValue& value);
+    /// `file` is an absolute path, for the agent to write.
+    Result<void> exportDiagnostics(const std::string& file);
+
+private:
+    struct Closer {
+        void operator()(sd_bus* bus) const;
+    };
+
+    struct MessageCloser {
+        void operator()(sd_bus_message* message) const;
+    };
+
+    using Message = std::unique_ptr<sd_bus_message, MessageCloser>;
+
+    explicit AgentClient(sd_bus* bus) : bus_(bus) {}
+
+    Result<Message> newCall(const char* interface, const char* method);
+    Result<Message> answerTo(Message call);
+
+    std::unique_ptr<sd_bus, Closer> bus_;
+};
+
+} // namespace cindertop::cli

@@ -1,0 +1,135 @@
+#include "cli/AgentCommands.h"
+
+#include "app/LegalTerms.h"
+#include "app/Preferences.h"
+#include "app/SnapshotJson.h"
+#include "cli/DisplayText.h"
+#include "cli/StyledText.h"
+#include "persistence/AppSettingsStore.h"
+#include "persistence/UnstoredUserDefaults.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace cindertop::cli {
+
+namespace {
+
+constexpr std::string_view noAgent = "no agent runs; start \"cindertop\" first";
+
+/// The stored preferences; reading them changes nothing.
+AppSettings storedSettings(UserDefaults& defaults) {
+    UnstoredUserDefaults copy(defaults);
+    return AppSettingsStore(copy).load();
+}
+
+AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& environment) {
+    if (environment.agent) {
+        return environment.agent->settings();
+    }
+    AgentClient::Settings settings;
+    const auto stored = storedSettings(environment.defaults);
+    for (const auto& preference : preferences()) {
+        settings.emplace_back(preference.name, preference.read(*stored));
+    }
+    return settings;
+}
+
+CommandResult change(AgentEnvironment& environment, const Preference& preference, std::string_view word) {
+    const auto value = preferenceValue(preference, word);
+    AppSettingsFields fields = *storedSettings(environment.defaults);
+    if (const auto result = preference.write(fields, value); !result) {
+        return std::unexpected(std::string(preference.name) + " " + result.error());
+    }
+    if (environment.agent) {
+        return environment.agent->set(std::string(preference.name), value);
+    }
+    return environment.whileAlone([&] { AppSettingsStore(environment.defaults).save(AppSettings(fields)); });
+}
+
+Json valueJson(const PreferenceValue& value) {
+    return std::visit([](const auto& held) { return Json(held); }, value);
+}
+
+WriteResult writeList(const AgentEnvironment& environment, const AgentClient::Settings& settings) {
+    const auto format = environment.terminal().format;
+    int longest = 0;
+    for (const auto& [name, value] : settings) {
+        longest = std::max(longest, columnsOf(name));
+    }
+    std::vector<Line> lines;
+    for (const auto& [name, value] : settings) {
+        lines.push_back({Span(paddedRight(name, longest) + "  "),
+                         Span(shown(text(value), format.charset), Tone::strong)});
+    }
+    return environment.output.write(encoded(lines, format));
+}
+
+WriteResult writeJson(const AgentEnvironment& environment, const AgentClient::Settings& settings) {
+    auto object = Json::object();
+    for (const auto& [name, value] : settings) {
+        object[name] = valueJson(value);
+    }
+    const bool isForPeople = environment.terminal().isTerminal;
+    return environment.output.write((isForPeople ? indentedText(object) : compactText(object)) + '\n');
+}
+
+/// In the order in which preferences are always listed; a bus has its own.
+void sortAsListed(AgentClient::Settings& settings) {
+    const auto position = [](const auto& entry) {
+        const auto* const preference = findPreference(entry.first);
+        return preference == nullptr ? preferences().size()
+                                     : static_cast<std::size_t>(preference - preferences().data());
+    };
+    std::ranges::stable_sort(settings, {}, position);
+}
+
+} // namespace
+
+CommandResult pauseAgent(AgentEnvironment& environment) {
+    return environment.agent ? environment.agent->call("Pause")
+                             : CommandResult(std::unexpected(std::string(noAgent)));
+}
+
+CommandResult resumeAgent(AgentEnvironment& environment) {
+    return environment.agent ? environment.agent->call("Resume")
+                             : CommandResult(std::unexpected(std::string(noAgent)));
+}
+
+CommandResult acceptTerms(AgentEnvironment& environment) {
+    if (environment.agent) {
+        return environment.agent->call("AcceptTerms");
+    }
+    return environment.whileAlone([&environment] { storeTermsAccepted(environment.defaults); });
+}
+
+std::expected<WriteResult, std::string> settings(AgentEnvironment& environment, const Arguments& arguments) {
+    const auto& operands = arguments.operands;
+    const auto* const preference = operands.empty() ? nullptr : findPreference(operands[0]);
+    if (!operands.empty() && preference == nullptr) {
+        return std::unexpected("there is no preference \"" + shown(operands[0], Charset::unicode) +
+                               "\"; \"cindertopctl settings\" lists them");
+    }
+    if (operands.size() > 1) {
+        const auto changed = change(environment, *preference, operands[1]);
+        return changed ? std::expected<WriteResult, std::string>(WriteResult())
+                       : std::unexpected(changed.error());
+    }
+    auto list = currentSettings(environment);
+    if (!list) {
+        return std::unexpected(list.error());
+    }
+    if (preference != nullptr) {
+        std::erase_if(*list, [&](const auto& entry) { return entry.first != preference->name; });
+    }
+    sortAsListed(*list);
+    if (arguments.format == Format::json) {
+        return writeJson(environment, *list);
+    }
+    const bool isOne = preference != nullptr && list->size() == 1;
+    return isOne ? environment.output.write(text(list->front().second) + '\n')
+                 : writeList(environment, *list);
+}
+
+} // namespace cindertop::cli

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "cli/AgentClient.h"
+#include "cli/Arguments.h"
+#include "cli/Output.h"
+#include "cli/TerminalTraits.h"
+#include "platform/UserDefaults.h"
+
+#include <expected>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace cindertop::cli {
+
+/// What the commands that steer the agent work with. Everything must outlive the call.
+struct AgentEnvironment {
+    std::optional<AgentClient>& agent; ///< none: no agent runs, and what can be done without one is
+    UserDefaults& defaults;            ///< as they are stored
+    Output& output;
+    std::function<TerminalTraits()> terminal;
+    /// Runs the action while no agent can start; the error says who is in the way.
+    std::function<std::expected<void, std::string>(const std::function<void()>&)> whileAlone;
+};
+
+/// An error is one sentence for the user.
+using CommandResult = std::expected<void, std::string>;
+
+/// Pauses or resumes the monitoring of the running agent.
+CommandResult pauseAgent(AgentEnvironment& environment);
+CommandResult resumeAgent(AgentEnvironment& environment);
+
+/// Accepts the terms of use, once and for all.
+CommandResult acceptTerms(AgentEnvironment& environment);
+
+/// Lists all preferences, shows the one that is named, or changes it. The outer error is the user's mistake
+/// or the agent's refusal, the inner one the output's.
+std::expected<WriteResult, std::string> settings(AgentEnvironment& environment, const Arguments& arguments);
+
+} // namespace cindertop::cli

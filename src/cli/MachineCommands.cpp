@@ -1,0 +1,185 @@
+#include "cli/MachineCommands.h"
+
+#include "app/MachineServices.h"
+#include "app/ScenarioRecorder.h"
+#include "cli/AgentMachine.h"
+#include "cli/Commands.h"
+#include "cli/SampledMachine.h"
+#include "cli/SignalDescriptor.h"
+#include "platform/linux/LinuxMachine.h"
+#include "support/AtomicFile.h"
+#include "support/PosixFileSystem.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <poll.h>
+#include <pwd.h>
+#include <signal.h> // NOLINT(modernize-deprecated-headers): SIGHUP is POSIX
+#include <unistd.h>
+
+namespace cindertop::cli {
+
+namespace {
+
+/// Long enough for a story, short enough to wait for.
+constexpr Seconds usualRecording{60};
+
+/// What a look finds is shown by itself; a journal full of looks would help nobody.
+class NoLog final : public UnifiedLog {
+public:
+    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
+               std::string_view /*text*/) override {}
+};
+
+MachineServices servicesOf(linux_platform::LinuxMachine& machine) {
+    return {.clock = machine.clock(),
+            .process = machine.processInformation(),
+            .pressureReader = DarwinThermalPressureReader::sharedOnFirstUse(machine.thermalPressure(),
+                                                                            std::make_shared<NoLog>()),
+            .temperatureEvents = machine.temperatureEvents(),
+            .displays = machine.displays(),
+            .powerSources = machine.powerSources(),
+            .hostStatistics = machine.hostStatistics(),
+            .processes = machine.processes(),
+            .applications = machine.applications(),
+            .comparison = LocalizedComparison::ofUser(),
+            .sources = [&machine] { return machine.sources(); }};
+}
+
+/// The list of offenders without the limits of a page.
+ProcessOffenderConfiguration everyOffender(const ProcessInformation& process) {
+    auto configuration = ProcessOffenderConfiguration::defaultConfiguration(process);
+    configuration.minimumVisibleCPUPercent = 0;
+    configuration.maximumOffenderCount = ProcessOffenderConfiguration::noMaximum;
+    configuration.maximumChildCount = ProcessOffenderConfiguration::noMaximum;
+    return configuration;
+}
+
+ProcessOffenderConfiguration configurationFor(Command command, const ProcessInformation& process) {
+    return command == Command::offenders ? everyOffender(process)
+                                         : ProcessOffenderConfiguration::defaultConfiguration(process);
+}
+
+/// The live machine, with everything that measuring it needs.
+class LiveMachine final : public MachineSource {
+public:
+    explicit LiveMachine(Command command)
+        : sampler_(servicesOf(machine_), configurationFor(command, machine_.processInformation())),
+          source_(sampler_, [](Seconds duration) { std::this_thread::sleep_for(duration); }) {}
+
+    MachineReport look() override { return source_.look(); }
+
+    MachineReport next() override { return source_.next(); }
+
+private:
+    linux_platform::LinuxMachine machine_;
+    MachineSampler sampler_;
+    SampledMachine source_;
+};
+
+/// The part of the account's comment field that is a person's name.
+std::string fullName(const passwd& account) {
+    const std::string_view comment = account.pw_gecos == nullptr ? "" : account.pw_gecos;
+    return std::string(comment.substr(0, comment.find(',')));
+}
+
+/// Names that must not stand in a recording, even where a process is called like its user. Root is nobody.
+std::vector<std::string> privateWords() {
+    std::vector<std::string> words;
+    std::array<char, 256> host{};
+    if (::gethostname(host.data(), host.size() - 1) == 0) {
+        words.emplace_back(host.data());
+    }
+    const auto* const account = ::getuid() == 0 ? nullptr : ::getpwuid(::getuid());
+    if (account != nullptr) {
+        words.emplace_back(account->pw_name);
+        words.push_back(fullName(*account));
+    }
+    std::erase(words, "");
+    return words;
+}
+
+/// False: a signal came first.
+bool waitFor(std::chrono::nanoseconds duration, const SignalDescriptor& signals) {
+    pollfd descriptor{.fd = signals.descriptor(), .events = POLLIN, .revents = 0};
+    const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(duration).count();
+    return ::poll(&descriptor, 1, static_cast<int>(milliseconds)) == 0;
+}
+
+/// Records until the time is over or the user ends it.
+void recordFor(Seconds length, ScenarioRecorder& recorder) {
+    using Clock = std::chrono::steady_clock;
+    const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP};
+    const auto end = Clock::now() + std::chrono::round<std::chrono::nanoseconds>(length);
+    for (;;) {
+        const auto pause = std::chrono::round<std::chrono::nanoseconds>(recorder.sample());
+        const auto left = end - Clock::now();
+        if (left <= Clock::duration::zero()) {
+            return;
+        }
+        if (!waitFor(std::min<std::chrono::nanoseconds>(pause, left), signals)) {
+            while (signals.next()) {
+            }
+            recorder.sample();
+            return;
+        }
+    }
+}
+
+} // namespace
+
+ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
+    const auto measured = [command = arguments.command] { return std::make_unique<LiveMachine>(command); };
+    const auto source =
+        agent ? std::unique_ptr<MachineSource>(std::make_unique<AgentMachine>(*agent, measured)) : measured();
+    CommandEnvironment environment{
+        .machine = *source,
+        .output = output,
+        .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
+        .temperatures = TemperatureFormatter::ofUser()};
+    switch (arguments.command) {
+    case Command::status:
+        return exitStatus(showStatus(environment, arguments.format));
+    case Command::offenders:
+        return exitStatus(showOffenders(environment, arguments.format));
+    default:
+        return exitStatus(watch(environment, arguments.format));
+    }
+}
+
+ExitStatus recordMachine(const Arguments& arguments) {
+    linux_platform::LinuxMachine machine;
+    ScenarioRecorder recorder({.clock = machine.clock(),
+                               .process = machine.processInformation(),
+                               .pressure = machine.thermalPressure(),
+                               .temperatureEvents = machine.temperatureEvents(),
+                               .displays = machine.displays(),
+                               .powerSources = machine.powerSources(),
+                               .hostStatistics = machine.hostStatistics(),
+                               .processes = machine.processes(),
+                               .applications = machine.applications(),
+                               .systemValues = machine.systemValues()},
+                              privateWords());
+    recordFor(arguments.seconds ? Seconds{*arguments.seconds} : usualRecording, recorder);
+    const auto scenario = recorder.scenario();
+    if (!scenario) {
+        complain("nothing was recorded: it ended too soon");
+        return failure;
+    }
+    PosixFileSystem files;
+    const auto& file = arguments.operands.front();
+    if (const auto written = replaceFile(files, file, *scenario, Durability::synced); !written) {
+        complain("cannot write " + file + ": " + std::make_error_code(written.error()).message());
+        return failure;
+    }
+    return success;
+}
+
+} // namespace cindertop::cli

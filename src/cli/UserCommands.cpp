@@ -1,0 +1,95 @@
+#include "cli/UserCommands.h"
+
+#include "app/HardwareProfile.h"
+#include "cli/AgentCommands.h"
+#include "cli/StoredCommands.h"
+#include "persistence/DiagnosticLogService.h"
+#include "persistence/ThermalHistoryStore.h"
+#include "platform/linux/AgentLock.h"
+#include "platform/linux/LinuxSystemValues.h"
+#include "platform/linux/OperatingSystemVersion.h"
+#include "platform/linux/PropertyListUserDefaults.h"
+#include "platform/linux/SystemClock.h"
+#include "support/PosixFileSystem.h"
+#include "support/UserFolders.h"
+
+#include <string>
+#include <system_error>
+
+namespace cindertop::cli {
+
+namespace {
+
+using linux_platform::PropertyListUserDefaults;
+
+/// An agent that is not on this session's bus holds the lock all the same.
+CommandResult whileNoAgentRuns(const std::function<void()>& action) {
+    const auto folder = UserFolders::ofUser().programData();
+    const auto lock = linux_platform::AgentLock::tryAcquire(folder);
+    if (!lock && lock.error() == std::errc::device_or_resource_busy) {
+        return std::unexpected("an agent runs, but is not to be reached over this session's bus");
+    }
+    if (!lock) {
+        return std::unexpected("cannot use " + folder.string() + ": " +
+                               std::make_error_code(lock.error()).message());
+    }
+    action();
+    return {};
+}
+
+} // namespace
+
+ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
+    PosixFileSystem files;
+    PropertyListUserDefaults defaults(PropertyListUserDefaults::defaultFile(), files);
+    const linux_platform::LinuxSystemValues systemValues;
+    const StoredEnvironment environment{
+        .files = files,
+        .defaults = defaults,
+        .systemValues = systemValues,
+        .output = output,
+        .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
+        .temperatures = TemperatureFormatter::ofUser(),
+        .comparison = LocalizedComparison::ofUser(),
+        .calendar = CalendarDays::ofUser(),
+        .now = linux_platform::SystemClock().now(),
+        .historyFile = ThermalHistoryStore::defaultFile(),
+        .diagnosticFile = DiagnosticLogService::defaultFile(),
+        .deploymentFile = DeploymentFile::defaultFile(),
+        .circumstances = {.launchAtLoginStatus = "Unknown", // only the agent asks the desktop
+                          .operatingSystemVersion = linux_platform::operatingSystemVersion(),
+                          .architecture = std::string(builtArchitecture())}};
+    if (arguments.command == Command::history) {
+        return exitStatus(showHistory(environment, arguments.format));
+    }
+    return exitStatus(exportDiagnostics(environment, arguments.operands.front()));
+}
+
+ExitStatus steer(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
+    PosixFileSystem files;
+    PropertyListUserDefaults defaults(PropertyListUserDefaults::defaultFile(), files);
+    AgentEnvironment environment{
+        .agent = agent,
+        .defaults = defaults,
+        .output = output,
+        .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
+        .whileAlone = whileNoAgentRuns};
+    switch (arguments.command) {
+    case Command::pause:
+        return exitStatus(pauseAgent(environment));
+    case Command::resume:
+        return exitStatus(resumeAgent(environment));
+    case Command::acceptTerms:
+        return exitStatus(acceptTerms(environment));
+    default:
+        break;
+    }
+    const auto result = settings(environment, arguments);
+    if (!result) {
+        complain(result.error());
+        return failure;
+    }
+    return exitStatus(*result);
+}
+
+} // namespace cindertop::cli

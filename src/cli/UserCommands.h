@@ -1,0 +1,18 @@
+#pragma once
+
+#include "cli/AgentClient.h"
+#include "cli/Arguments.h"
+#include "cli/Output.h"
+#include "cli/ProgramEnd.h"
+
+#include <optional>
+
+namespace cindertop::cli {
+
+/// "history" and "export": what is stored, whether an agent runs or not.
+ExitStatus showStoredThings(const Arguments& arguments, Output& output);
+
+/// "settings", "pause", "resume" and "accept-terms": through the agent where one runs.
+ExitStatus steer(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent);
+
+} // namespace cindertop::cli
