@@ -28,6 +28,8 @@ void reply(const QDBusConnection& connection, const QDBusMessage& question, cons
 
 AgentBus::AgentBus(QDBusConnection connection, AppState& state)
     : connection_(std::move(connection)), methods_(state), published_(methods_.properties()) {
+    publishing_.setSingleShot(true);
+    connect(&publishing_, &QTimer::timeout, this, &AgentBus::publishChanges);
     const auto& published = state.published();
     pausedNotifier_ = published.isPaused.bindable().addNotifier([this] { publishLater(); });
     termsNotifier_ = published.legalTermsAccepted.bindable().addNotifier([this] { publishLater(); });
@@ -57,17 +59,7 @@ AgentBus::Claim AgentBus::claimName() {
 
 /// Whatever else the same cause changes is told with it.
 void AgentBus::publishLater() {
-    if (isPublishing_) {
-        return;
-    }
-    isPublishing_ = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            isPublishing_ = false;
-            publishChanges();
-        },
-        Qt::QueuedConnection);
+    publishing_.start();
 }
 
 QVariantMap AgentBus::takeChanges() {

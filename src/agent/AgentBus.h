@@ -6,6 +6,7 @@
 #include <QDBusVirtualObject>
 #include <QProperty>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 
 namespace cindertop::agent {
@@ -49,7 +50,7 @@ private:
     BusMethods methods_;
     QVariantMap published_;        ///< the properties as they were told last, but the snapshot
     bool isSnapshotKnown_ = false; ///< somebody has read the snapshot since it was told to be void
-    bool isPublishing_ = false;    ///< soon
+    QTimer publishing_;            ///< soon
     QPropertyNotifier pausedNotifier_;
     QPropertyNotifier termsNotifier_;
     QPropertyNotifier notificationNotifier_;

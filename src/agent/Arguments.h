@@ -10,6 +10,9 @@ namespace cindertop::agent {
 
 enum class Action { run, help, version };
 
+/// Which window the program opens with.
+enum class Opening { none, popover, settings, onboarding };
+
 /// What the user asked for.
 struct Arguments {
     Action action = Action::run;
@@ -17,6 +20,9 @@ struct Arguments {
     bool acceptsTerms = false;             ///< for this run only
     std::optional<std::string> scenario{}; ///< file to play in place of the machine
     double speed = 1;                      ///< of the scenario, 0.001 to 10,000
+    std::optional<double> pauseAt{};       ///< seconds of the scenario after which time stands still
+    Opening opening = Opening::none;
+    std::optional<bool> isDark{}; ///< absent: as the desktop
 
     bool operator==(const Arguments&) const = default;
 };

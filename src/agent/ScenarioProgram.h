@@ -16,7 +16,9 @@ namespace cindertop::agent {
 /// Everything that the program runs on when it plays a scenario. Needs the event loop.
 class ScenarioProgram {
 public:
+    /// Time stands still after `pauseAt` seconds of the scenario.
     ScenarioProgram(std::shared_ptr<const simulated::Scenario> scenario, double speed,
+                    std::optional<double> pauseAt,
                     std::function<void(const UserNotificationRequest&)> onNotification);
     ScenarioProgram(const ScenarioProgram&) = delete;
     ScenarioProgram& operator=(const ScenarioProgram&) = delete;

@@ -1,5 +1,7 @@
 #include "agent/AgentBus.h"
 #include "agent/Arguments.h"
+#include "agent/DesktopFace.h"
+#include "agent/Display.h"
 #include "agent/LiveProgram.h"
 #include "agent/RunOnlyTerms.h"
 #include "agent/ScenarioProgram.h"
@@ -20,9 +22,11 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QGuiApplication>
 #include <chrono>
 #include <clocale>
 #include <exception>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -63,6 +67,31 @@ bool isTerminal(int descriptor) {
     return ::isatty(descriptor) == 1;
 }
 
+/// The program's windows; none without a display.
+std::unique_ptr<DesktopFace> makeFace(const Arguments& arguments, const cli::Output& problems) {
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        return nullptr;
+    }
+    return std::make_unique<DesktopFace>(
+        arguments.isDark, QDBusConnection::sessionBus(),
+        [&problems](const QString& text) { say(problems, text.toStdString()); });
+}
+
+AppStateEnvironment completed(AppStateEnvironment environment, DesktopFace* face) {
+    return face != nullptr ? face->completed(std::move(environment)) : environment;
+}
+
+/// Runs until somebody ends the program.
+int runEventLoop(AppState& state, DesktopFace* face, Opening opening) {
+    if (face == nullptr) {
+        return QCoreApplication::exec();
+    }
+    face->start(state, opening);
+    const int status = QCoreApplication::exec();
+    face->end();
+    return status;
+}
+
 int playScenario(const Arguments& arguments) {
     PosixFileSystem files;
     auto scenario = replay::loadScenario(files, *arguments.scenario);
@@ -70,19 +99,22 @@ int playScenario(const Arguments& arguments) {
         say(STDERR_FILENO, scenario.error());
         return usageError;
     }
-    TerminationSignals signals([] { QCoreApplication::quit(); });
+    const TerminationSignals signals([] { QCoreApplication::quit(); });
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
+    const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
+    const auto face = makeFace(arguments, problems);
     StatusLines lines(output, pauseBetweenPlayedLines);
-    ScenarioProgram program(*scenario, arguments.speed, [&lines](const UserNotificationRequest& request) {
-        lines.note(request.content.title + ": " + request.content.body);
-    });
-    AppState state(program.environment());
+    ScenarioProgram program(*scenario, arguments.speed, arguments.pauseAt,
+                            [&lines](const UserNotificationRequest& request) {
+                                lines.note(request.content.title + ": " + request.content.body);
+                            });
+    AppState state(completed(program.environment(), face.get()));
     state.observeTicks([&] {
         lines.tick(state, cli::localTimeOfDay(state.environment().machine.clock.now()),
                    std::chrono::steady_clock::now());
     });
     program.play(state, [] { QCoreApplication::quit(); });
-    return QCoreApplication::exec();
+    return runEventLoop(state, face.get(), arguments.opening);
 }
 
 /// Brings the one that runs already to the front.
@@ -125,7 +157,7 @@ std::string environmentText(const char* name) {
 
 /// Runs on the machine until it is told to end.
 int watchMachine(const Arguments& arguments, const UserFolders& folders) {
-    TerminationSignals signals([] { QCoreApplication::quit(); });
+    const TerminationSignals signals([] { QCoreApplication::quit(); });
     PosixFileSystem files;
     linux_platform::PropertyListUserDefaults stored(linux_platform::PropertyListUserDefaults::defaultFile(),
                                                     files);
@@ -145,7 +177,9 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders) {
         bus, timers, defaults,
         desktop::notificationSwitch(environmentText("XDG_CURRENT_DESKTOP"), folders.config));
     LiveProgram program(folders, defaults, notifications);
-    AppState state(program.environment());
+    const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
+    const auto face = makeFace(arguments, problems);
+    AppState state(completed(program.environment(), face.get()));
     AgentBus agentBus(bus, state);
     if (agentBus.claimName() == AgentBus::Claim::taken) {
         return showRunningAgent();
@@ -160,7 +194,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders) {
                        std::chrono::steady_clock::now());
         }
     });
-    return QCoreApplication::exec();
+    return runEventLoop(state, face.get(), arguments.opening);
 }
 
 int runLive(const Arguments& arguments) {
@@ -176,7 +210,24 @@ int runLive(const Arguments& arguments) {
     return watchMachine(arguments, folders);
 }
 
-int run(const std::vector<std::string_view>& words) {
+/// With windows where there is a display for them.
+std::unique_ptr<QCoreApplication> makeApplication(const Arguments& arguments, int& argumentCount,
+                                                  char** words) {
+    std::unique_ptr<QCoreApplication> application;
+    if (!arguments.isHeadless && hasDisplay()) {
+        application = std::make_unique<QGuiApplication>(argumentCount, words);
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        QGuiApplication::setApplicationDisplayName("Cindertop");
+        QGuiApplication::setDesktopFileName("cindertop");
+    } else {
+        application = std::make_unique<QCoreApplication>(argumentCount, words);
+    }
+    std::setlocale(LC_ALL, ""); // Qt has set the program's own
+    return application;
+}
+
+int run(int count, char** texts) {
+    const std::vector<std::string_view> words(texts + (count > 0 ? 1 : 0), texts + count);
     const auto arguments = parseArguments(words);
     if (!arguments) {
         say(STDERR_FILENO, arguments.error() + "; see \"cindertop --help\"");
@@ -189,6 +240,7 @@ int run(const std::vector<std::string_view>& words) {
     if (arguments->action == Action::version) {
         return output.write("cindertop " + std::string(version) + '\n') ? success : failure;
     }
+    const auto application = makeApplication(*arguments, count, texts);
     return arguments->scenario ? playScenario(*arguments) : runLive(*arguments);
 }
 
@@ -201,9 +253,7 @@ int main(int argumentCount, char** arguments) {
     cindertop::cli::occupyStandardDescriptors();
     ::signal(SIGPIPE, SIG_IGN); // a write to a reader that is gone fails instead
     try {
-        const QCoreApplication application(argumentCount, arguments);
-        std::setlocale(LC_ALL, "");
-        return run({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+        return run(argumentCount, arguments);
     } catch (const std::exception& error) {
         say(STDERR_FILENO, error.what());
         return failure;

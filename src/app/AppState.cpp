@@ -3,6 +3,8 @@
 #include "app/AppStateTick.h"
 #include "app/LegalTerms.h"
 
+#include <utility>
+
 namespace cindertop {
 
 namespace {
@@ -12,8 +14,8 @@ constexpr Seconds maximumAttributionGap{5 * 60};
 
 } // namespace
 
-AppState::AppState(const AppStateEnvironment& environment)
-    : environment_(environment),
+AppState::AppState(AppStateEnvironment environment)
+    : environment_(std::move(environment)),
       settingsStore_(environment_.defaults),
       engines_(environment_.machine),
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,

@@ -40,7 +40,7 @@ public:
         std::function<void(const ThermalHistorySample& sample, const ThermalMonitoringSnapshot& result)>;
 
     /// Loads the settings, and starts to monitor when the terms have been accepted.
-    explicit AppState(const AppStateEnvironment& environment);
+    explicit AppState(AppStateEnvironment environment);
     ~AppState();
     AppState(const AppState&) = delete;
     AppState& operator=(const AppState&) = delete;
@@ -124,7 +124,7 @@ public:
     void showHardwareDetails(bool isShown);
     void acceptLegalTerms();
     void showOnboardingWindow();
-    void showSettingsWindow();
+    void showSettingsWindow() const;
     /// The settings, or before the terms are accepted the onboarding.
     void showMainWindow();
 
@@ -139,7 +139,7 @@ private:
     using SampleMaker = std::function<ThermalHistorySample(std::optional<double> cpuPercent)>;
 
     void start();
-    void updateActivationPolicy();
+    void updateActivationPolicy() const;
 
     // Monitoring
     void startThermalMonitoring();

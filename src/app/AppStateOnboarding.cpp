@@ -61,7 +61,7 @@ void AppState::showOnboardingWindow() {
     }
 }
 
-void AppState::showSettingsWindow() {
+void AppState::showSettingsWindow() const {
     if (environment_.windows != nullptr) {
         environment_.windows->showSettings();
     }

@@ -60,7 +60,7 @@ void AppState::setShowDockIcon(bool isShown) {
     updateActivationPolicy();
 }
 
-void AppState::updateActivationPolicy() {
+void AppState::updateActivationPolicy() const {
     if (environment_.desktop != nullptr) {
         environment_.desktop->setActivationPolicy(*published_.showDockIcon ? ActivationPolicy::regular
                                                                            : ActivationPolicy::accessory);

@@ -13,7 +13,7 @@ namespace cindertop {
 struct ThermalAssistantPresentation {
     enum class Status : std::uint8_t { normal, fair, serious, critical, paused };
 
-    Status status;
+    Status status{};
     std::optional<std::string> trendLabel;
     std::optional<std::string> menuBarTemperatureText;
     std::optional<std::string> popoverTemperatureText;

@@ -14,18 +14,18 @@ enum class ThermalBand : std::uint8_t { normal, fair, serious, critical };
 
 /// A score in the form in which the program shows it.
 struct ThermalSnapshot {
-    ThermalBand band;
-    ThermalLevel level;
-    std::int64_t score; ///< 0 to 100
-    double effectIntensity;
-    bool shouldTriggerEffects;
-    double recommendedSamplingHz;
+    ThermalBand band{};
+    ThermalLevel level{};
+    std::int64_t score{}; ///< 0 to 100
+    double effectIntensity{};
+    bool shouldTriggerEffects{};
+    double recommendedSamplingHz{};
     std::optional<double> temperatureCelsius;
     std::string temperatureText; ///< "47°C", or "--" without a temperature
-    ThermalDataSource dataSource;
-    SystemThermalState systemState;
-    ThermalPressureLevel pressureLevel;
-    ThermalTrend trend;
+    ThermalDataSource dataSource{};
+    SystemThermalState systemState{};
+    ThermalPressureLevel pressureLevel{};
+    ThermalTrend trend{};
 
     /// What is shown while nothing is measured.
     static const ThermalSnapshot& idle();

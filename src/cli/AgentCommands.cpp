@@ -112,6 +112,7 @@ std::expected<WriteResult, std::string> settings(AgentEnvironment& environment, 
                                "\"; \"cindertopctl settings\" lists them");
     }
     if (operands.size() > 1) {
+        // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): it was found when there are operands
         const auto changed = change(environment, *preference, operands[1]);
         return changed ? std::expected<WriteResult, std::string>(WriteResult())
                        : std::unexpected(changed.error());

@@ -17,7 +17,7 @@ namespace cindertop::cli {
 
 namespace {
 
-constexpr std::size_t bytesAtOnce = 64U * 1024;
+constexpr std::size_t bytesAtOnce = std::size_t{64} * 1024;
 
 /// Gathers lines, since a replay has many. After the first failure the rest is dropped.
 class LineWriter {

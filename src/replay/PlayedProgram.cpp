@@ -70,15 +70,15 @@ struct CommandRunner {
 } // namespace
 
 PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario, const PlayedTime& time,
-                             const PlayedFiles& files, const PlayedProgramObserver& observer)
+                             const PlayedFiles& files, PlayedProgramObserver observer)
     : scenario_(std::move(scenario)),
       time_(time),
       files_(files),
-      observer_(observer),
+      observer_(std::move(observer)),
       comparison_(scenario_->locale),
       machine_(scenario_, time.clock),
-      notificationCenter_(scenario_->notifications, observer.notificationAccepted),
-      pressureLog_(std::make_shared<simulated::CapturingUnifiedLog>(observer.pressureLogged)),
+      notificationCenter_(scenario_->notifications, observer_.notificationAccepted),
+      pressureLog_(std::make_shared<simulated::CapturingUnifiedLog>(observer_.pressureLogged)),
       diagnosticLog_([](const simulated::UnifiedLogLine&) {}) {
     AppSettingsStore(defaults_).save(settingsOf(*scenario_));
     if (scenario_->termsAccepted) {

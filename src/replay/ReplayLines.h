@@ -22,7 +22,7 @@ public:
     void history(const ThermalHistorySample& sample, const ThermalMonitoringSnapshot& result);
     void notification(const UserNotificationRequest& request);
     void log(const DiagnosticLogEvent& event);
-    void unifiedLog(const simulated::UnifiedLogLine& line);
+    void unifiedLog(const simulated::UnifiedLogLine& logged);
     /// The last line.
     void end();
 

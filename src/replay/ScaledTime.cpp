@@ -1,5 +1,6 @@
 #include "replay/ScaledTime.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -14,16 +15,25 @@ std::chrono::nanoseconds scaled(std::chrono::nanoseconds duration, double factor
     return product < longest ? std::chrono::duration_cast<std::chrono::nanoseconds>(product) : longest;
 }
 
+class NeverTimer final : public Timer {};
+
 } // namespace
 
-ScaledTime::ScaledTime(Instant start, double speed, Timers& timers)
-    : start_(start), speed_(speed), timers_(timers), began_(std::chrono::steady_clock::now()) {}
+ScaledTime::ScaledTime(Instant start, double speed, Timers& timers, Instant lastInstant)
+    : start_(start),
+      speed_(speed),
+      timers_(timers),
+      lastInstant_(lastInstant),
+      began_(std::chrono::steady_clock::now()) {}
 
 Instant ScaledTime::now() const {
-    return start_ + scaled(std::chrono::steady_clock::now() - began_, speed_);
+    return std::min(start_ + scaled(std::chrono::steady_clock::now() - began_, speed_), lastInstant_);
 }
 
 std::unique_ptr<Timer> ScaledTime::start(std::chrono::nanoseconds delay, std::function<void()> action) {
+    if (delay > lastInstant_ - now()) {
+        return std::make_unique<NeverTimer>();
+    }
     return timers_.start(scaled(delay, 1 / speed_), std::move(action));
 }
 

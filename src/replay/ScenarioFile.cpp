@@ -13,7 +13,7 @@ namespace cindertop::replay {
 namespace {
 
 /// A recorded day of a busy machine fits many times.
-constexpr std::size_t largestFile = 512U * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{512} * 1024 * 1024;
 
 } // namespace
 

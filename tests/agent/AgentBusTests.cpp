@@ -91,7 +91,7 @@ TEST_F(AgentBusTest, ClaimsTheNameOnce) {
         EXPECT_EQ(bus.claimName(), AgentBus::Claim::done);
         EXPECT_EQ(late.claimName(), AgentBus::Claim::taken);
     }
-    AgentBus next(second.connection, agent.state);
+    const AgentBus next(second.connection, agent.state);
     AgentBus none(QDBusConnection("no such connection"), agent.state);
     EXPECT_EQ(none.claimName(), AgentBus::Claim::refused);
 }

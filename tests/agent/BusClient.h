@@ -61,7 +61,7 @@ public:
     }
 
     std::string property(const char* name) {
-        return ask(newQuestion(properties, "Get", {name_, name}), readVariant);
+        return ask(newQuestion(properties, "Get", {agentName, name}), readVariant);
     }
 
     std::string introspection() {
@@ -71,14 +71,14 @@ public:
 
     /// Calls without wanting an answer.
     void tell(const char* member) {
-        sd_bus_message* const message = newQuestion(name_, member, {});
+        sd_bus_message* const message = newQuestion(agentName, member, {});
         require(sd_bus_message_set_expect_reply(message, 0));
         require(sd_bus_send(bus_, message, nullptr));
         sd_bus_message_unref(message);
     }
 
 private:
-    static constexpr const char* name_ = "app.cindertop.Agent";
+    static constexpr const char* agentName = "app.cindertop.Agent";
     static constexpr const char* path = "/app/cindertop/Agent";
     static constexpr const char* properties = "org.freedesktop.DBus.Properties";
 
@@ -92,7 +92,7 @@ private:
     sd_bus_message* newQuestion(const char* interface, const char* member,
                                 const std::vector<std::string>& texts) {
         sd_bus_message* message = nullptr;
-        require(sd_bus_message_new_method_call(bus_, &message, name_, path, interface, member));
+        require(sd_bus_message_new_method_call(bus_, &message, agentName, path, interface, member));
         for (const auto& text : texts) {
             require(sd_bus_message_append(message, "s", text.c_str()));
         }

@@ -140,7 +140,7 @@ TEST(StatusLines, PausesUnlessThereIsNews) {
 }
 
 TEST(StatusLines, NeverWaitsForItsReader) {
-    Pipe pipe;
+    const Pipe pipe;
     // As a terminal is: a write without room would wait.
     ASSERT_EQ(::fcntl(pipe.writer(), F_SETFL, O_NONBLOCK), 0);
     pipe.fill();

@@ -28,17 +28,17 @@ TEST(AppStateSettings, EachPreferenceIsAssignedByItsName) {
     for (const auto& preference : preferences()) {
         FakeProgram program;
         auto& state = program.startWith({.experimentalTemperatureSensorsEnabled = true});
-        AppSettingsFields wanted{.experimentalTemperatureSensorsEnabled = false,
-                                 .menuBarInfoMode = MenuBarInfoMode::temperature,
-                                 .showDockIcon = true,
-                                 .diagnosticLogsEnabled = false,
-                                 .notificationsEnabled = true,
-                                 .notificationMinimumLevel = NotificationMinimumLevel::critical,
-                                 .recommendationVerbosity = RecommendationVerbosity::detailed,
-                                 .showProcessOffenders = false,
-                                 .showContextInsights = false,
-                                 .historyEnabled = false,
-                                 .historyDurationMinutes = 90};
+        const AppSettingsFields wanted{.experimentalTemperatureSensorsEnabled = false,
+                                       .menuBarInfoMode = MenuBarInfoMode::temperature,
+                                       .showDockIcon = true,
+                                       .diagnosticLogsEnabled = false,
+                                       .notificationsEnabled = true,
+                                       .notificationMinimumLevel = NotificationMinimumLevel::critical,
+                                       .recommendationVerbosity = RecommendationVerbosity::detailed,
+                                       .showProcessOffenders = false,
+                                       .showContextInsights = false,
+                                       .historyEnabled = false,
+                                       .historyDurationMinutes = 90};
         const auto value = preference.read(wanted);
         AppSettingsFields expected{.experimentalTemperatureSensorsEnabled = true};
         ASSERT_TRUE(preference.write(expected, value)) << preference.name;

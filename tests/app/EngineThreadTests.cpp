@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <array>
 #include <functional>
 #include <future>
 #include <memory>
@@ -25,11 +26,11 @@ protected:
 
 private:
     int argumentCount_ = 1;
-    char name_[6] = "tests";
-    char* arguments_[2] = {name_, nullptr};
+    std::array<char, 6> name_{"tests"};
+    std::array<char*, 2> arguments_{name_.data(), nullptr};
 
 protected:
-    QCoreApplication application{argumentCount_, arguments_};
+    QCoreApplication application{argumentCount_, arguments_.data()};
     EngineThread engine;
 };
 

@@ -47,11 +47,11 @@ std::optional<ThermalAlert> alertOf(const std::string& kind) {
 void post(SystemNotificationService& service, const std::string& kind) {
     const auto alert = alertOf(kind);
     if (!alert) {
-        std::cout << kind << ": no such alert" << std::endl;
+        std::cout << kind << ": no such alert\n" << std::flush;
         return;
     }
     service.deliver(*alert, true, [kind](SystemNotificationState state) {
-        std::cout << kind << ": " << rawValue(state) << std::endl;
+        std::cout << kind << ": " << rawValue(state) << '\n' << std::flush;
     });
 }
 

@@ -29,7 +29,7 @@ bool isSwitchedOffInPlasma(const std::filesystem::path& configFolder) {
 
 } // namespace
 
-NotificationSwitch notificationSwitch(std::string currentDesktop, std::filesystem::path configFolder) {
+NotificationSwitch notificationSwitch(const std::string& currentDesktop, std::filesystem::path configFolder) {
     if (names(currentDesktop, "GNOME")) {
         return gnomeSwitchesNotificationsOff;
     }

@@ -12,6 +12,6 @@ using NotificationSwitch = std::function<bool()>;
 
 /// The switch of the desktop named in `currentDesktop`, the value of XDG_CURRENT_DESKTOP ("ubuntu:GNOME"),
 /// whose files are below `configFolder`. A desktop without such a switch has never switched anything off.
-NotificationSwitch notificationSwitch(std::string currentDesktop, std::filesystem::path configFolder);
+NotificationSwitch notificationSwitch(const std::string& currentDesktop, std::filesystem::path configFolder);
 
 } // namespace cindertop::desktop

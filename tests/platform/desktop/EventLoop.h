@@ -25,8 +25,8 @@ template <typename Condition>
 void runUntil(Condition isReached) {
     constexpr std::chrono::seconds longTime{60};
     const QDeadlineTimer end(longTime);
-    QTimer wake; // the loop would sleep past the end
-    wake.start(longTime);
+    QTimer wake; // not everything that comes about is an event of this thread
+    wake.start(std::chrono::milliseconds(10));
     while (!isReached()) {
         ASSERT_FALSE(end.hasExpired()) << "it did not come about";
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

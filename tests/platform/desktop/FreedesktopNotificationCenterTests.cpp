@@ -40,7 +40,7 @@ protected:
         openCenter();
     }
 
-    ~FreedesktopNotificationCenterTest() override {
+    void TearDown() override {
         center.reset();
         QDBusConnection::disconnectFromBus(clientName);
     }

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "agent/Arguments.h"
+#include "app/AppState.h"
+#include "ui/Appearance.h"
+#include "ui/DesktopAppearance.h"
+#include "ui/ProgramDesktop.h"
+#include "ui/ProgramWindows.h"
+#include "ui/StatusItemController.h"
+#include "ui/StatusMenu.h"
+#include "ui/StatusNotifierItem.h"
+
+#include <QDBusConnection>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace cindertop::agent {
+
+/// The program on a display: its place in the panel and its windows. Needs a QGuiApplication; main thread.
+class DesktopFace {
+public:
+    /// `say` is told a sentence that the user should know.
+    using Speaker = std::function<void(const QString& sentence)>;
+
+    /// `isDark` overrules the desktop's preference.
+    DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say);
+    DesktopFace(const DesktopFace&) = delete;
+    DesktopFace& operator=(const DesktopFace&) = delete;
+
+    /// Adds the desktop to what an AppState is made from.
+    AppStateEnvironment completed(AppStateEnvironment environment);
+
+    /// Shows the item in the panel, and what the program opens with: before the terms are accepted the
+    /// onboarding. The state must outlive this, or `end` be called before.
+    void start(AppState& state, Opening opening);
+    void end();
+
+private:
+    ui::ProgramActions actions();
+    ui::StatusMenu::Actions menuActions();
+    void open(Opening opening);
+    void tellWithoutHost();
+
+    QDBusConnection bus_;
+    Speaker say_;
+    ui::Appearance appearance_;
+    ui::DesktopAppearance desktopAppearance_;
+    ui::ProgramWindows windows_;
+    ui::ProgramDesktop desktop_;
+    AppState* state_ = nullptr;
+    std::unique_ptr<ui::StatusNotifierItem> item_;
+    std::unique_ptr<ui::StatusMenu> menu_;
+    std::unique_ptr<ui::StatusItemController> controller_;
+};
+
+} // namespace cindertop::agent

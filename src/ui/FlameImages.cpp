@@ -1,0 +1,117 @@
+#include "ui/FlameImages.h"
+
+#include "ui/IconFont.h"
+#include "ui/Symbols.h"
+#include "ui/Theme.h"
+
+#include <QPainter>
+#include <QPen>
+#include <QStandardPaths>
+#include <QTransform>
+
+namespace cindertop::ui {
+
+namespace {
+
+constexpr QLatin1String templateName{"cindertop-symbolic"};
+
+/// How a flame is painted. The rim, if any, lies around it.
+struct Look {
+    QColor fill;
+    QColor rim;
+};
+
+/// Nothing tells how bright a panel is. A light flame with a thin dark rim is seen on every panel: on a dark
+/// one the rim vanishes, on a light one it draws the flame.
+const Look templateLook{.fill = QColor(0xF2F2F2), .rim = QColor(0, 0, 0, 150)};
+
+QPainterPath glyphOutline() {
+    QFont font(iconFontFamily());
+    font.setPixelSize(240); // large, so that nothing is rounded to pixels yet
+    font.setHintingPreference(QFont::PreferNoHinting);
+    QPainterPath outline;
+    outline.addText(0, 0, font, symbolText(Theme::Symbols::menuBar));
+    return outline;
+}
+
+/// Fits the outline's height between margins of whole pixels, in the middle.
+QTransform placement(const QRectF& bounds, int size) {
+    const int margin = (size + 6) / 12;
+    const double scale = (size - 2 * margin) / bounds.height();
+    QTransform transform;
+    transform.translate(size / 2.0, size / 2.0);
+    transform.scale(scale, scale);
+    transform.translate(-bounds.center().x(), -bounds.center().y());
+    return transform;
+}
+
+QPainterPath fit(const QPainterPath& glyph, int size) {
+    return placement(glyph.boundingRect(), size).map(glyph);
+}
+
+QImage drawFlame(const QPainterPath& glyph, const Look& look, int size) {
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const auto flame = fit(glyph, size);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (look.rim.isValid()) {
+        painter.strokePath(flame, QPen(look.rim, size / 11.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+    }
+    painter.fillPath(flame, look.fill);
+    painter.end();
+    return std::move(image).convertToFormat(QImage::Format_ARGB32);
+}
+
+StatusImage drawAll(const QPainterPath& glyph, const Look& look) {
+    StatusImage image;
+    for (const int size : FlameImages::sizes) {
+        image.sizes.push_back(drawFlame(glyph, look, size));
+    }
+    return image;
+}
+
+/// A name that no theme knows would leave the item empty on some desktops.
+QString installedTemplateName() {
+    const auto file = "icons/hicolor/symbolic/apps/" + templateName + ".svg";
+    return QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty() ? QString()
+                                                                                       : templateName;
+}
+
+} // namespace
+
+QPainterPath FlameImages::outline(int size) {
+    return fit(glyphOutline(), size);
+}
+
+FlameImages FlameImages::draw() {
+    const auto glyph = glyphOutline();
+    const auto inColor = [&](const QColor& color) { return drawAll(glyph, {.fill = color, .rim = {}}); };
+    FlameImages images{.active = drawAll(glyph, templateLook),
+                       .fair = inColor(Theme::Colors::fair),
+                       .serious = inColor(Theme::Colors::serious),
+                       .critical = inColor(Theme::Colors::critical),
+                       .paused = inColor(Theme::Colors::paused)};
+    images.active.themeName = installedTemplateName();
+    return images;
+}
+
+const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) const {
+    using Status = ThermalAssistantPresentation::Status;
+    switch (status) {
+    case Status::normal:
+        return active;
+    case Status::fair:
+        return fair;
+    case Status::serious:
+        return serious;
+    case Status::critical:
+        return critical;
+    case Status::paused:
+        return paused;
+    }
+    return active;
+}
+
+} // namespace cindertop::ui

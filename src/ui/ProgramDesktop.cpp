@@ -1,0 +1,28 @@
+#include "ui/ProgramDesktop.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <utility>
+
+namespace cindertop::ui {
+
+ProgramDesktop::ProgramDesktop(ProgramWindows& windows, SaveChooser chooser)
+    : windows_(windows), chooser_(std::move(chooser)) {}
+
+void ProgramDesktop::setActivationPolicy(ActivationPolicy policy) {
+    windows_.setTaskBarEntry(policy == ActivationPolicy::regular);
+}
+
+void ProgramDesktop::activate() {
+    windows_.activate();
+}
+
+void ProgramDesktop::chooseSaveLocation(const SavePanel& panel, SaveCompletion completion) {
+    chooser_(panel, std::move(completion));
+}
+
+void ProgramDesktop::openPage(const std::string& address) {
+    QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+}
+
+} // namespace cindertop::ui

@@ -1,0 +1,65 @@
+#include "ui/Appearance.h"
+#include "ui/OnboardingPresentation.h"
+#include "ui/PopoverPresentation.h"
+#include "ui/SettingsPresentation.h"
+#include "ui/Views.h"
+#include "ui/views/controls/ThemeSingleton.h"
+
+#include <QQmlEngine>
+#include <QQuickView>
+
+namespace cindertop::ui {
+
+namespace {
+
+/// A window shows one view, which learns what it presents before its bindings run.
+class QuickViews final : public Views {
+public:
+    explicit QuickViews(const Appearance& appearance) {
+        ThemeSingleton::setAppearance(appearance);
+        if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
+            // It needs a fraction of the memory that the graphics drivers take.
+            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        }
+        engine_.addImportPath(":/qt/qml");
+    }
+
+    std::unique_ptr<QWindow> makePopover(PopoverPresentation& presentation) override {
+        auto window = makeWindow("Popover/RootPopoverView", presentation);
+        if (window) {
+            window->setColor(Qt::transparent); // round corners and a shadow
+        }
+        return window;
+    }
+
+    std::unique_ptr<QWindow> makeSettings(SettingsPresentation& presentation) override {
+        return makeWindow("Settings/SettingsWindowView", presentation);
+    }
+
+    std::unique_ptr<QWindow> makeOnboarding(OnboardingPresentation& presentation) override {
+        return makeWindow("Onboarding/OnboardingView", presentation);
+    }
+
+private:
+    std::unique_ptr<QQuickView> makeWindow(const char* view, QObject& presentation) {
+        auto window = std::make_unique<QQuickView>(&engine_, nullptr);
+        window->setResizeMode(QQuickView::SizeViewToRootObject);
+        window->setInitialProperties({{"presentation", QVariant::fromValue(&presentation)}});
+        window->setSource(QString("qrc:/qt/qml/Cindertop/%1.qml").arg(view));
+        if (window->status() != QQuickView::Ready) {
+            return nullptr;
+        }
+        return window;
+    }
+
+    QQmlEngine engine_;
+};
+
+} // namespace
+
+} // namespace cindertop::ui
+
+extern "C" Q_DECL_EXPORT cindertop::ui::Views*
+cindertopMakeViews(const cindertop::ui::Appearance* appearance) {
+    return new cindertop::ui::QuickViews(*appearance);
+}

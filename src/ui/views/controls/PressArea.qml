@@ -1,0 +1,54 @@
+import QtQuick
+import Cindertop.Controls
+
+// What all that is pressed has in common: pointer, keyboard and assistive technology do the same, and the focus
+// is seen. A press by the pointer leaves the focus where it is.
+Item {
+    id: root
+
+    required property string name
+    property string description
+    property int role: Accessible.Button
+    property int cursor: Qt.ArrowCursor
+    property alias ringRadius: ring.radius
+    readonly property bool isHovering: hover.hovered && enabled
+    readonly property bool isPressed: tap.pressed
+
+    signal pressed
+
+    activeFocusOnTab: true
+    opacity: enabled ? 1 : 0.4
+    z: activeFocus ? 1 : 0 // its ring lies over its neighbours
+
+    Accessible.role: root.role
+    Accessible.name: root.name
+    Accessible.description: root.description
+    Accessible.focusable: true
+    Accessible.onPressAction: if (enabled) {
+        root.pressed();
+    }
+
+    Keys.onReturnPressed: root.pressed()
+    Keys.onEnterPressed: root.pressed()
+    Keys.onSpacePressed: root.pressed()
+
+    HoverHandler {
+        id: hover
+
+        cursorShape: root.cursor
+    }
+
+    TapHandler {
+        id: tap
+
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: root.pressed()
+    }
+
+    FocusRing {
+        id: ring
+
+        control: root
+        z: 1
+    }
+}

@@ -1,0 +1,100 @@
+#include "ThemeSingleton.h"
+
+#include "ui/IconFont.h"
+#include "ui/Symbols.h"
+
+#include <QFontDatabase>
+#include <QQmlEngine>
+
+namespace cindertop::ui {
+
+namespace {
+
+const Appearance* nextAppearance = nullptr;
+
+void registerTextFonts() {
+    static const bool isDone = [] {
+        for (const auto* const cut : {"Regular", "Medium", "SemiBold", "Bold"}) {
+            QFontDatabase::addApplicationFont(QString(":/cindertop/fonts/Inter-%1.otf").arg(cut));
+        }
+        return true;
+    }();
+    Q_UNUSED(isDone)
+}
+
+constexpr int pausedStatus = 4;
+constexpr int darker = 108; ///< percent
+
+} // namespace
+
+ThemeSingleton::ThemeSingleton(const Appearance& appearance, QObject* parent)
+    : QObject(parent), appearance_(appearance) {
+    registerTextFonts();
+    connect(&appearance, &Appearance::changed, this, &ThemeSingleton::changed);
+}
+
+ThemeSingleton* ThemeSingleton::create(QQmlEngine* engine, QJSEngine* /*scriptEngine*/) {
+    static const Appearance usual;
+    return new ThemeSingleton(nextAppearance != nullptr ? *nextAppearance : usual, engine);
+}
+
+void ThemeSingleton::setAppearance(const Appearance& appearance) {
+    nextAppearance = &appearance;
+}
+
+QString ThemeSingleton::symbolText(const QString& symbolName) const {
+    return ui::symbolText(symbolName.toStdString());
+}
+
+QColor ThemeSingleton::levelColor(int status) const {
+    if (status < 0 || status >= pausedStatus) {
+        return Theme::Colors::paused;
+    }
+    return isDark() ? color(static_cast<ThermalBand>(status)) : levelText(status);
+}
+
+QColor ThemeSingleton::levelText(int status) const {
+    return status < 0 || status >= pausedStatus
+               ? secondaryText()
+               : appearance_.materials().levelText.at(static_cast<std::size_t>(status));
+}
+
+QColor ThemeSingleton::faded(const QColor& color, double opacity) const {
+    auto faded = color;
+    faded.setAlphaF(color.alphaF() * static_cast<float>(opacity));
+    return faded;
+}
+
+QColor ThemeSingleton::pressed(const QColor& color) const {
+    return color.darker(darker);
+}
+
+QColor ThemeSingleton::switchTrackOff() const {
+    return isDark() ? Theme::Colors::switchTrackOff : QColor(0xB9B6B1);
+}
+
+QString ThemeSingleton::iconFamily() const {
+    return iconFontFamily();
+}
+
+QFont ThemeSingleton::bodyMedium() const {
+    auto medium = body();
+    medium.setWeight(QFont::Medium);
+    return medium;
+}
+
+QFont ThemeSingleton::bodyStrong() const {
+    auto strong = body();
+    strong.setWeight(QFont::DemiBold);
+    return strong;
+}
+
+QFont ThemeSingleton::font(const Theme::Typography::Style& style) const {
+    return Theme::Typography::font(style, appearance_.textScale());
+}
+
+int ThemeSingleton::duration(std::chrono::milliseconds usual) const {
+    return reducesMotion() ? 0 : static_cast<int>(usual.count());
+}
+
+} // namespace cindertop::ui

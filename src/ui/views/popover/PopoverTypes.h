@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ui/PopoverPresentation.h"
+
+#include <QtQml/qqml.h>
+
+/// Makes the program's types known to the views of this folder.
+struct PopoverPresentationForeign {
+    Q_GADGET
+    QML_FOREIGN(cindertop::ui::PopoverPresentation)
+    QML_NAMED_ELEMENT(PopoverPresentation)
+    QML_UNCREATABLE("the program makes it")
+};
+
