@@ -1,27 +1,53 @@
 # The commands of daily work. `make` alone lists them.
 .DEFAULT_GOAL := help
-.PHONY: help setup run test bench fuzz soak lint format asan tsan coverage clean
+.PHONY: help setup run demo test desktop-test laptop-test pictures bench fuzz soak lint format asan tsan coverage clean
 
 # Seconds that each fuzz target runs under `make fuzz`.
 FUZZ_SECONDS ?= 60
+# Whose kernel `make laptop-test` boots: what apt knows here, or a suite such as bookworm-backports.
+LAPTOP_KERNEL ?= installed
 # Processes that `make soak` kills.
 SOAK_KILLS ?= 300
 
 help: ## this list
-	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-10s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
+	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-12s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
 
 setup: ## install every Debian package that any of these commands needs
 	@scripts/setup develop
+	@scripts/setup laptop
 
 run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@scripts/setup build
 	@scripts/build release cindertop cindertopctl
 	@scripts/run
 
+demo: ## play an hour of a hot afternoon in a minute; nothing of this machine is measured or kept
+	@scripts/setup build
+	@scripts/build release cindertop cindertopctl
+	@scripts/demo
+
 test: ## build and run the tests
 	@scripts/setup test
 	@scripts/build debug
 	@ctest --test-dir build/debug --output-on-failure -j "$$(nproc)"
+
+desktop-test: ## the program with a real panel and notification server on a screen of its own; pictures in build/pictures
+	@scripts/setup desktop
+	@scripts/build debug alert-poster status-item-player cindertop themed_icons
+	@tests/desktop/notifications-demo build/debug build/pictures
+	@tests/desktop/status-item-demo build/debug build/pictures
+	@tests/desktop/program-test build/debug
+
+laptop-test: ## the program on an emulated laptop with Debian's own kernel, which heats, throttles and cools (4 minutes)
+	@scripts/setup laptop
+	@scripts/build release cindertop cindertopctl
+	@scripts/build debug desktop-witness
+	@tests/virtual-laptop/laptop-test build/release build/debug $(LAPTOP_KERNEL)
+
+pictures: ## take the documents' pictures from the program
+	@scripts/setup desktop
+	@scripts/build release cindertop
+	@scripts/pictures
 
 asan: ## the tests under the address and undefined-behaviour sanitizers
 	@scripts/setup test

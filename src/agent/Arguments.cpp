@@ -55,6 +55,9 @@ public:
         if (arguments_.pauseAt && !arguments_.scenario) {
             return std::unexpected("--pause-at needs a --scenario");
         }
+        if (arguments_.isBackground && arguments_.opening != Opening::none) {
+            return std::unexpected("--background opens no window, and --open does");
+        }
         if (arguments_.isHeadless && arguments_.opening != Opening::none) {
             return std::unexpected("--open needs windows, and --headless has none");
         }
@@ -88,6 +91,10 @@ private:
     std::expected<void, std::string> take(std::string_view word) {
         if (word == "--headless") {
             arguments_.isHeadless = true;
+            return {};
+        }
+        if (word == "--background") {
+            arguments_.isBackground = true;
             return {};
         }
         if (word == "--accept-terms") {
@@ -135,7 +142,7 @@ private:
         if (!seconds || *seconds < 0) {
             return std::unexpected("--pause-at needs seconds, not " + quoted(word));
         }
-        arguments_.pauseAt = *seconds;
+        arguments_.pauseAt = seconds;
         return {};
     }
 
@@ -181,6 +188,7 @@ to it. One runs for each user: a second start brings the first to the front.
 
 Options:
   --headless       No windows; so it is by itself where there is no display.
+  --background     Open no window by itself; so it starts at login.
   --open WINDOW    Open popover, settings or onboarding at once.
   --appearance A   Look dark or light, whatever the desktop prefers.
   --accept-terms   Accept the terms of use for this run only. To accept them

@@ -17,6 +17,7 @@ enum class Opening { none, popover, settings, onboarding };
 struct Arguments {
     Action action = Action::run;
     bool isHeadless = false;               ///< no windows even where there is a display
+    bool isBackground = false;             ///< opens no window by itself
     bool acceptsTerms = false;             ///< for this run only
     std::optional<std::string> scenario{}; ///< file to play in place of the machine
     double speed = 1;                      ///< of the scenario, 0.001 to 10,000

@@ -1,5 +1,9 @@
 #include "agent/DesktopFace.h"
 
+#include "app/Version.h"
+#include "platform/desktop/SavePlace.h"
+#include "update/UpdateNotice.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -12,27 +16,39 @@ DesktopFace::DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speake
       say_(std::move(say)),
       desktopAppearance_(appearance_, bus_, isDark),
       windows_(appearance_, say_),
-      desktop_(windows_, [](const SavePanel& /*panel*/, const Desktop::SaveCompletion& completion) {
-          completion(std::nullopt);
+      savePanel_(bus_, timers_,
+                 [this](const SavePanel& panel, const Desktop::SaveCompletion& completion) {
+                     saveWithoutPanel(panel, completion);
+                 }),
+      desktop_(windows_, [this](const SavePanel& panel, Desktop::SaveCompletion completion) {
+          savePanel_.choose(panel, std::move(completion));
       }) {}
 
 AppStateEnvironment DesktopFace::completed(AppStateEnvironment environment) {
     environment.desktop = &desktop_;
     environment.windows = &windows_;
+    pages_.emplace(environment.deployment, QCoreApplication::applicationDirPath().toStdString());
+    environment.releasesPage = pages_->address(ui::Page::releases).value_or("");
+    updates_ = std::make_unique<FeedUpdateService>(
+        environment.deployment, ReleaseVersion::parse(version).value_or(ReleaseVersion()), timers_,
+        [this](const UpdateResult& result) { presentUpdate(result); });
+    environment.updates = updates_.get();
     return environment;
 }
 
-void DesktopFace::start(AppState& state, Opening opening) {
+void DesktopFace::start(AppState& state, Opening opening, bool isBackground) {
     state_ = &state;
     windows_.present(state, actions(), [this] { controller_->popoverDidClose(); });
     item_ = std::make_unique<ui::StatusNotifierItem>(bus_);
     menu_ = std::make_unique<ui::StatusMenu>(bus_, state, menuActions());
-    controller_ = std::make_unique<ui::StatusItemController>(state, *item_, windows_.popover());
-    item_->watcher().observeHost([this] { tellWithoutHost(); });
+    controller_ = std::make_unique<ui::StatusItemController>(state, *item_, windows_.popover(), timers_);
     if (!state.isMonitoringPermitted() && opening == Opening::none) {
         opening = Opening::onboarding;
     }
     open(opening);
+    const bool opensWindow = opening == Opening::none && !isBackground;
+    item_->watcher().observeHost([this, opensWindow] { tellWithoutHost(opensWindow); });
+    tellWithoutHost(opensWindow);
 }
 
 void DesktopFace::end() {
@@ -43,10 +59,10 @@ void DesktopFace::end() {
 }
 
 ui::ProgramActions DesktopFace::actions() {
-    return {.openHelp = [] {},
-            .openTerms = [] {},
-            .openPrivacyPolicy = [] {},
-            .openWebsite = [] {},
+    return {.openHelp = [this] { openPage(ui::Page::help); },
+            .openTerms = [this] { openPage(ui::Page::terms); },
+            .openPrivacyPolicy = [this] { openPage(ui::Page::privacy); },
+            .openWebsite = [this] { openPage(ui::Page::website); },
             .closePopover = [this] { windows_.popover().close(); },
             .quit = [] { QCoreApplication::quit(); }};
 }
@@ -77,10 +93,54 @@ void DesktopFace::open(Opening opening) {
     }
 }
 
-/// Without a panel that shows status items the settings are the way in.
-void DesktopFace::tellWithoutHost() {
-    if (item_->watcher().isSettled() && !item_->watcher().hasHost()) {
-        say_("this desktop shows no status items; start cindertop again to open its window");
+void DesktopFace::openPage(ui::Page page) {
+    if (const auto address = pages_->address(page)) {
+        desktop_.openPage(*address);
+    } else {
+        say_("the page is not installed");
+    }
+}
+
+void DesktopFace::saveWithoutPanel(const SavePanel& panel, const Desktop::SaveCompletion& completion) {
+    const auto place = desktop::freeSavePlace(panel.proposedFileName);
+    notify({.identifier = "cindertop.saved",
+            .content = {.title = panel.title,
+                        .body = "This desktop has no save panel. The file is " + place.string() + ".",
+                        .threadIdentifier = "cindertop.saved",
+                        .categoryIdentifier = "saved",
+                        .sound = std::nullopt,
+                        .badge = std::nullopt},
+            .delay = std::nullopt});
+    completion(place);
+}
+
+/// The user has just asked: what is new opens at once.
+void DesktopFace::presentUpdate(const UpdateResult& result) {
+    notify(updateNotice(result));
+    if (const auto* const release = std::get_if<Release>(&result)) {
+        desktop_.openPage(release->page);
+    }
+}
+
+void DesktopFace::notify(UserNotificationRequest notice) {
+    const auto sentence = QString::fromStdString(notice.content.title + ": " + notice.content.body);
+    state_->environment().notificationCenter.add(std::move(notice),
+                                                 [say = say_, sentence](const auto& result) {
+                                                     if (!result) {
+                                                         say(sentence);
+                                                     }
+                                                 });
+}
+
+/// Without a panel that shows status items the settings are the way in. It is told once; a panel that ends
+/// later comes back.
+void DesktopFace::tellWithoutHost(bool opensWindow) {
+    if (!item_->watcher().isSettled() || std::exchange(isHostTold_, true) || item_->watcher().hasHost()) {
+        return;
+    }
+    say_("this desktop shows no status items; start cindertop again to open its window");
+    if (opensWindow) {
+        open(Opening::settings);
     }
 }
 

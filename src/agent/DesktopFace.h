@@ -2,13 +2,17 @@
 
 #include "agent/Arguments.h"
 #include "app/AppState.h"
+#include "app/EventLoopTimers.h"
+#include "platform/desktop/PortalSavePanel.h"
 #include "ui/Appearance.h"
 #include "ui/DesktopAppearance.h"
+#include "ui/Pages.h"
 #include "ui/ProgramDesktop.h"
 #include "ui/ProgramWindows.h"
 #include "ui/StatusItemController.h"
 #include "ui/StatusMenu.h"
 #include "ui/StatusNotifierItem.h"
+#include "update/FeedUpdateService.h"
 
 #include <QDBusConnection>
 #include <QString>
@@ -29,27 +33,37 @@ public:
     DesktopFace(const DesktopFace&) = delete;
     DesktopFace& operator=(const DesktopFace&) = delete;
 
-    /// Adds the desktop to what an AppState is made from.
+    /// Adds the desktop, its pages and the look for updates to what an AppState is made from.
     AppStateEnvironment completed(AppStateEnvironment environment);
 
     /// Shows the item in the panel, and what the program opens with: before the terms are accepted the
-    /// onboarding. The state must outlive this, or `end` be called before.
-    void start(AppState& state, Opening opening);
+    /// onboarding, and where no panel shows the item the settings, unless it is to stay in the background.
+    /// The state must outlive this, or `end` be called before.
+    void start(AppState& state, Opening opening, bool isBackground);
     void end();
 
 private:
     ui::ProgramActions actions();
     ui::StatusMenu::Actions menuActions();
     void open(Opening opening);
-    void tellWithoutHost();
+    void openPage(ui::Page page);
+    void saveWithoutPanel(const SavePanel& panel, const Desktop::SaveCompletion& completion);
+    void presentUpdate(const UpdateResult& result);
+    void notify(UserNotificationRequest notice);
+    void tellWithoutHost(bool opensWindow);
 
     QDBusConnection bus_;
     Speaker say_;
+    EventLoopTimers timers_; ///< of real time
     ui::Appearance appearance_;
     ui::DesktopAppearance desktopAppearance_;
     ui::ProgramWindows windows_;
+    desktop::PortalSavePanel savePanel_;
     ui::ProgramDesktop desktop_;
+    std::optional<ui::Pages> pages_;             ///< from `completed` on
+    std::unique_ptr<FeedUpdateService> updates_; ///< from `completed` on
     AppState* state_ = nullptr;
+    bool isHostTold_ = false;
     std::unique_ptr<ui::StatusNotifierItem> item_;
     std::unique_ptr<ui::StatusMenu> menu_;
     std::unique_ptr<ui::StatusItemController> controller_;

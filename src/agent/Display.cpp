@@ -32,7 +32,7 @@ bool answersX11() {
 bool answersSocket(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    std::span<char> place(address.sun_path);
+    const std::span<char> place(address.sun_path);
     if (path.size() >= place.size()) {
         return false;
     }

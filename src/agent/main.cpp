@@ -30,6 +30,7 @@
 #include <string>
 #include <vector>
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace cindertop::agent {
@@ -67,9 +68,13 @@ bool isTerminal(int descriptor) {
     return ::isatty(descriptor) == 1;
 }
 
+bool hasWindows() {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
 /// The program's windows; none without a display.
 std::unique_ptr<DesktopFace> makeFace(const Arguments& arguments, const cli::Output& problems) {
-    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+    if (!hasWindows()) {
         return nullptr;
     }
     return std::make_unique<DesktopFace>(
@@ -82,11 +87,11 @@ AppStateEnvironment completed(AppStateEnvironment environment, DesktopFace* face
 }
 
 /// Runs until somebody ends the program.
-int runEventLoop(AppState& state, DesktopFace* face, Opening opening) {
+int runEventLoop(AppState& state, DesktopFace* face, const Arguments& arguments) {
     if (face == nullptr) {
         return QCoreApplication::exec();
     }
-    face->start(state, opening);
+    face->start(state, arguments.opening, arguments.isBackground);
     const int status = QCoreApplication::exec();
     face->end();
     return status;
@@ -114,7 +119,7 @@ int playScenario(const Arguments& arguments) {
                    std::chrono::steady_clock::now());
     });
     program.play(state, [] { QCoreApplication::quit(); });
-    return runEventLoop(state, face.get(), arguments.opening);
+    return runEventLoop(state, face.get(), arguments);
 }
 
 /// Brings the one that runs already to the front.
@@ -168,7 +173,8 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders) {
             "\"cindertopctl accept-terms\" accepts them for good");
     }
     UserDefaults& defaults = arguments.acceptsTerms ? static_cast<UserDefaults&>(accepted) : stored;
-    if (!prepareTerms(defaults, signals.descriptor())) {
+    // Where there are windows, one of them asks.
+    if (!hasWindows() && !prepareTerms(defaults, signals.descriptor())) {
         return success;
     }
     auto bus = QDBusConnection::sessionBus();
@@ -194,7 +200,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders) {
                        std::chrono::steady_clock::now());
         }
     });
-    return runEventLoop(state, face.get(), arguments.opening);
+    return runEventLoop(state, face.get(), arguments);
 }
 
 int runLive(const Arguments& arguments) {
@@ -208,6 +214,17 @@ int runLive(const Arguments& arguments) {
                                std::make_error_code(lock.error()).message());
     }
     return watchMachine(arguments, folders);
+}
+
+/// The history is written as one long text every few seconds, and glibc would keep the room for it, once for
+/// each thread. See docs/measurements.md for what this saves and costs.
+void returnUnusedMemory() {
+    /// More than an hour of history, in bytes: a text of less grows within the heap.
+    constexpr int longText = 1024 * 1024;
+    constexpr int largestKept = 128 * 1024; ///< bytes
+    ::mallopt(M_ARENA_MAX, 1);
+    ::mallopt(M_MMAP_THRESHOLD, longText);
+    ::mallopt(M_TRIM_THRESHOLD, largestKept);
 }
 
 /// With windows where there is a display for them.
@@ -233,7 +250,7 @@ int run(int count, char** texts) {
         say(STDERR_FILENO, arguments.error() + "; see \"cindertop --help\"");
         return usageError;
     }
-    cli::Output output(STDOUT_FILENO);
+    const cli::Output output(STDOUT_FILENO);
     if (arguments->action == Action::help) {
         return output.write(helpText()) ? success : failure;
     }
@@ -251,6 +268,7 @@ int run(int count, char** texts) {
 int main(int argumentCount, char** arguments) {
     using namespace cindertop::agent;
     cindertop::cli::occupyStandardDescriptors();
+    returnUnusedMemory();
     ::signal(SIGPIPE, SIG_IGN); // a write to a reader that is gone fails instead
     try {
         return run(argumentCount, arguments);

@@ -179,6 +179,7 @@ AppState::SampleMaker AppState::sampleMaker(const Tick& tick) const {
 
 void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
     if (!*published_.historyEnabled) {
+        latestCPUPercent_.reset();
         evaluateThermalAlerts(tick);
         return;
     }
@@ -241,7 +242,8 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
                 finishDelivery(kind, state, request);
                 completeTick(*tick);
             }
-        });
+        },
+        tick->stop);
 }
 
 void AppState::finishDelivery(ThermalAlertKind kind, SystemNotificationState state, std::uint64_t request) {

@@ -111,7 +111,7 @@ AppState::exportDiagnosticLogs(const std::filesystem::path& destination) {
                                                  *published_.launchAtLoginStatusDescription,
                                              .operatingSystemVersion = environment_.operatingSystemVersion,
                                              .architecture = environment_.architecture};
-    const auto context = diagnosticExportContext(currentSettings(), circumstances, environment_.systemValues,
+    const auto context = diagnosticExportContext(currentFields(), circumstances, environment_.systemValues,
                                                  environment_.deployment);
     auto result = diagnosticLogService_.exportLogs(context, destination);
     if (result) {

@@ -4,10 +4,18 @@
 #include "support/PropertyListText.h"
 #include "support/PropertyListValue.h"
 
+#include <system_error>
 #include <utility>
 #include <variant>
 
 namespace cindertop {
+
+std::filesystem::path DeploymentFile::defaultFile() {
+    std::error_code ignored;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+    const auto prefix = program.empty() ? "/usr" : program.parent_path().parent_path();
+    return prefix / "share/cindertop/Info.plist";
+}
 
 DeploymentFile::DeploymentFile(FileSystem& files, const std::filesystem::path& file) {
     auto content = wholeFile(files, file, propertyListSizeLimit);

@@ -14,7 +14,8 @@ namespace cindertop {
 /// once; without a sound file there are no keys.
 class DeploymentFile {
 public:
-    static std::filesystem::path defaultFile() { return "/usr/share/cindertop/Info.plist"; }
+    /// Where it is installed together with the program that runs; without /proc, with the system's.
+    static std::filesystem::path defaultFile();
 
     DeploymentFile(FileSystem& files, const std::filesystem::path& file);
 

@@ -4,7 +4,7 @@
 
 namespace cindertop {
 
-DiagnosticExportContext diagnosticExportContext(const AppSettings& settings,
+DiagnosticExportContext diagnosticExportContext(const AppSettingsFields& settings,
                                                 const ProgramCircumstances& circumstances,
                                                 const SystemValues& system,
                                                 const DeploymentFile& deployment) {
@@ -13,18 +13,18 @@ DiagnosticExportContext diagnosticExportContext(const AppSettings& settings,
             .macOSVersion = circumstances.operatingSystemVersion,
             .architecture = circumstances.architecture,
             .model = system.text("hw.model").value_or("unknown"),
-            .menuBarInfoMode = std::string(caseName(settings->menuBarInfoMode)),
+            .menuBarInfoMode = std::string(caseName(settings.menuBarInfoMode)),
             .launchAtLoginStatus = circumstances.launchAtLoginStatus,
-            .showDockIcon = settings->showDockIcon,
-            .experimentalSensorsEnabled = settings->experimentalTemperatureSensorsEnabled,
-            .notificationsEnabled = settings->notificationsEnabled,
-            .notificationMinimumLevel = std::string(caseName(settings->notificationMinimumLevel)),
-            .recommendationVerbosity = std::string(caseName(settings->recommendationVerbosity)),
-            .showProcessOffenders = settings->showProcessOffenders,
-            .showContextInsights = settings->showContextInsights,
-            .historyEnabled = settings->historyEnabled,
-            .historyDurationMinutes = settings->historyDurationMinutes,
-            .diagnosticLogsEnabled = settings->diagnosticLogsEnabled};
+            .showDockIcon = settings.showDockIcon,
+            .experimentalSensorsEnabled = settings.experimentalTemperatureSensorsEnabled,
+            .notificationsEnabled = settings.notificationsEnabled,
+            .notificationMinimumLevel = std::string(caseName(settings.notificationMinimumLevel)),
+            .recommendationVerbosity = std::string(caseName(settings.recommendationVerbosity)),
+            .showProcessOffenders = settings.showProcessOffenders,
+            .showContextInsights = settings.showContextInsights,
+            .historyEnabled = settings.historyEnabled,
+            .historyDurationMinutes = settings.historyDurationMinutes,
+            .diagnosticLogsEnabled = settings.diagnosticLogsEnabled};
 }
 
 } // namespace cindertop

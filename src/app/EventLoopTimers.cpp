@@ -10,9 +10,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// From here on a wake-up may come a twentieth late or early, so that the system can join it with others.
-constexpr auto longDelay = 1s;
-
 /// What a QTimer can count, in whole days.
 constexpr std::chrono::milliseconds longestDelay = 24h * 24;
 
@@ -21,7 +18,7 @@ public:
     EventLoopTimer(std::chrono::milliseconds delay, std::function<void()> action)
         : remaining_(delay), action_(std::move(action)) {
         timer_.setSingleShot(true);
-        timer_.setTimerType(delay >= longDelay ? Qt::CoarseTimer : Qt::PreciseTimer);
+        timer_.setTimerType(Qt::PreciseTimer); // a coarse one would often come early
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { goOn(); });
         sleep();
     }

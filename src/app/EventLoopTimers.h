@@ -4,8 +4,8 @@
 
 namespace cindertop {
 
-/// Timers of the main thread's event loop, which must exist while they run. Whole milliseconds, rounded up;
-/// a delay of a second or more may be a twentieth shorter or longer.
+/// Timers of the main thread's event loop, which must exist while they run. Whole milliseconds, rounded up,
+/// and never early: what is due each 5 s would wait for a further tick if the ticks of 1 s came too soon.
 class EventLoopTimers final : public Timers {
 public:
     [[nodiscard]] std::unique_ptr<Timer> start(std::chrono::nanoseconds delay,

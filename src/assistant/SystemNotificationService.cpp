@@ -86,9 +86,11 @@ void SystemNotificationService::prepare(bool isEnabled, Completion completion) {
         }));
 }
 
-void SystemNotificationService::deliver(const ThermalAlert& alert, bool isEnabled, Completion completion) {
-    prepare(isEnabled, [this, alert, completion = std::move(completion)](SystemNotificationState state) {
-        if (state == SystemNotificationState::authorized) {
+void SystemNotificationService::deliver(const ThermalAlert& alert, bool isEnabled, Completion completion,
+                                        std::stop_token stop) {
+    prepare(isEnabled, [this, alert, completion = std::move(completion),
+                        stop = std::move(stop)](SystemNotificationState state) {
+        if (state == SystemNotificationState::authorized && !stop.stop_requested()) {
             post(alert, completion);
         } else {
             completion(state);

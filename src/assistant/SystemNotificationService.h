@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <stop_token>
 
 namespace cindertop {
 
@@ -33,8 +34,8 @@ public:
     void prepare(bool isEnabled, Completion completion);
 
     /// Prepares, and posts the alert when that is authorized. An alert that cannot be posted is not tried
-    /// again.
-    void deliver(const ThermalAlert& alert, bool isEnabled, Completion completion);
+    /// again. After a request of `stop` nothing is posted any more, and the answer is what `prepare` found.
+    void deliver(const ThermalAlert& alert, bool isEnabled, Completion completion, std::stop_token stop = {});
 
     /// Shows as a banner and in the list, as if the application were not in front; no sound, no badge.
     NotificationPresentationOptions willPresent(const UserNotificationRequest& request) const override;

@@ -107,7 +107,7 @@ ExportResult exportDiagnostics(const StoredEnvironment& environment, const std::
     buffer.keepRecent(environment.now);
     const DeploymentFile deployment(environment.files, environment.deploymentFile);
     const auto context =
-        diagnosticExportContext(settings, environment.circumstances, environment.systemValues, deployment);
+        diagnosticExportContext(*settings, environment.circumstances, environment.systemValues, deployment);
     const DiagnosticLogExport document{environment.now, supportIdentifier(environment.defaults), context,
                                        buffer.events()};
     return file == output ? writeToOutput(environment, document) : writeToFile(environment, document, file);

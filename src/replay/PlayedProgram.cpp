@@ -70,10 +70,10 @@ struct CommandRunner {
 } // namespace
 
 PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario, const PlayedTime& time,
-                             const PlayedFiles& files, PlayedProgramObserver observer)
+                             PlayedFiles files, PlayedProgramObserver observer)
     : scenario_(std::move(scenario)),
       time_(time),
-      files_(files),
+      files_(std::move(files)),
       observer_(std::move(observer)),
       comparison_(scenario_->locale),
       machine_(scenario_, time.clock),

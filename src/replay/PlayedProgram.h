@@ -46,7 +46,7 @@ class PlayedProgram {
 public:
     /// The preferences of the scenario are in force when the program starts.
     PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario, const PlayedTime& time,
-                  const PlayedFiles& files, PlayedProgramObserver observer);
+                  PlayedFiles files, PlayedProgramObserver observer);
     PlayedProgram(const PlayedProgram&) = delete;
     PlayedProgram& operator=(const PlayedProgram&) = delete;
 

@@ -31,7 +31,8 @@ Instant ScaledTime::now() const {
 }
 
 std::unique_ptr<Timer> ScaledTime::start(std::chrono::nanoseconds delay, std::function<void()> action) {
-    if (delay > lastInstant_ - now()) {
+    // From a time before 1970 it is too far to the last of all instants for nanoseconds to count.
+    if (lastInstant_ != Instant::max() && delay > lastInstant_ - now()) {
         return std::make_unique<NeverTimer>();
     }
     return timers_.start(scaled(delay, 1 / speed_), std::move(action));

@@ -19,10 +19,8 @@ public:
     /// `isDark` overrules the desktop. `appearance` must outlive this.
     DesktopAppearance(Appearance& appearance, QDBusConnection bus, std::optional<bool> isDark);
 
-private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
+    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
     void read(const QString& group, const QString& key);
     void apply(const QString& key, const QVariant& value);
 

@@ -1,6 +1,7 @@
 #include "ui/IconFont.h"
 
 #include <QFontDatabase>
+#include <QResource>
 #include <QStringList>
 
 static void initialiseResource() {
@@ -12,7 +13,10 @@ namespace cindertop::ui {
 const QString& iconFontFamily() {
     static const QString family = [] {
         initialiseResource();
-        const int font = QFontDatabase::addApplicationFont(":/cindertop/icons.ttf");
+        // Stored as it is, so that Qt reads it where it lies and keeps no copy.
+        const QResource data(":/cindertop/icons.ttf");
+        const int font = QFontDatabase::addApplicationFontFromData(
+            QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()), data.size()));
         return QFontDatabase::applicationFontFamilies(font).value(0);
     }();
     return family;

@@ -1,10 +1,40 @@
 #include "ui/InfoPresentation.h"
 
+#include "ui/ContextTexts.h"
+
 #include <utility>
 
 namespace cindertop::ui {
 
-InfoPresentation::InfoPresentation(AppState& state, ProgramActions actions)
-    : state_(state), actions_(std::move(actions)) {}
+InfoPresentation::Contents InfoPresentation::Contents::of(const AppState& state) {
+    const auto& published = state.published();
+    const auto& context = *published.systemContextSnapshot;
+    const auto& power = context.power;
+    const auto temperature = state.temperatureText(power.batteryTemperatureCelsius);
+    return {.powerText = ui::powerText(power),
+            .batterySegments =
+                ui::batterySegments(power, temperature ? QString::fromStdString(*temperature) : QString()),
+            .batteryLevel =
+                power.batteryTemperatureLevel ? static_cast<int>(*power.batteryTemperatureLevel) : -1,
+            .processorText = QString::fromStdString(published.hardwareProfile->architecture),
+            .displaysText = ui::displaysText(context.displays),
+            .clamshellText = context.displays.isProbableClamshell() ? "Likely" : "Not detected"};
+}
+
+InfoPresentation::InfoPresentation(AppState& state)
+    : state_(state),
+      contents_(Contents::of(state)),
+      observations_{
+          state.published().systemContextSnapshot.bindable().addNotifier([this] { update(); }),
+          state.published().hardwareProfile.bindable().addNotifier([this] { update(); }),
+      } {}
+
+void InfoPresentation::update() {
+    auto contents = Contents::of(state_);
+    if (contents_ != contents) {
+        contents_ = std::move(contents);
+        Q_EMIT changed();
+    }
+}
 
 } // namespace cindertop::ui

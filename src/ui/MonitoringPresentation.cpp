@@ -1,10 +1,197 @@
 #include "ui/MonitoringPresentation.h"
 
+#include "ui/ApplicationIcon.h"
+#include "ui/DurationText.h"
+#include "ui/Theme.h"
+#include "ui/ThermalHistoryPlot.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace cindertop::ui {
 
-MonitoringPresentation::MonitoringPresentation(AppState& state, ProgramActions actions)
-    : state_(state), actions_(std::move(actions)) {}
+namespace {
+
+constexpr std::chrono::seconds updateInterval{10}; ///< about a point of the chart's width
+
+/// Not before `instant`, so that the newest sample is never in the future.
+QDateTime dateTime(Instant instant) {
+    return QDateTime::fromMSecsSinceEpoch(
+        std::chrono::ceil<std::chrono::milliseconds>(instant.time_since_epoch()).count());
+}
+
+QString labelOf(ThermalLevel level) {
+    return label(allThermalBands.at(static_cast<std::size_t>(level)));
+}
+
+QString percentText(double percent) {
+    return QString::number(std::round(percent), 'f', 0) + '%';
+}
+
+QString sentence(const QString& start, const ThermalHistorySample& sample) {
+    return start + ' ' + QString::number(sample.score) + ", " + labelOf(sample.level);
+}
+
+} // namespace
+
+MonitoringPresentation::MonitoringPresentation(AppState& state)
+    : state_(state),
+      observations_{
+          state.published().monitoringSnapshot.bindable().addNotifier([this] { update(); }),
+      } {
+    update();
+}
+
+const ThermalMonitoringSnapshot& MonitoringPresentation::snapshot() const {
+    return *state_.published().monitoringSnapshot;
+}
+
+void MonitoringPresentation::update() {
+    now_ = std::max(state_.environment().machine.clock.now(), snapshot().measuredAt);
+    std::size_t charted = 0;
+    for (const auto& run : thermalHistoryRuns(snapshot().samples, now_)) {
+        charted += run.size();
+    }
+    hasChart_ = charted >= 2;
+    Q_EMIT changed();
+    updateReadout();
+    scheduleUpdate();
+}
+
+void MonitoringPresentation::scheduleUpdate() {
+    nextUpdate_.reset();
+    if (isShown_) {
+        nextUpdate_ = state_.environment().timers.start(updateInterval, [this] { update(); });
+    }
+}
+
+void MonitoringPresentation::setShown(bool isShown) {
+    if (std::exchange(isShown_, isShown) != isShown) {
+        update();
+        Q_EMIT shownChanged();
+    }
+}
+
+ThermalHistorySamples MonitoringPresentation::samples() const {
+    return {.values = snapshot().samples};
+}
+
+QDateTime MonitoringPresentation::now() const {
+    return dateTime(now_);
+}
+
+bool MonitoringPresentation::hasTemperatures() const {
+    return std::ranges::any_of(snapshot().samples,
+                               [](const auto& sample) { return sample.temperatureCelsius.has_value(); });
+}
+
+QString MonitoringPresentation::highestTemperatureText() const {
+    return QString::fromStdString(*state_.temperatureText(highestCharted));
+}
+
+QString MonitoringPresentation::lowestTemperatureText() const {
+    return QString::fromStdString(*state_.temperatureText(lowestCharted));
+}
+
+QString MonitoringPresentation::historySummary() const {
+    if (!hasChart_) {
+        return {};
+    }
+    const auto& samples = snapshot().samples;
+    const auto& highest = *std::ranges::max_element(samples, {}, &ThermalHistorySample::score);
+    const auto age = formattedDuration(secondsBetween(highest.measuredAt, now_).count());
+    return sentence("Score", samples.back()) + ". " + sentence("Highest", highest) + ", " + age + " ago.";
+}
+
+void MonitoringPresentation::inspect(double position) {
+    inspectedPosition_ = position;
+    updateReadout();
+}
+
+void MonitoringPresentation::moveInspection(int minutes) {
+    const double from = readout_.isPresent ? readout_.position : 1;
+    const double step = minutes * (std::chrono::duration<double>(std::chrono::minutes(1)) /
+                                   std::chrono::duration<double>(thermalHistoryWindow));
+    inspect(std::clamp(from + (readout_.isPresent ? step : 0), 0.0, 1.0));
+}
+
+void MonitoringPresentation::updateReadout() {
+    auto readout = readoutAt(inspectedPosition_);
+    if (readout_ != readout) {
+        readout_ = std::move(readout);
+        Q_EMIT inspectedChanged();
+    }
+}
+
+ThermalHistoryReadout MonitoringPresentation::readoutAt(double position) const {
+    if (position < 0 || !hasChart_) {
+        return {};
+    }
+    const auto runs = thermalHistoryRuns(snapshot().samples, now_);
+    const auto point = nearestPoint(runs, position);
+    return point ? readoutOf(*point->sample, point->position) : ThermalHistoryReadout{};
+}
+
+ThermalHistoryReadout MonitoringPresentation::readoutOf(const ThermalHistorySample& sample,
+                                                        double position) const {
+    const auto temperature = state_.temperatureText(sample.temperatureCelsius);
+    const auto time = dateTime(sample.measuredAt).time();
+    return {.isPresent = true,
+            .position = position,
+            .height = static_cast<double>(sample.score) / 100,
+            .level = static_cast<int>(sample.level),
+            .time = QLocale::system().toString(time, QLocale::ShortFormat),
+            .score = QString::number(sample.score),
+            .levelLabel = labelOf(sample.level),
+            .cpu = sample.globalCPUPercent ? percentText(*sample.globalCPUPercent) : QString(),
+            .temperature = temperature ? QString::fromStdString(*temperature) : QString()};
+}
+
+QString MonitoringPresentation::trackedText() const {
+    return formattedDuration(totalDuration());
+}
+
+QString MonitoringPresentation::seriousText() const {
+    return QString::number(snapshot().todaySummary.throttlingEpisodeCount) + " episodes";
+}
+
+QString MonitoringPresentation::criticalText() const {
+    return QString::number(snapshot().todaySummary.criticalEpisodeCount) + " episodes";
+}
+
+QString MonitoringPresentation::frequentLoadText() const {
+    const auto label = snapshot().todaySummary.leadingOffenderLabel(state_.environment().machine.comparison);
+    return label ? QString::fromStdString(*label) : QString("No clear offender yet");
+}
+
+QString MonitoringPresentation::frequentLoadIconSource() const {
+    const auto identifier =
+        snapshot().todaySummary.leadingOffenderBundleIdentifier(state_.environment().machine.comparison);
+    return identifier ? applicationIconSource(QString::fromStdString(*identifier), frequentLoadText())
+                      : QString();
+}
+
+QStringList MonitoringPresentation::levelLabels() {
+    QStringList labels;
+    for (const auto band : allThermalBands) {
+        labels += label(band);
+    }
+    return labels;
+}
+
+QList<double> MonitoringPresentation::levelDurations() const {
+    const auto& durations = snapshot().todaySummary.levelDurations;
+    return {durations.normal, durations.fair, durations.serious, durations.critical};
+}
+
+double MonitoringPresentation::totalDuration() const {
+    return snapshot().todaySummary.levelDurations.totalDuration();
+}
+
+QString MonitoringPresentation::durationText(double seconds) {
+    return formattedDuration(seconds);
+}
 
 } // namespace cindertop::ui

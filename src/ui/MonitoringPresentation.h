@@ -1,23 +1,115 @@
 #pragma once
 
 #include "app/AppState.h"
-#include "ui/ProgramActions.h"
+#include "ui/ThermalHistoryReadout.h"
+#include "ui/ThermalHistorySamples.h"
 
+#include <QDateTime>
+#include <QList>
 #include <QObject>
+#include <QPropertyNotifier>
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <memory>
 
 namespace cindertop::ui {
 
 /// What the settings window's Monitoring tab shows. Main thread.
 class MonitoringPresentation : public QObject {
     Q_OBJECT
+    Q_PROPERTY(cindertop::ui::ThermalHistorySamples samples READ samples NOTIFY changed)
+    Q_PROPERTY(QDateTime now READ now NOTIFY changed)
+    Q_PROPERTY(bool hasChart READ hasChart NOTIFY changed)
+    Q_PROPERTY(bool hasTemperatures READ hasTemperatures NOTIFY changed)
+    Q_PROPERTY(QString highestTemperatureText READ highestTemperatureText CONSTANT)
+    Q_PROPERTY(QString lowestTemperatureText READ lowestTemperatureText CONSTANT)
+    Q_PROPERTY(QString historySummary READ historySummary NOTIFY changed)
+    Q_PROPERTY(double inspectedPosition READ inspectedPosition WRITE inspect NOTIFY inspectedChanged)
+    Q_PROPERTY(cindertop::ui::ThermalHistoryReadout readout READ readout NOTIFY inspectedChanged)
+
+    Q_PROPERTY(QString trackedText READ trackedText NOTIFY changed)
+    Q_PROPERTY(QString seriousText READ seriousText NOTIFY changed)
+    Q_PROPERTY(QString criticalText READ criticalText NOTIFY changed)
+    Q_PROPERTY(QString frequentLoadText READ frequentLoadText NOTIFY changed)
+    Q_PROPERTY(QString frequentLoadIconSource READ frequentLoadIconSource NOTIFY changed)
+    Q_PROPERTY(QStringList levelLabels READ levelLabels CONSTANT)
+    Q_PROPERTY(QList<double> levelDurations READ levelDurations NOTIFY changed)
+    Q_PROPERTY(double totalDuration READ totalDuration NOTIFY changed)
+
+    Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY shownChanged)
 
 public:
     /// `state` must outlive this.
-    MonitoringPresentation(AppState& state, ProgramActions actions);
+    explicit MonitoringPresentation(AppState& state);
+
+    ThermalHistorySamples samples() const;
+
+    /// The right end of the chart.
+    QDateTime now() const;
+
+    /// A line needs two samples.
+    bool hasChart() const { return hasChart_; }
+
+    bool hasTemperatures() const;
+    /// At the upper end of the chart.
+    QString highestTemperatureText() const;
+    QString lowestTemperatureText() const;
+    /// The chart for those who do not see it.
+    QString historySummary() const;
+
+    /// Of the chart, 0 to 1; negative: nothing is inspected.
+    double inspectedPosition() const { return inspectedPosition_; }
+
+    void inspect(double position);
+
+    /// The sample next to the inspected position.
+    const ThermalHistoryReadout& readout() const { return readout_; }
+
+    /// Goes to the next sample that is `minutes` away, from the newest where nothing is inspected.
+    Q_INVOKABLE void moveInspection(int minutes);
+
+    // Today
+
+    QString trackedText() const;
+    QString seriousText() const;
+    QString criticalText() const;
+    QString frequentLoadText() const;
+    /// Of the application that was on top most often; empty where it is not known.
+    QString frequentLoadIconSource() const;
+
+    static QStringList levelLabels();
+    /// Seconds at each level.
+    QList<double> levelDurations() const;
+    double totalDuration() const;
+    Q_INVOKABLE static QString durationText(double seconds);
+
+    bool isShown() const { return isShown_; }
+
+    /// While it is shown the chart moves on with the time, also when nothing is measured.
+    void setShown(bool isShown);
+
+Q_SIGNALS:
+    void changed();
+    void inspectedChanged();
+    void shownChanged();
 
 private:
+    const ThermalMonitoringSnapshot& snapshot() const;
+    void update();
+    void scheduleUpdate();
+    void updateReadout();
+    ThermalHistoryReadout readoutAt(double position) const;
+    ThermalHistoryReadout readoutOf(const ThermalHistorySample& sample, double position) const;
+
     AppState& state_;
-    ProgramActions actions_;
+    Instant now_;
+    bool hasChart_ = false;
+    bool isShown_ = false;
+    double inspectedPosition_ = -1;
+    ThermalHistoryReadout readout_;
+    std::unique_ptr<Timer> nextUpdate_;
+    std::array<QPropertyNotifier, 1> observations_;
 };
 
 } // namespace cindertop::ui

@@ -1,10 +1,78 @@
 #include "ui/PopoverPresentation.h"
 
+#include <QStringList>
 #include <utility>
 
 namespace cindertop::ui {
 
 PopoverPresentation::PopoverPresentation(AppState& state, ProgramActions actions)
-    : state_(state), actions_(std::move(actions)) {}
+    : state_(state), actions_(std::move(actions)), contents_(PopoverContents::of(state)) {
+    observe();
+}
+
+QString PopoverPresentation::detailText() const {
+    QStringList parts{contents_.temperatureText, contents_.trendLabel};
+    parts.removeAll(QString());
+    return parts.join(" · ");
+}
+
+void PopoverPresentation::setHasCompositor(bool hasCompositor) {
+    if (std::exchange(hasCompositor_, hasCompositor) != hasCompositor) {
+        Q_EMIT hasCompositorChanged();
+    }
+}
+
+void PopoverPresentation::toggleMonitoring() {
+    if (state_.isMonitoringPermitted()) {
+        state_.setPaused(!*state_.published().isPaused);
+        return;
+    }
+    state_.showOnboardingWindow();
+    actions_.closePopover();
+}
+
+void PopoverPresentation::checkForUpdates() {
+    state_.checkForUpdates();
+}
+
+void PopoverPresentation::openHelp() const {
+    actions_.openHelp();
+    actions_.closePopover();
+}
+
+void PopoverPresentation::openPreferences() {
+    state_.showSettingsWindow();
+    actions_.closePopover();
+}
+
+void PopoverPresentation::quit() const {
+    actions_.quit();
+}
+
+void PopoverPresentation::close() const {
+    actions_.closePopover();
+}
+
+void PopoverPresentation::observe() {
+    const auto& published = state_.published();
+    const auto updates = [this] { update(); };
+    observations_.push_back(published.legalTermsAccepted.bindable().addNotifier(updates));
+    observations_.push_back(published.thermalSnapshot.bindable().addNotifier(updates));
+    observations_.push_back(published.isPaused.bindable().addNotifier(updates));
+    observations_.push_back(published.experimentalTemperatureSensorsEnabled.bindable().addNotifier(updates));
+    observations_.push_back(published.menuBarInfoMode.bindable().addNotifier(updates));
+    observations_.push_back(published.recommendationSnapshot.bindable().addNotifier(updates));
+    observations_.push_back(published.showProcessOffenders.bindable().addNotifier(updates));
+    observations_.push_back(published.processOffenderSnapshot.bindable().addNotifier(updates));
+    observations_.push_back(published.systemContextSnapshot.bindable().addNotifier(updates));
+}
+
+void PopoverPresentation::update() {
+    auto contents = PopoverContents::of(state_);
+    if (contents_ != contents) {
+        contents_ = std::move(contents);
+        Q_EMIT changed();
+    }
+}
 
 } // namespace cindertop::ui

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -65,14 +66,11 @@ void PopoverWindow::close() {
     }
     window_->hide();
     // The call may come from one of its own buttons.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (window_ && !window_->isVisible()) {
-                release();
-            }
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this] {
+        if (window_ && !window_->isVisible()) {
+            release();
+        }
+    });
 }
 
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -85,22 +83,23 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-/// Below a point in the screen's upper half, above one in its lower half, and whole on the screen. A Wayland
-/// compositor places it as it likes.
+/// Below a point in the screen's upper half, above one in its lower half, and whole on the screen but for its
+/// shadow. A Wayland compositor places it as it likes.
 void PopoverWindow::place(const QPoint& point) {
     const auto* const screen = screenAt(point);
     if (screen == nullptr) {
         return;
     }
     const auto space = screen->availableGeometry();
-    const auto size = window_->size();
+    const int margin = presentation_->shadowMargin();
+    const auto size = window_->size().shrunkBy({margin, margin, margin, margin});
     const bool isBelow = point.y() < screen->geometry().center().y();
     const int wantedY = isBelow ? point.y() + gapToItem : point.y() - gapToItem - size.height();
     const int wantedX = point.x() - size.width() / 2;
     const int rightmost = std::max(space.left(), space.right() + 1 - size.width());
     const int lowest = std::max(space.top(), space.bottom() + 1 - size.height());
-    window_->setPosition(std::clamp(wantedX, space.left(), rightmost),
-                         std::clamp(wantedY, space.top(), lowest));
+    window_->setPosition(std::clamp(wantedX, space.left(), rightmost) - margin,
+                         std::clamp(wantedY, space.top(), lowest) - margin);
 }
 
 void PopoverWindow::closeByItself() {

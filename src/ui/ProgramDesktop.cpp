@@ -22,7 +22,9 @@ void ProgramDesktop::chooseSaveLocation(const SavePanel& panel, SaveCompletion c
 }
 
 void ProgramDesktop::openPage(const std::string& address) {
-    QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+    if (!address.empty()) { // what is not installed has none
+        QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+    }
 }
 
 } // namespace cindertop::ui

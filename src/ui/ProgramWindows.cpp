@@ -1,5 +1,6 @@
 #include "ui/ProgramWindows.h"
 
+#include "ui/Compositor.h"
 #include "ui/ViewsLibrary.h"
 
 #include <utility>
@@ -18,7 +19,12 @@ void ProgramWindows::present(AppState& state, ProgramActions actions, std::funct
     actions_ = std::move(actions);
     popover_ = std::make_unique<PopoverWindow>(PopoverWindow::Parts{
         .views = [this] { return views(); },
-        .presentation = [this] { return std::make_unique<PopoverPresentation>(*state_, actions_); },
+        .presentation =
+            [this] {
+                auto presentation = std::make_unique<PopoverPresentation>(*state_, actions_);
+                presentation->setHasCompositor(hasCompositor());
+                return presentation;
+            },
         .didCloseByItself = std::move(popoverDidClose)});
 }
 

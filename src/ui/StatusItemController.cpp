@@ -21,8 +21,9 @@ QString toolTipFor(ThermalAssistantPresentation::Status status) {
 
 } // namespace
 
-StatusItemController::StatusItemController(AppState& appState, StatusItem& statusItem, Popover& popover)
-    : appState_(appState), statusItem_(statusItem), popover_(popover) {
+StatusItemController::StatusItemController(AppState& appState, StatusItem& statusItem, Popover& popover,
+                                           Timers& timers)
+    : appState_(appState), statusItem_(statusItem), popover_(popover), timers_(timers) {
     const auto& snapshot = *appState_.published().thermalSnapshot;
     makeRoom(std::nullopt);
     statusItem_.setImage(images_.active);
@@ -51,8 +52,8 @@ void StatusItemController::observe() {
 
 /// What else the same cause changes is drawn with it.
 void StatusItemController::renderLater() {
-    rendering_ = appState_.environment().timers.start(
-        std::chrono::nanoseconds::zero(), [this] { render(*appState_.published().thermalSnapshot); });
+    rendering_ = timers_.start(std::chrono::nanoseconds::zero(),
+                               [this] { render(*appState_.published().thermalSnapshot); });
 }
 
 void StatusItemController::render(const ThermalSnapshot& snapshot) {
@@ -101,7 +102,7 @@ void StatusItemController::fadeOut(const StatusLabel& label) {
 /// Sets the one fade's next step; an earlier fade ends here.
 void StatusItemController::continueFadeAfter(std::chrono::milliseconds delay, Fade fade, StatusLabel label,
                                              int step) {
-    statusLabelFadeTask_ = appState_.environment().timers.start(
+    statusLabelFadeTask_ = timers_.start(
         delay, [this, fade, label = std::move(label), step] { continueFade(fade, label, step); });
 }
 
@@ -124,7 +125,7 @@ void StatusItemController::togglePopover(const QPoint& point) {
 }
 
 void StatusItemController::popoverDidClose() {
-    closingClick_ = appState_.environment().timers.start(clickDuration, [this] { closingClick_.reset(); });
+    closingClick_ = timers_.start(clickDuration, [this] { closingClick_.reset(); });
 }
 
 } // namespace cindertop::ui

@@ -17,8 +17,9 @@ namespace cindertop::ui {
 /// Keeps the status item telling the state of the program, and opens the popover from it. Main thread.
 class StatusItemController {
 public:
-    /// The references must outlive this. Needs a QGuiApplication.
-    StatusItemController(AppState& appState, StatusItem& statusItem, Popover& popover);
+    /// The references must outlive this. `timers` follow the user's time, also where the program plays a
+    /// scenario at another speed. Needs a QGuiApplication.
+    StatusItemController(AppState& appState, StatusItem& statusItem, Popover& popover, Timers& timers);
     ~StatusItemController();
     StatusItemController(const StatusItemController&) = delete;
     StatusItemController& operator=(const StatusItemController&) = delete;
@@ -49,6 +50,7 @@ private:
     AppState& appState_;
     StatusItem& statusItem_;
     Popover& popover_;
+    Timers& timers_;
     FlameImages images_ = FlameImages::draw();
     std::unique_ptr<Timer> rendering_;           ///< soon, because a setting has changed
     std::unique_ptr<Timer> statusLabelFadeTask_; ///< the next step of the fade

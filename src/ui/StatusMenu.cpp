@@ -1,6 +1,6 @@
 #include "ui/StatusMenu.h"
 
-#include <QMetaObject>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -286,7 +286,7 @@ void StatusMenu::happen(int id, const QString& kind) {
     if (action == nullptr || !isEnabled) {
         return;
     }
-    QMetaObject::invokeMethod(this, actions_.*action, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, actions_.*action);
 }
 
 void StatusMenu::announceChange() {

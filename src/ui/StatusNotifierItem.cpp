@@ -4,8 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDBusObjectPath>
-#include <QMetaObject>
-#include <functional>
+#include <QTimer>
 #include <utility>
 
 namespace cindertop::ui {
@@ -162,12 +161,11 @@ BusObject::Answer StatusNotifierItem::call(const QDBusMessage& message) {
 /// A panel that shows the menu by itself asks for none, so that every click that arrives here is for the
 /// popover. It opens after the panel has its answer.
 void StatusNotifierItem::clickedAt(const QPoint& point) {
-    const std::function<void()> click = [this, point] {
+    QTimer::singleShot(0, this, [this, point] {
         if (action_) {
             action_(point);
         }
-    };
-    QMetaObject::invokeMethod(this, click, Qt::QueuedConnection);
+    });
 }
 
 } // namespace cindertop::ui

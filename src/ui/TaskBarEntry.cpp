@@ -1,34 +1,13 @@
 #include "ui/TaskBarEntry.h"
 
-#include <QGuiApplication>
-#include <array>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
+#include "ui/X11.h"
 
-#include <xcb/xcb.h>
+#include <array>
+#include <cstring>
 
 namespace cindertop::ui {
 
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); } // NOLINT(cppcoreguidelines-no-malloc): xcb's
-};
-
-template <typename Reply>
-using ReplyPointer = std::unique_ptr<Reply, Free>;
-
-xcb_connection_t* x11() {
-    const auto* const application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return application != nullptr ? application->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
-    const auto request = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, request, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
 
 /// What a window that is not shown yet starts with.
 void setInitialState(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t state, bool isSet) {
@@ -70,17 +49,6 @@ void setTaskBarEntry(QWindow& window, bool isShown) {
         setInitialState(connection, identifier, skip, !isShown);
     }
     xcb_flush(connection);
-}
-
-bool hasCompositor() {
-    auto* const connection = x11();
-    if (connection == nullptr) {
-        return true;
-    }
-    const auto owner = xcb_get_selection_owner(connection, atom(connection, "_NET_WM_CM_S0"));
-    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection, owner, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 } // namespace cindertop::ui

@@ -8,7 +8,4 @@ namespace cindertop::ui {
 /// happens: no protocol of Wayland can ask for it.
 void setTaskBarEntry(QWindow& window, bool isShown);
 
-/// Whether windows can be translucent: an X11 screen without a compositor paints what lies behind them black.
-bool hasCompositor();
-
 } // namespace cindertop::ui

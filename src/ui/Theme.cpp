@@ -1,5 +1,6 @@
 #include "ui/Theme.h"
 
+#include <cmath>
 #include <optional>
 
 namespace cindertop {
@@ -7,8 +8,8 @@ namespace cindertop {
 namespace {
 
 struct BandDisplay {
-    const char* label;
-    const char* symbolName;
+    const char* label{};
+    const char* symbolName{};
     QColor color;
 };
 
@@ -81,7 +82,7 @@ QFont Typography::font(const Style& style, double textScale) {
     font.setStyleHint(QFont::SansSerif);
     font.setWeight(style.weight);
     // Pixels of the interface, which are points here: they follow the screen's scale, not its stated size.
-    font.setPixelSize(static_cast<int>(style.size * textScale + 0.5));
+    font.setPixelSize(static_cast<int>(std::lround(style.size * textScale)));
     return font;
 }
 
@@ -113,7 +114,7 @@ const Materials& Materials::light() {
         .control = QColor(0xECEAE6),
         .link = QColor(0xB63A0B),
         .destructive = QColor(0xC42B29),
-        .shadow = faded(Qt::black, 0.18),
+        .shadow = faded(Qt::black, 0.26),
         .levelText = {QColor(0x15803D), QColor(0x9A5B00), QColor(0xC42B29), QColor(0xB3123F)},
     };
     return materials;

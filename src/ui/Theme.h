@@ -31,6 +31,7 @@ inline constexpr QColor switchKnobOff{255, 255, 255};
 inline constexpr QColor warm{255, 214, 10};
 inline constexpr QColor hot{254, 99, 97};
 inline constexpr QColor danger{196, 43, 41}; ///< the face of a button that loses something, under white text
+inline const QColor backdrop = QColor::fromRgbF(0, 0, 0, 0.45F); ///< over a window that waits for an answer
 inline const QColor paused = QColor::fromRgbF(0.48F, 0.48F, 0.48F);
 
 inline constexpr auto accentHex = "#FF5A1F";

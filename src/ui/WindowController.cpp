@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QScreen>
+#include <QTimer>
 #include <utility>
 
 namespace cindertop::ui {
@@ -43,7 +44,7 @@ bool WindowController::eventFilter(QObject* watched, QEvent* event) {
     // A minimised window is not hidden.
     if (event->type() == QEvent::Close && !std::exchange(isClosed_, true)) {
         // The window is still at work on this event.
-        QMetaObject::invokeMethod(this, didClose_, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, didClose_);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,4 +1,6 @@
 #include "FakeProgram.h"
+#include "app/SnapshotJson.h"
+#include "support/AtomicFile.h"
 
 #include <gtest/gtest.h>
 
@@ -134,9 +136,15 @@ TEST(AppStateCommands, MarksAnExportForAWhile) {
     program.desktop.answer(std::nullopt);
     EXPECT_FALSE(*succeeded);
 
+    // The settings in force: a stored record would hold neither of these.
+    state.setMenuBarInfoMode(MenuBarInfoMode::thermalScore);
+    state.setShowProcessOffenders(false);
     state.exportDiagnosticLogs();
     program.desktop.answer("/export.json");
-    EXPECT_TRUE(program.exists("/export.json"));
+    const auto settings =
+        Json::parse(wholeFile(program.files, "/export.json", 1'000'000).value())["settings"];
+    EXPECT_EQ(settings["menuBarInfoMode"], "thermalScore");
+    EXPECT_EQ(settings["showProcessOffenders"], false);
     EXPECT_TRUE(*succeeded);
     program.pass(2s);
     ASSERT_TRUE(state.exportDiagnosticLogs("/export.json")); // from now on anew

@@ -76,8 +76,12 @@ TEST(AppStateSettings, TheHistoryLastsAQuarterToThreeHours) {
 TEST(AppStateSettings, SwitchesTakeEffectAtOnce) {
     FakeProgram program;
     auto& state = program.start();
+    program.machine.hostStatistics.load = HostCpuLoad{};
     program.pass(0s);
+    program.machine.hostStatistics.load = HostCpuLoad{.user = 50, .system = 0, .idle = 50, .nice = 0};
+    program.pass(2s);
     const auto& published = program.published();
+    EXPECT_EQ(state.machineSnapshot()->cpuPercent, 50);
     EXPECT_EQ(published.monitoringSnapshot->samples.size(), 1U);
     EXPECT_TRUE(program.exists(FakeProgram::historyFile));
 
@@ -86,6 +90,7 @@ TEST(AppStateSettings, SwitchesTakeEffectAtOnce) {
     EXPECT_EQ(*published.monitoringSnapshot, ThermalMonitoringSnapshot::empty());
     EXPECT_FALSE(program.exists(FakeProgram::historyFile));
     program.pass(2s);
+    EXPECT_EQ(state.machineSnapshot()->cpuPercent, std::nullopt); // it is no longer asked
     EXPECT_EQ(program.samples, 1);
     state.setHistoryEnabled(true);
     program.pass(2s);

@@ -49,6 +49,7 @@ public:
     fakes::FakeLoginItem loginItem;
     fakes::FakeRunningApplications runningApplications;
     fakes::FakeDesktop desktop;
+    Windows* windows = nullptr;
     UpdateService* updates = nullptr;
     std::string architecture = "arm64";
     bool censusThrows = false;
@@ -128,6 +129,7 @@ private:
                 .operatingSystemVersion = "Test",
                 .releasesPage = "https://example.org/releases",
                 .desktop = &desktop,
+                .windows = windows,
                 .updates = updates,
                 .diagnosticObserver = [this](const auto& event) { events.push_back(event); }};
     }

@@ -36,25 +36,35 @@ inline DisplayContextSnapshot displays(int builtIn, int external) {
     return {true, builtIn + external, builtIn, external};
 }
 
-inline PowerContextSnapshot power(PowerSourceKind source, std::optional<bool> isCharging) {
-    return {true, source, 50, isCharging, std::nullopt, false, std::nullopt, std::nullopt};
+inline PowerContextSnapshot power(PowerSourceKind source, std::optional<bool> isCharging,
+                                  bool isAvailable = true) {
+    return {isAvailable, source, 50, isCharging, std::nullopt, false, std::nullopt, std::nullopt};
 }
 
 inline SustainedThermalPressureSnapshot sustained(double duration, std::optional<ThermalLevel> level) {
     return {true, Seconds{duration}, level, ThermalLevel::serious};
 }
 
-/// One display, on mains, not charging, no sustained pressure.
-inline SystemContextSnapshot quietContext() {
-    return {.displays = displays(1, 0),
-            .power = power(PowerSourceKind::acPower, false),
-            .sustainedPressure = SustainedThermalPressureSnapshot::inactive(),
-            .measuredAt = at(0)};
+/// One display, on mains, not charging, no sustained pressure, but for what is given.
+inline SystemContextSnapshot
+contextWith(const DisplayContextSnapshot& displays = {true, 1, 1, 0},
+            const PowerContextSnapshot& power = testing::power(PowerSourceKind::acPower, false),
+            const SustainedThermalPressureSnapshot& pressure = SustainedThermalPressureSnapshot::inactive()) {
+    return {.displays = displays, .power = power, .sustainedPressure = pressure, .measuredAt = at(0)};
 }
 
-inline ProcessOffender offender(std::string name, double cpuPercent, ProcessOffenderCategory category) {
+inline SystemContextSnapshot contextWith(const PowerContextSnapshot& power) {
+    return contextWith(displays(1, 0), power);
+}
+
+inline SystemContextSnapshot contextWith(const SustainedThermalPressureSnapshot& pressure) {
+    return contextWith(displays(1, 0), power(PowerSourceKind::acPower, false), pressure);
+}
+
+inline ProcessOffender offender(const std::string& name, double cpuPercent,
+                                ProcessOffenderCategory category) {
     return ProcessOffender(
-        {.id = "id:" + name, .displayName = std::move(name), .cpuPercent = cpuPercent, .category = category});
+        {.id = "id:" + name, .displayName = name, .cpuPercent = cpuPercent, .category = category});
 }
 
 inline ProcessOffenderSnapshot readyOffenders(std::vector<ProcessOffender> offenders,
@@ -69,12 +79,11 @@ inline ProcessOffenderSnapshot readyOffenders(std::vector<ProcessOffender> offen
 inline CinderRecommendationSnapshot adviceOf(const std::vector<CinderInsightKind>& kinds) {
     CinderRecommendationSnapshot snapshot;
     for (const auto kind : kinds) {
-        CinderInsight insight{kind, CinderInsightConfidence::medium, "", "", std::nullopt};
-        if (snapshot.primaryInsight) {
-            snapshot.secondaryInsights.push_back(std::move(insight));
-        } else {
-            snapshot.primaryInsight = std::move(insight);
-        }
+        snapshot.secondaryInsights.push_back({kind, CinderInsightConfidence::medium, "", "", std::nullopt});
+    }
+    if (!kinds.empty()) {
+        snapshot.primaryInsight = snapshot.secondaryInsights.front();
+        snapshot.secondaryInsights.erase(snapshot.secondaryInsights.begin());
     }
     return snapshot;
 }

@@ -7,80 +7,91 @@ namespace cindertop::testing {
 
 namespace {
 
-using enum CinderInsightKind;
-using enum CinderInsightConfidence;
+using enum ProcessOffenderCategory;
+using Kind = CinderInsightKind;
+using Confidence = CinderInsightConfidence;
 
-TEST(OffenderAdvice, FollowsTheCategoryAndTheLevel) {
-    struct Case {
-        ProcessOffenderCategory category;
-        CinderInsightKind kind;
-        CinderInsightConfidence confidence;
-        std::string title;
-        int priorityAtFair;
-        int priorityAtSerious;
-        std::string message;
-    };
-
-    using enum ProcessOffenderCategory;
-    for (const auto& [category, kind, confidence, title, atFair, atSerious, message] : std::vector<Case>{
-             {backgroundSystem, backgroundIndexingLikely, low, "System workload", 55, 55,
-              "A system workload is active. It usually settles without manual action."},
-             {system, backgroundIndexingLikely, low, "System workload", 55, 55,
-              "A system workload is active. It usually settles without manual action."},
-             {indexingOrSetup, backgroundIndexingLikely, high, "Background indexing", 45, 35,
-              "Spotlight or setup work is active. It usually settles on its own."},
-             {developerWorkload, developerBuildWorkload, high, "Developer workload", 40, 30,
-              "Thing (42% CPU) is the main load. Let the build finish or use Low Power Mode for steadier "
-              "thermals."},
-             {browserWorkload, browserTabLikely, medium, "Browser workload", 40, 30,
-              "Thing (42% CPU) is the main load. A busy tab or web app may be adding heat."},
-             {userApplication, topCpuOffender, medium, "Top CPU offender", 42, 30,
-              "Thing (42% CPU) is the main load. Quit or pause it if you need the Mac to cool faster."},
-             {unknown, topCpuOffender, medium, "Top CPU offender", 42, 30,
-              "Thing (42% CPU) is the main load. Quit or pause it if you need the Mac to cool faster."},
-         }) {
-        const auto thing = offender("Thing", 42.4, category);
-        const CinderInsight insight{kind, confidence, title, message, "id:Thing"};
-        using Expected = RecommendationCandidate;
-        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::fair), (Expected{insight, atFair})) << title;
-        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::serious), (Expected{insight, atSerious})) << title;
-        EXPECT_EQ(offenderAdvice(thing, ThermalLevel::critical), (Expected{insight, atSerious})) << title;
-    }
+CinderInsight insight(Kind kind, Confidence confidence, std::string title, std::string message) {
+    return {kind, confidence, std::move(title), std::move(message), "id"};
 }
 
-TEST(OffenderAdvice, KnowsGamesAndLocalModelsByAnyOfTheirNames) {
-    const std::string game = " (7% CPU) is the main load. Cap FPS or lower resolution for steadier thermals.";
-    const std::string model =
-        " (7% CPU) is the main load. Pause the local model if you need the Mac to cool faster.";
-    for (auto fields : std::vector<ProcessOffender::Fields>{
-             {.displayName = "Minecraft Launcher"},
-             {.displayName = "Game", .bundleIdentifier = "com.Valvesoftware.STEAM"},
-             {.displayName = "Epic Games Launcher"},
-             {.displayName = "Llama for Unity"}, // games are looked for first
-             {.displayName = "Chat", .appBundlePath = "/Applications/lm STUDIO.app"},
-             {.displayName = "MLX Server", .category = ProcessOffenderCategory::system},
+const auto game = insight(Kind::gamingFpsCapRecommended, Confidence::medium, "Game workload",
+                          "(7% CPU) is the main load. Cap FPS or lower resolution for steadier thermals.");
+const auto model =
+    insight(Kind::localAIWorkload, Confidence::medium, "Local AI workload",
+            "(7% CPU) is the main load. Pause the local model if you need the Mac to cool faster.");
+const auto systemWork = insight(Kind::backgroundIndexingLikely, Confidence::low, "System workload",
+                                "A system workload is active. It usually settles without manual action.");
+const auto indexing = insight(Kind::backgroundIndexingLikely, Confidence::high, "Background indexing",
+                              "Spotlight or setup work is active. It usually settles on its own.");
+const auto build =
+    insight(Kind::developerBuildWorkload, Confidence::high, "Developer workload",
+            "(7% CPU) is the main load. Let the build finish or use Low Power Mode for steadier thermals.");
+const auto browser = insight(Kind::browserTabLikely, Confidence::medium, "Browser workload",
+                             "(7% CPU) is the main load. A busy tab or web app may be adding heat.");
+const auto other = insight(Kind::topCpuOffender, Confidence::medium, "Top CPU offender",
+                           "(7% CPU) is the main load. Quit or pause it if you need the Mac to cool faster.");
+
+TEST(OffenderAdvice, FollowsTheNamesThenTheCategoryAndTheLevel) {
+    struct Case {
+        ProcessOffender::Fields fields;
+        CinderInsight expected; ///< a message that begins with the share follows the name
+        int priorityAtLowLevel;
+        int priority;
+    };
+
+    for (auto [fields, expected, atLowLevel, atHighLevel] : std::vector<Case>{
+             {{.displayName = "Thing", .category = backgroundSystem}, systemWork, 55, 55},
+             {{.displayName = "Thing", .category = system}, systemWork, 55, 55},
+             {{.displayName = "Thing", .category = indexingOrSetup}, indexing, 45, 35},
+             {{.displayName = "Thing", .category = developerWorkload}, build, 40, 30},
+             {{.displayName = "Thing", .category = browserWorkload}, browser, 40, 30},
+             {{.displayName = "Thing", .category = userApplication}, other, 42, 30},
+             {{.displayName = "Thing", .category = unknown}, other, 42, 30},
+             {{.displayName = "Minecraft Launcher", .category = userApplication}, game, 35, 35},
+             {{.displayName = "Thing", .bundleIdentifier = "com.Valvesoftware.STEAM"}, game, 35, 35},
+             {{.displayName = "Epic Games Launcher", .category = browserWorkload}, game, 35, 35},
+             {{.displayName = "Thing", .appBundlePath = "/Games/Battle.net.app"}, game, 35, 35},
+             {{.displayName = "Llama for Unity"}, game, 35, 35}, // games are looked for first
+             {{.displayName = "Epic", .bundleIdentifier = "Games"}, other, 42, 30}, // names are not joined
+             {{.displayName = "Thing", .appBundlePath = "/Applications/lm STUDIO.app"}, model, 35, 35},
+             {{.displayName = "MLX Server", .category = system}, model, 35, 35},
          }) {
         fields.id = "id";
         fields.cpuPercent = 6.5; // halves are rounded up
-        const bool isModel = fields.displayName == "Chat" || fields.displayName == "MLX Server";
-        const CinderInsight insight{isModel ? localAIWorkload : gamingFpsCapRecommended, medium,
-                                    isModel ? "Local AI workload" : "Game workload",
-                                    fields.displayName + (isModel ? model : game), "id"};
-        for (const auto level : {ThermalLevel::fair, ThermalLevel::serious}) {
-            EXPECT_EQ(offenderAdvice(ProcessOffender(fields), level), (RecommendationCandidate{insight, 35}))
-                << fields.displayName;
+        if (expected.message.starts_with('(')) {
+            expected.message.insert(0, fields.displayName + " ");
+        }
+        for (const auto& [level, priority] :
+             {std::pair{ThermalLevel::normal, atLowLevel}, std::pair{ThermalLevel::fair, atLowLevel},
+              std::pair{ThermalLevel::serious, atHighLevel},
+              std::pair{ThermalLevel::critical, atHighLevel}}) {
+            EXPECT_EQ(offenderAdvice(ProcessOffender(fields), level),
+                      (RecommendationCandidate{expected, priority}))
+                << fields.displayName << " at " << rawValue(level);
         }
     }
-    // names are not joined
-    const ProcessOffender apart({.displayName = "Epic", .bundleIdentifier = "Games"});
-    EXPECT_EQ(offenderAdvice(apart, ThermalLevel::fair).insight.kind, topCpuOffender);
+}
+
+TEST(OffenderAdvice, KnowsTheseNames) {
+    for (const auto& [kind, names] : std::vector<std::pair<Kind, std::vector<std::string>>>{
+             {game.kind,
+              {"Steam Helper", "Epic Games", "Battle.net", "Roblox", "Minecraft", "RIOT Client",
+               "League of Legends", "Unity", "Unreal Editor"}},
+             {model.kind, {"LM Studio", "llama-server", "Ollama", "MLX"}},
+             {other.kind, {"Epic", "LM-Studio", "Battle-net", "League"}}}) {
+        for (const auto& name : names) {
+            EXPECT_EQ(offenderAdvice(offender(name, 7, unknown), ThermalLevel::fair).insight.kind, kind)
+                << name;
+        }
+    }
 }
 
 TEST(OffenderAdvice, WritesAnyShareInFull) {
     for (const auto& [share, text] : std::vector<std::pair<double, std::string>>{
-             {99.49, "App (99% CPU) is"}, {1234.5, "App (1235% CPU) is"}, {1e300, "App (1000000000000000"}}) {
-        const auto busy = offender("App", share, ProcessOffenderCategory::userApplication);
-        EXPECT_TRUE(offenderAdvice(busy, ThermalLevel::fair).insight.message.starts_with(text)) << share;
+             {42.4, "App (42% CPU) is"}, {1234.5, "App (1235% CPU) is"}, {1e300, "App (1000000000000000"}}) {
+        const auto advice = offenderAdvice(offender("App", share, userApplication), ThermalLevel::fair);
+        EXPECT_TRUE(advice.insight.message.starts_with(text)) << advice.insight.message;
     }
 }
 

@@ -1,7 +1,11 @@
 #include "assistant/AssistantInputs.h"
+#include "assistant/OffenderAdvice.h"
 #include "assistant/RecommendationCandidates.h"
+#include "assistant/ThermalAlertKind.h"
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace cindertop::testing {
 
@@ -49,78 +53,64 @@ RecommendationCandidate indexing(int priority) {
                "Spotlight or setup work is active. It usually settles on its own.");
 }
 
-RecommendationCandidate browserAt(double share, ThermalLevel level) {
-    return {{browserTabLikely, Confidence::medium, "Browser workload",
-             "Safari (" + std::to_string(static_cast<int>(share)) +
-                 "% CPU) is the main load. A busy tab or web app may be adding heat.",
-             "id:Safari"},
-            level < serious ? 40 : 30};
-}
-
 ProcessOffender safari(double share) {
     return offender("Safari", share, ProcessOffenderCategory::browserWorkload);
 }
 
-SystemContextSnapshot with(const SustainedThermalPressureSnapshot& pressure) {
-    auto context = quietContext();
-    context.sustainedPressure = pressure;
-    return context;
+RecommendationCandidate browser(ThermalLevel level, double share = 30) {
+    return offenderAdvice(safari(share), level);
 }
 
-SystemContextSnapshot with(const DisplayContextSnapshot& displays) {
-    auto context = quietContext();
-    context.displays = displays;
-    return context;
+/// The raw values, a blank behind each.
+std::string rawValuesOf(const auto& cases) {
+    std::string values;
+    for (const auto& row : cases) {
+        values.append(row.rawValue).append(" ");
+    }
+    return values;
 }
 
-SystemContextSnapshot with(const PowerContextSnapshot& power) {
-    auto context = quietContext();
-    context.power = power;
-    return context;
+TEST(AssistantEnumerations, HaveTheseRawValues) {
+    EXPECT_EQ(
+        rawValuesOf(casesOf<CinderInsightKind>()),
+        "normalForWorkload externalDisplayThermalLoad probableClamshellHeat chargingAddsHeat "
+        "topCpuOffender browserTabLikely developerBuildWorkload gamingFpsCapRecommended localAIWorkload "
+        "backgroundIndexingLikely sustainedSeriousPressure coolingRecovery ");
+    EXPECT_EQ(rawValuesOf(casesOf<CinderInsightConfidence>()), "low medium high ");
+    EXPECT_EQ(rawValuesOf(casesOf<ThermalAlertKind>()), "sustainedThrottling critical recovery ");
 }
-
-/// As `charging`, but with no word on whether that can be known.
-PowerContextSnapshot unavailablePower() {
-    auto snapshot = power(PowerSourceKind::acPower, true);
-    snapshot.isAvailable = false;
-    return snapshot;
-}
-
-struct Case {
-    ThermalScore score;
-    SystemContextSnapshot context;
-    Advice expected;
-};
 
 TEST(RecommendationCandidates, TellThePressureAndWhatAddsToIt) {
     using enum PowerSourceKind;
     const auto falling = ThermalTrend::cooling;
-    const auto quiet = quietContext();
-    for (const auto& [score, context, expected] : std::vector<Case>{
+    const auto quiet = contextWith();
+    for (const auto& [score, context, expected] :
+         std::vector<std::tuple<ThermalScore, SystemContextSnapshot, Advice>>{
              {scoreOf(normal), quiet, {calm}},
              {scoreOf(normal, ThermalTrend::rising), quiet, {calm}},
              {scoreOf(normal, falling), quiet, {cooling, calm}},
              {scoreOf(fair, falling), quiet, {cooling, elevated}},
              {scoreOf(serious, falling), quiet, {seriousNow}},
-             {scoreOf(critical), with(sustained(130, critical)), {criticalNow, criticalNow}},
-             {scoreOf(serious), with(sustained(130, serious)), {lasting, seriousNow}},
+             {scoreOf(critical), contextWith(sustained(130, critical)), {criticalNow, criticalNow}},
+             {scoreOf(serious), contextWith(sustained(130, serious)), {lasting, seriousNow}},
              // the pressure's own level counts, and the score's only without one
-             {scoreOf(serious), with(sustained(130, fair)), {seriousNow}},
-             {scoreOf(fair), with(sustained(130, serious)), {lasting, elevated}},
-             {scoreOf(serious), with(sustained(130, std::nullopt)), {lasting, seriousNow}},
-             {scoreOf(fair), with(sustained(130, std::nullopt)), {elevated}},
-             {scoreOf(fair), with(displays(0, 0)), {elevated}},
-             {scoreOf(fair), with(displays(0, 1)), {clamshell, elevated}},
-             {scoreOf(fair), with(displays(1, 1)), {externalDisplay, elevated}},
-             {scoreOf(normal), with(displays(0, 1)), {calm}},
-             {scoreOf(fair), with(DisplayContextSnapshot{false, 1, 0, 1}), {elevated}},
-             {scoreOf(fair), with(power(acPower, true)), {charging, elevated}},
-             {scoreOf(fair), with(power(upsPower, true)), {charging, elevated}},
-             {scoreOf(normal), with(power(acPower, true)), {calm}},
-             {scoreOf(fair), with(power(acPower, std::nullopt)), {elevated}},
-             {scoreOf(fair), with(power(batteryPower, true)), {elevated}},
-             {scoreOf(fair), with(power(unknown, true)), {elevated}},
-             {scoreOf(fair), with(unavailablePower()), {elevated}},
+             {scoreOf(serious), contextWith(sustained(130, fair)), {seriousNow}},
+             {scoreOf(fair), contextWith(sustained(130, serious)), {lasting, elevated}},
+             {scoreOf(serious), contextWith(sustained(130, std::nullopt)), {lasting, seriousNow}},
+             {scoreOf(fair), contextWith(sustained(130, std::nullopt)), {elevated}},
+             {scoreOf(fair), contextWith(displays(0, 0)), {elevated}},
+             {scoreOf(fair), contextWith(displays(0, 1)), {clamshell, elevated}},
+             {scoreOf(fair), contextWith(displays(1, 1)), {externalDisplay, elevated}},
+             {scoreOf(normal), contextWith(displays(0, 1)), {calm}},
+             {scoreOf(fair), contextWith(DisplayContextSnapshot{false, 1, 0, 1}), {elevated}},
+             {scoreOf(fair), contextWith(DisplayContextSnapshot{false, 2, 1, 1}), {elevated}},
+             {scoreOf(fair), contextWith(power(acPower, true)), {charging, elevated}},
+             {scoreOf(fair), contextWith(power(upsPower, true)), {charging, elevated}},
+             {scoreOf(normal), contextWith(power(acPower, true)), {calm}},
+             {scoreOf(fair), contextWith(power(acPower, std::nullopt)), {elevated}},
+             {scoreOf(fair), contextWith(power(batteryPower, true)), {elevated}},
+             {scoreOf(fair), contextWith(power(unknown, true)), {elevated}},
+             {scoreOf(fair), contextWith(power(acPower, true, false)), {elevated}},
          }) {
         EXPECT_EQ(recommendationCandidates(score, context, ProcessOffenderSnapshot::empty(), defaults),
                   expected)
@@ -129,44 +119,35 @@ TEST(RecommendationCandidates, TellThePressureAndWhatAddsToIt) {
 }
 
 TEST(RecommendationCandidates, TellTheProcessesWhenTheyAreKnown) {
-    struct ProcessCase {
-        ThermalLevel level;
-        ProcessOffenderSnapshot offenders;
-        Advice expected;
-    };
-
     auto collecting = readyOffenders({safari(30)}, true);
     collecting.state = ProcessOffenderSnapshotState::collecting;
-    for (const auto& [level, offenders, expected] : std::vector<ProcessCase>{
-             {fair, readyOffenders({safari(30)}, true), {browserAt(30, fair), indexing(45), elevated}},
-             {serious,
-              readyOffenders({safari(30)}, true),
-              {browserAt(30, serious), indexing(45), seriousNow}},
+    for (const auto& [level, offenders, expected] :
+         std::vector<std::tuple<ThermalLevel, ProcessOffenderSnapshot, Advice>>{
+             {fair, readyOffenders({safari(30)}, true), {browser(fair), indexing(45), elevated}},
+             {serious, readyOffenders({safari(30)}, true), {browser(serious), indexing(45), seriousNow}},
              {normal, readyOffenders({safari(30)}, true), {indexing(80), calm}},
              {normal, readyOffenders({safari(30)}), {calm}},
              {fair, collecting, {elevated}},
              {fair, readyOffenders({}), {elevated}},
              {fair, readyOffenders({safari(4.9), safari(30)}), {elevated}},
-             {fair, readyOffenders({safari(5.0), safari(30)}), {browserAt(5, fair), elevated}},
+             {fair, readyOffenders({safari(5.0), safari(30)}), {browser(fair, 5), elevated}},
          }) {
-        EXPECT_EQ(recommendationCandidates(scoreOf(level), quietContext(), offenders, defaults), expected)
+        EXPECT_EQ(recommendationCandidates(scoreOf(level), contextWith(), offenders, defaults), expected)
             << rawValue(level) << ", expected first: " << expected.front().insight.title;
     }
 }
 
 TEST(RecommendationCandidates, GoByUrgencyThenByKindThenAsTheyWereAdded) {
-    auto context = with(displays(0, 1));
-    context.power = power(PowerSourceKind::acPower, true);
+    const auto context = contextWith(displays(0, 1), power(PowerSourceKind::acPower, true));
     const auto busy = readyOffenders({safari(30)}, true);
     const auto advice = [&](bool includesProcesses, bool includesContext) {
         return recommendationCandidates(scoreOf(critical), context, busy,
                                         {2, 2, includesProcesses, includesContext});
     };
-    const auto browser = browserAt(30, critical);
     EXPECT_EQ(advice(true, true),
-              (Advice{criticalNow, criticalNow, clamshell, browser, indexing(45), charging}));
+              (Advice{criticalNow, criticalNow, clamshell, browser(critical), indexing(45), charging}));
     EXPECT_EQ(advice(false, true), (Advice{criticalNow, criticalNow, clamshell, charging}));
-    EXPECT_EQ(advice(true, false), (Advice{criticalNow, criticalNow, browser, indexing(45)}));
+    EXPECT_EQ(advice(true, false), (Advice{criticalNow, criticalNow, browser(critical), indexing(45)}));
 
     // One priority and one kind: the system's indexing, then the offender that does it.
     const auto indexer = offender("Spotlight", 30, ProcessOffenderCategory::indexingOrSetup);
@@ -174,7 +155,7 @@ TEST(RecommendationCandidates, GoByUrgencyThenByKindThenAsTheyWereAdded) {
     byOffender.insight.confidence = Confidence::high;
     byOffender.insight.relatedOffenderID = "id:Spotlight";
     EXPECT_EQ(
-        recommendationCandidates(scoreOf(fair), quietContext(), readyOffenders({indexer}, true), defaults),
+        recommendationCandidates(scoreOf(fair), contextWith(), readyOffenders({indexer}, true), defaults),
         (Advice{indexing(45), byOffender, elevated}));
 }
 

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <map>
 #include <random>
 
@@ -13,212 +12,164 @@ namespace cindertop::testing {
 namespace {
 
 using enum ThermalLevel;
-using Kind = ThermalAlertKind;
+using ThermalAlertKind::recovery;
+using ThermalAlertKind::sustainedThrottling;
+constexpr auto top = ThermalAlertKind::critical;
+constexpr std::nullopt_t calm = std::nullopt;
 
-constexpr ThermalAlertConfiguration all(true, serious, Seconds{900}, Seconds{300}, Seconds{120});
-constexpr ThermalAlertConfiguration criticalOnly(true, critical, Seconds{900}, Seconds{300}, Seconds{120});
-constexpr ThermalAlertConfiguration disabled(false, serious, Seconds{900}, Seconds{300}, Seconds{120});
+constexpr ThermalAlertConfiguration alertsFrom(ThermalLevel minimum, bool isEnabled = true) {
+    return {isEnabled, minimum, Seconds{900}, Seconds{300}, Seconds{120}};
+}
+
+constexpr auto all = alertsFrom(serious);
+constexpr auto criticalOnly = alertsFrom(critical);
+constexpr auto disabled = alertsFrom(serious, false);
+
+using Duration = std::optional<double>;
+using Expected = std::optional<ThermalAlertKind>;
 
 /// One tick: how long pressure has been sustained (absent: it is not), and which alert is expected.
 struct Step {
     double seconds;
     ThermalLevel level;
-    std::optional<double> sustainedFor;
-    std::optional<Kind> expected;
+    Duration sustainedFor;
+    Expected expected;
     ThermalAlertConfiguration configuration = all;
+
+    Step under(const ThermalAlertConfiguration& other) const {
+        return {seconds, level, sustainedFor, expected, other};
+    }
 };
 
+Step peak(double seconds, Duration sustainedFor, Expected expected = std::nullopt) {
+    return {seconds, critical, sustainedFor, expected};
+}
+
+Step hot(double seconds, Duration sustainedFor, Expected expected = std::nullopt) {
+    return {seconds, serious, sustainedFor, expected};
+}
+
+Step warm(double seconds, Duration sustainedFor, Expected expected = std::nullopt) {
+    return {seconds, fair, sustainedFor, expected};
+}
+
 ThermalAlertInput inputFor(const Step& step) {
-    auto context = quietContext();
-    if (step.sustainedFor) {
-        context.sustainedPressure = sustained(*step.sustainedFor, step.level);
-    }
-    return {scoreOf(step.level), context, CinderRecommendationSnapshot::empty(), std::nullopt,
+    const auto context =
+        step.sustainedFor ? contextWith(sustained(*step.sustainedFor, step.level)) : contextWith();
+    return {scoreOf(step.level), context, adviceOf({CinderInsightKind::topCpuOffender}), "Painter",
             at(step.seconds)};
 }
 
-void expectAlerts(const std::vector<Step>& steps) {
-    ThermalAlertRuleEngine engine;
-    for (const auto& step : steps) {
-        const auto alert = engine.evaluate(inputFor(step), step.configuration);
-        ASSERT_EQ(alert.has_value(), step.expected.has_value()) << "at " << step.seconds;
-        if (alert) {
-            EXPECT_EQ(rawValue(alert->kind), rawValue(*step.expected)) << "at " << step.seconds;
-            EXPECT_EQ(alert->issuedAt, at(step.seconds));
+/// The whole alert of a kind under these circumstances.
+ThermalAlert alertOf(ThermalAlertKind kind, double seconds) {
+    const auto title = kind == top        ? "Critical Thermal Pressure"
+                       : kind == recovery ? "Thermal Pressure Eased"
+                                          : "Sustained Thermal Pressure";
+    const auto body =
+        kind == recovery
+            ? "Your Mac is back below serious thermal pressure. Performance should feel steadier again."
+            : "Painter is the main CPU load right now. Pausing it briefly may help your Mac cool.";
+    return {kind, title, body, at(seconds)};
+}
+
+TEST(ThermalAlertRuleEngine, TellsEachTransitionOnce) {
+    constexpr auto lasting = sustainedThrottling;
+    const std::map<std::string, std::vector<Step>> episodes{
+        {"each once",
+         {hot(0, 120, lasting), hot(1, 121), hot(400, 520), warm(401, calm, recovery), warm(402, calm)}},
+        {"of two at once only the worse, also later",
+         {peak(0, 120, top), peak(1, 121), hot(2, 122), warm(500, calm, recovery)}},
+        {"a critical one waits for no other kind", {hot(0, 120, lasting), peak(60, 180, top), peak(61, 181)}},
+        {"a second early, and it is over",
+         {peak(0, calm, top), hot(10, calm), peak(899, calm), peak(900, calm), hot(901, calm),
+          peak(902, calm, top)}},
+        {"just in time", {peak(0, calm, top), warm(10, calm), peak(900, calm, top)}},
+        {"an easing that another alert holds back is over",
+         {hot(0, 120, lasting), warm(200, calm), warm(300, calm), peak(301, calm, top)}},
+        {"a second one of its kind waits longer than for others",
+         {hot(0, 120, lasting), warm(300, calm, recovery), hot(899, 120), warm(1200, calm, recovery)}},
+        {"a clock that went back holds back no first of its kind, and lets no other through early",
+         {hot(0, 300, lasting), warm(300, calm, recovery), peak(-5, calm, top), warm(-4, 120)}},
+        {"too short an episode", {hot(0, 10, lasting), hot(400, 119.9), warm(401, calm)}},
+        {"the longest episode ever counts",
+         {hot(0, 120, lasting), warm(300, calm, recovery), hot(1200, 1, lasting),
+          warm(1500, calm, recovery)}},
+        {"the tick that turns critical counts for it",
+         {peak(0, 150, top), peak(1, 10), warm(400, calm, recovery)}},
+        {"and shortens nothing", {hot(0, 150, lasting), peak(300, 10, top), warm(600, calm, recovery)}},
+        {"no recovery to a serious level, now or later",
+         {hot(0, 500, lasting), hot(400, calm), warm(401, calm)}},
+        {"nor to a critical one", {peak(0, 500, top), peak(400, calm), warm(401, calm)}},
+        {"critical episodes only: no other, and one recovery from each",
+         {hot(0, 120).under(criticalOnly), warm(400, calm).under(criticalOnly),
+          peak(1000, 200, top).under(criticalOnly), hot(1001, 201).under(criticalOnly),
+          warm(1400, calm, recovery).under(criticalOnly), hot(3000, 200).under(criticalOnly),
+          warm(3400, calm).under(criticalOnly)}},
+        {"a sustained alert in between forgets no critical one",
+         {peak(0, calm, top), warm(300, 120, lasting), warm(600, calm, recovery).under(criticalOnly)}},
+        {"what happens while disabled is over",
+         {hot(0, 120).under(disabled), hot(1, 121), peak(2, 122).under(disabled), peak(3, 123),
+          warm(4, calm, recovery)}},
+        {"a minimum below serious is as good as serious",
+         {warm(0, 120, lasting).under(alertsFrom(normal)), peak(10, 130, top).under(alertsFrom(fair)),
+          warm(400, calm, recovery).under(alertsFrom(normal))}},
+    };
+    for (const auto& [name, steps] : episodes) {
+        ThermalAlertRuleEngine engine;
+        for (const auto& step : steps) {
+            const auto expected =
+                step.expected.transform([&](auto kind) { return alertOf(kind, step.seconds); });
+            EXPECT_EQ(engine.evaluate(inputFor(step), step.configuration), expected)
+                << name << ", at " << step.seconds;
         }
     }
 }
 
-constexpr std::nullopt_t nothing = std::nullopt;
-constexpr std::nullopt_t calm = std::nullopt;
-
-TEST(ThermalAlertRuleEngine, TellsEachEpisodeOnce) {
-    expectAlerts({
-        {0, serious, 120, Kind::sustainedThrottling},
-        {1, serious, 121, nothing},
-        {400, serious, 520, nothing},
-        {401, normal, calm, Kind::recovery},
-        {402, normal, calm, nothing},
-    });
-    // Both at once: only the worse is told, also later.
-    expectAlerts({
-        {0, critical, 120, Kind::critical},
-        {1, critical, 121, nothing},
-        {2, serious, 122, nothing},
-        {500, fair, calm, Kind::recovery},
-    });
-    expectAlerts({
-        {0, serious, 120, Kind::sustainedThrottling},
-        {60, critical, 180, Kind::critical},
-        {61, critical, 181, nothing},
-    });
-}
-
-TEST(ThermalAlertRuleEngine, SaysWhatHasHappenedInTheTitle) {
-    ThermalAlertRuleEngine engine;
-    auto input = inputFor({.seconds = 0, .level = serious, .sustainedFor = 120, .expected = nothing});
-    input.recommendationSnapshot = adviceOf({CinderInsightKind::topCpuOffender});
-    input.topOffenderLabel = "Painter";
-    EXPECT_EQ(
-        engine.evaluate(input, all),
-        (ThermalAlert{Kind::sustainedThrottling, "Sustained Thermal Pressure",
-                      "Painter is the main CPU load right now. Pausing it briefly may help your Mac cool.",
-                      at(0)}));
-    EXPECT_EQ(engine.evaluate(inputFor({1, critical, 121, nothing}), all)->title,
-              "Critical Thermal Pressure");
-    EXPECT_EQ(engine.evaluate(inputFor({400, fair, calm, nothing}), all)->title, "Thermal Pressure Eased");
-}
-
-TEST(ThermalAlertRuleEngine, WaitsBetweenAlerts) {
-    expectAlerts({
-        {0, critical, calm, Kind::critical},
-        {10, serious, calm, nothing},
-        {899, critical, calm, nothing}, // one second early, and over
-        {900, critical, calm, nothing},
-        {901, fair, calm, nothing},
-        {902, critical, calm, Kind::critical},
-    });
-    expectAlerts({
-        {0, critical, calm, Kind::critical},
-        {10, fair, calm, nothing},
-        {900, critical, calm, Kind::critical}, // just enough
-    });
-    // An alert of any kind holds back all but critical ones; the easing at 200 is over at 300.
-    expectAlerts({
-        {0, serious, 120, Kind::sustainedThrottling},
-        {200, fair, calm, nothing},
-        {300, fair, calm, nothing},
-        {301, critical, calm, Kind::critical},
-        {302, fair, calm, nothing},
-        {601, serious, 120, nothing}, // of the first one's kind
-        {901, fair, calm, Kind::recovery},
-        {1200, serious, 120, nothing},
-        {1201, serious, 121, nothing},
-    });
-    expectAlerts({
-        {0, serious, 300, Kind::sustainedThrottling},
-        {300, fair, calm, Kind::recovery}, // just enough
-        {-5, critical, calm,
-         Kind::critical},         // a clock that went back holds back neither a first of its kind …
-        {-4, fair, 120, nothing}, // … nor lets others through early
-    });
-}
-
-TEST(ThermalAlertRuleEngine, TellsARecoveryOnlyFromALongEpisodeToALowLevel) {
-    expectAlerts({
-        {0, serious, 10, Kind::sustainedThrottling},
-        {400, serious, 119.9, nothing},
-        {401, fair, calm, nothing}, // too short
-        {1000, serious, 120, Kind::sustainedThrottling},
-        {1400, fair, calm, Kind::recovery},
-        {2400, serious, 1, Kind::sustainedThrottling},
-        {2800, normal, calm, Kind::recovery}, // the longest stretch ever counts
-    });
-    expectAlerts({
-        {0, serious, 500, Kind::sustainedThrottling},
-        {400, serious, calm, nothing},
-        {401, normal, calm, nothing},
-    });
-    expectAlerts({
-        {0, critical, 500, Kind::critical},
-        {400, critical, calm, nothing},
-        {401, normal, calm, nothing},
-    });
-}
-
-TEST(ThermalAlertRuleEngine, TellsOnlyCriticalEpisodesWhenAskedTo) {
-    expectAlerts({
-        {0, serious, 120, nothing, criticalOnly},
-        {400, fair, calm, nothing, criticalOnly},
-        {1000, critical, 200, Kind::critical, criticalOnly},
-        {1001, serious, 201, nothing, criticalOnly},
-        {1400, fair, calm, Kind::recovery, criticalOnly},
-        {3000, serious, 200, nothing, criticalOnly},
-        {3400, fair, calm, nothing, criticalOnly}, // no critical alert since the last recovery
-    });
-    // A sustained alert in between forgets nothing.
-    expectAlerts({
-        {0, critical, calm, Kind::critical},
-        {300, fair, 120, Kind::sustainedThrottling},
-        {600, fair, calm, Kind::recovery, criticalOnly},
-    });
-}
-
-TEST(ThermalAlertRuleEngine, FollowsTransitionsWhileDisabled) {
-    expectAlerts({
-        {0, serious, 120, nothing, disabled},
-        {1, serious, 121, nothing},
-        {2, critical, 122, nothing, disabled},
-        {3, critical, 123, nothing},
-        {4, fair, calm, Kind::recovery},
-    });
-}
-
 TEST(ThermalAlertConfiguration, RaisesDurationsToTheirBounds) {
-    const auto nan = Seconds{std::numeric_limits<double>::quiet_NaN()};
-    const ThermalAlertConfiguration low(true, fair, Seconds{0}, Seconds{-5}, Seconds{0.5});
-    const ThermalAlertConfiguration none(true, fair, nan, nan, nan);
-    EXPECT_EQ(low, ThermalAlertConfiguration(true, fair, Seconds{1}, Seconds{0}, Seconds{1}));
-    EXPECT_EQ(none, low);
+    const Seconds nan{std::nan("")};
+    const ThermalAlertConfiguration lowest(true, fair, Seconds{1}, Seconds{0}, Seconds{1});
+    EXPECT_EQ(ThermalAlertConfiguration(true, fair, Seconds{0}, Seconds{-5}, Seconds{0.5}), lowest);
+    EXPECT_EQ(ThermalAlertConfiguration(true, fair, nan, nan, nan), lowest);
+    EXPECT_EQ(lowest.eventCooldown, Seconds{1});
+    EXPECT_EQ(lowest.globalCooldown, Seconds{0});
 }
 
 /// What an alert of this kind may answer to.
-bool isTransition(Kind kind, const Step& before, const Step& now) {
-    switch (kind) {
-    case Kind::critical:
-        return now.level == critical && before.level != critical;
-    case Kind::sustainedThrottling:
-        return now.sustainedFor && !before.sustainedFor;
-    case Kind::recovery:
+bool isTransition(ThermalAlertKind kind, const Step& before, const Step& now) {
+    if (kind == recovery) {
         return before.sustainedFor && !now.sustainedFor && now.level < serious;
     }
-    return false;
+    return kind == top ? now.level == critical && before.level != critical
+                       : now.sustainedFor && !before.sustainedFor;
 }
 
 TEST(ThermalAlertRuleEngine, KeepsItsPromisesOverArbitraryTicks) {
     std::mt19937 random{7'130'213}; // NOLINT: the same ticks every time
     const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
-    constexpr std::array configurations{all, criticalOnly, disabled};
+    constexpr std::array configurations{all, criticalOnly, disabled, alertsFrom(normal)};
     ThermalAlertRuleEngine engine;
-    Step before{.seconds = 0, .level = normal, .sustainedFor = calm, .expected = nothing};
-    std::map<Kind, double> told;
-    std::optional<double> toldLast;
-    std::map<Kind, int> counts;
+    Step before = warm(0, calm);
+    std::map<ThermalAlertKind, double> told{{top, -1e9}, {recovery, -1e9}, {sustainedThrottling, -1e9}};
+    double toldLast = -1e9;
+    std::map<ThermalAlertKind, int> counts;
     for (int tick = 0; tick < 20'000; ++tick) {
-        Step now{.seconds = before.seconds + below(120),
-                 .level = static_cast<ThermalLevel>(below(4)),
-                 .sustainedFor = below(2) == 0 ? std::optional<double>(below(400)) : calm,
-                 .expected = nothing};
-        const auto& configuration = configurations.at(static_cast<std::size_t>(below(3)));
-        if (const auto alert = engine.evaluate(inputFor(now), configuration)) {
+        const Step now{before.seconds + below(120), static_cast<ThermalLevel>(below(4)),
+                       below(2) == 0 ? Duration(below(400)) : calm, calm,
+                       configurations.at(static_cast<std::size_t>(below(4)))};
+        const auto alert = engine.evaluate(inputFor(now), now.configuration);
+        EXPECT_EQ(alert && alert->kind == top, now.configuration.isEnabled &&
+                                                   isTransition(top, before, now) &&
+                                                   now.seconds - told[top] >= 900)
+            << "at tick " << tick;
+        if (alert) {
             const auto kind = alert->kind;
-            EXPECT_TRUE(isTransition(kind, before, now)) << tick;
-            EXPECT_TRUE(configuration.isEnabled) << tick;
-            EXPECT_TRUE(!told.contains(kind) || now.seconds - told[kind] >= 900) << tick;
-            EXPECT_TRUE(kind == Kind::critical || !toldLast || now.seconds - *toldLast >= 300) << tick;
-            EXPECT_FALSE(configuration == criticalOnly && kind == Kind::sustainedThrottling) << tick;
-            told[kind] = now.seconds;
-            toldLast = now.seconds;
+            EXPECT_EQ(alert, alertOf(kind, now.seconds)) << tick;
+            EXPECT_TRUE(isTransition(kind, before, now)) << "told late, at tick " << tick;
+            EXPECT_TRUE(now.configuration.isEnabled) << tick;
+            EXPECT_GE(now.seconds - told[kind], 900) << tick;
+            EXPECT_TRUE(kind == top || now.seconds - toldLast >= 300) << tick;
+            EXPECT_FALSE(now.configuration == criticalOnly && kind == sustainedThrottling) << tick;
+            told[kind] = toldLast = now.seconds;
             ++counts[kind];
         }
         before = now;

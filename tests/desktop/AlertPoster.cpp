@@ -28,7 +28,7 @@ constexpr auto offenderLabel = "Paint & <Draw> (42% CPU)";
 std::optional<ThermalAlert> alertOf(const std::string& kind) {
     const ThermalAlertConfiguration configuration(true, ThermalLevel::serious, Seconds{900}, Seconds{300},
                                                   Seconds{120});
-    const ThermalAlertInput calm{scoreOf(ThermalLevel::fair), quietContext(),
+    const ThermalAlertInput calm{scoreOf(ThermalLevel::fair), contextWith(),
                                  adviceOf({CinderInsightKind::coolingRecovery}), std::nullopt, at(400)};
     ThermalAlertInput hot = calm;
     hot.score = scoreOf(kind == "critical" ? ThermalLevel::critical : ThermalLevel::serious);

@@ -77,7 +77,7 @@ protected:
     void start(MenuBarInfoMode mode) {
         state = &program.start();
         state->setMenuBarInfoMode(mode);
-        controller = std::make_unique<StatusItemController>(*state, item, popover);
+        controller = std::make_unique<StatusItemController>(*state, item, popover, program.clock);
         program.pass(1s);
         item.startTrace();
     }

@@ -18,7 +18,7 @@ namespace cindertop::desktop {
 
 /// Calls to other programs on a bus, any number at once. Main thread, whose event loop brings the answers.
 ///
-/// Nothing here waits. Each call is answered exactly once, never within `send`; after this object's
+/// Nothing here waits. Each call is answered exactly once, never within the call itself; after this object's
 /// destruction none is. An answer may destroy this object.
 class BusCalls {
 public:
@@ -33,6 +33,9 @@ public:
     BusCalls(QDBusConnection bus, Timers& timers);
 
     void send(const QDBusMessage& call, Answer answer);
+
+    /// Sends nothing; the answer is this error, as late as any.
+    void refuse(const std::string& reason, Answer answer);
 
 private:
     /// A watcher may be the sender of the very signal in which it is dropped.

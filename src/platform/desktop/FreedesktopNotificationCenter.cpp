@@ -96,7 +96,10 @@ NotificationAuthorizationStatus FreedesktopNotificationCenter::statusWithServer(
 
 void FreedesktopNotificationCenter::add(UserNotificationRequest request, AddCompletion completion) {
     if (request.delay) {
-        completion(std::unexpected(NotificationError{"a notification cannot be delayed"}));
+        calls_.refuse("a notification cannot be delayed",
+                      [completion = std::move(completion)](const BusCalls::Result& result) {
+                          completion(std::unexpected(NotificationError{result.error()}));
+                      });
         return;
     }
     postings_.push_back({std::move(request), std::move(completion)});
@@ -138,7 +141,9 @@ void FreedesktopNotificationCenter::takeNumber(const BusCalls::Result& result) {
         endPosting(std::unexpected(number.error()));
         return;
     }
-    server_.shown[placeOf(postings_.front().request)] = *number;
+    if (server_.showsMarkup) { // else another server has taken over: the number would be of another's there
+        server_.shown[placeOf(postings_.front().request)] = *number;
+    }
     endPosting({});
 }
 

@@ -19,7 +19,7 @@ namespace cindertop::desktop {
 
 /// The notification server of a Linux desktop, which may start late, die, come back or hang: org.freedesktop.
 /// Notifications on the session bus. Main thread; nothing here waits, and whatever the server does, each
-/// completion runs within a few times `BusCalls::timeLimit`.
+/// completion runs within a few times `BusCalls::timeLimit`, never within the call.
 ///
 /// These desktops never ask their user for permission. So the status is `notDetermined` until permission has
 /// been requested once, which `UserDefaults` remembers; from then on it is `authorized`, unless the user has

@@ -43,7 +43,7 @@ std::optional<std::string> execLine(const std::filesystem::path& program) {
     if (!program.is_absolute() || std::ranges::any_of(path, isControl) || repairedUtf8(path) != path) {
         return std::nullopt;
     }
-    return "Exec=" + inQuotes(path);
+    return "Exec=" + inQuotes(path) + " --background";
 }
 
 LinuxLoginItem::LinuxLoginItem(const std::filesystem::path& folder, std::filesystem::path program,

@@ -9,7 +9,7 @@
 
 namespace cindertop::linux_platform {
 
-/// A line "Exec=..." that starts the program in this file without arguments, as desktops read it. None for a
+/// A line "Exec=..." that starts the program in this file in the background, as desktops read it. None for a
 /// path that no desktop entry can hold: a relative one, one with control characters or one that is no UTF-8.
 std::optional<std::string> execLine(const std::filesystem::path& program);
 

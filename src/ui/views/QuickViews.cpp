@@ -3,7 +3,9 @@
 #include "ui/PopoverPresentation.h"
 #include "ui/SettingsPresentation.h"
 #include "ui/Views.h"
+#include "ui/views/controls/ApplicationIconProvider.h"
 #include "ui/views/controls/ThemeSingleton.h"
+#include "ui/views/popover/ShadowImageProvider.h"
 
 #include <QQmlEngine>
 #include <QQuickView>
@@ -17,11 +19,10 @@ class QuickViews final : public Views {
 public:
     explicit QuickViews(const Appearance& appearance) {
         ThemeSingleton::setAppearance(appearance);
-        if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
-            // It needs a fraction of the memory that the graphics drivers take.
-            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-        }
+        drawInSoftware();
         engine_.addImportPath(":/qt/qml");
+        engine_.addImageProvider("application", new ApplicationIconProvider);
+        engine_.addImageProvider("shadow", new ShadowImageProvider);
     }
 
     std::unique_ptr<QWindow> makePopover(PopoverPresentation& presentation) override {
@@ -41,6 +42,15 @@ public:
     }
 
 private:
+    /// It needs a fraction of the memory that the graphics drivers take. Qt listens before the first window.
+    static void drawInSoftware() {
+        static const bool isUsersChoice = qEnvironmentVariableIsSet("QT_QUICK_BACKEND");
+        static bool isDone = false;
+        if (!isUsersChoice && !std::exchange(isDone, true)) {
+            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        }
+    }
+
     std::unique_ptr<QQuickView> makeWindow(const char* view, QObject& presentation) {
         auto window = std::make_unique<QQuickView>(&engine_, nullptr);
         window->setResizeMode(QQuickView::SizeViewToRootObject);

@@ -35,23 +35,30 @@ public:
 
     /// Numbers its notifications from `firstId` on.
     ScriptedNotificationServer(const std::string& busAddress, uint firstId)
-        : connection_(QDBusConnection::connectToBus(QString::fromStdString(busAddress), connectionName)),
+        : connectionName_(QString::number(firstId)),
+          connection_(QDBusConnection::connectToBus(QString::fromStdString(busAddress), connectionName_)),
           nextId_(firstId) {
         connection_.registerVirtualObject("/org/freedesktop/Notifications", this);
         connection_.registerService("org.freedesktop.Notifications");
     }
 
     ~ScriptedNotificationServer() override {
-        QDBusConnection connection(connectionName);
+        QDBusConnection connection(connectionName_);
         if (connection.isConnected()) {
             // Unlike the end of a connection, this is over when the call returns.
             connection.unregisterService("org.freedesktop.Notifications");
         }
-        QDBusConnection::disconnectFromBus(connectionName);
+        QDBusConnection::disconnectFromBus(connectionName_);
     }
 
     ScriptedNotificationServer(const ScriptedNotificationServer&) = delete;
     ScriptedNotificationServer& operator=(const ScriptedNotificationServer&) = delete;
+
+    /// Gives the service's name up, for another server to take.
+    void resign() { connection_.unregisterService("org.freedesktop.Notifications"); }
+
+    /// Answers the last call that hangs.
+    void answerLate(const QVariant& answer) { connection_.send(unanswered_.createReply(answer)); }
 
     QString introspect(const QString& /*path*/) const override { return {}; }
 
@@ -70,8 +77,6 @@ public:
     }
 
 private:
-    static constexpr const char* connectionName = "server";
-
     uint take(QVariantList arguments) {
         const auto hints = qdbus_cast<QVariantMap>(arguments.takeAt(6));
         notified.push_back({arguments, hints});
@@ -79,7 +84,7 @@ private:
         return replaced == 0 ? nextId_++ : replaced;
     }
 
-    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) const {
+    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) {
         switch (behaviour) {
         case Behaviour::answers:
             connection.send(message.createReply(answer));
@@ -91,12 +96,15 @@ private:
             connection.send(message.createReply("nonsense"));
             return;
         case Behaviour::hangs:
+            unanswered_ = message;
             return;
         }
     }
 
+    QString connectionName_; ///< each server has its own, as a number
     QDBusConnection connection_;
     uint nextId_;
+    QDBusMessage unanswered_;
 };
 
 } // namespace cindertop::desktop

@@ -29,6 +29,7 @@ PressArea {
             return Theme.text;
     }
 
+    cursor: Qt.PointingHandCursor
     implicitWidth: content.implicitWidth + 2 * Theme.md
     implicitHeight: Math.max(28, content.implicitHeight + 2 * Theme.xs)
 

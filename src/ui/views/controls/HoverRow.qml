@@ -7,6 +7,7 @@ PressArea {
 
     property real radius: Theme.radiusControl
 
+    cursor: Qt.PointingHandCursor
     implicitHeight: Theme.listRow
     ringRadius: radius + Theme.xs
 

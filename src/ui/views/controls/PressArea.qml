@@ -17,7 +17,7 @@ Item {
     signal pressed
 
     activeFocusOnTab: true
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled || !parent?.enabled ? 1 : 0.4 // by itself, not with all around it
     z: activeFocus ? 1 : 0 // its ring lies over its neighbours
 
     Accessible.role: root.role
@@ -28,9 +28,16 @@ Item {
         root.pressed();
     }
 
-    Keys.onReturnPressed: root.pressed()
-    Keys.onEnterPressed: root.pressed()
-    Keys.onSpacePressed: root.pressed()
+    Keys.onReturnPressed: event => pressByKey(event)
+    Keys.onEnterPressed: event => pressByKey(event)
+    Keys.onSpacePressed: event => pressByKey(event)
+
+    // A key that is held down presses once, so that it cannot answer a question that it opened.
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat) {
+            pressed();
+        }
+    }
 
     HoverHandler {
         id: hover

@@ -1,10 +1,11 @@
-#include "ThemeSingleton.h"
+#include "ui/views/controls/ThemeSingleton.h"
 
 #include "ui/IconFont.h"
 #include "ui/Symbols.h"
 
 #include <QFontDatabase>
 #include <QQmlEngine>
+#include <QResource>
 
 namespace cindertop::ui {
 
@@ -15,7 +16,10 @@ const Appearance* nextAppearance = nullptr;
 void registerTextFonts() {
     static const bool isDone = [] {
         for (const auto* const cut : {"Regular", "Medium", "SemiBold", "Bold"}) {
-            QFontDatabase::addApplicationFont(QString(":/cindertop/fonts/Inter-%1.otf").arg(cut));
+            // Stored as it is, so that Qt reads it where it lies and keeps no copy.
+            const QResource font(QString(":/cindertop/fonts/Inter-%1.otf").arg(cut));
+            QFontDatabase::addApplicationFontFromData(
+                QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
         }
         return true;
     }();

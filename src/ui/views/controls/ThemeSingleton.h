@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QObject>
+
 #include <QtQml/qqmlregistration.h>
 
 class QJSEngine;
@@ -27,6 +28,7 @@ class ThemeSingleton : public QObject {
     Q_PROPERTY(QColor success READ success CONSTANT)
     Q_PROPERTY(QColor onAccent READ onAccent CONSTANT)
     Q_PROPERTY(QColor danger READ danger CONSTANT)
+    Q_PROPERTY(QColor backdrop READ backdrop CONSTANT)
     Q_PROPERTY(QColor switchTrackOff READ switchTrackOff NOTIFY changed)
     Q_PROPERTY(QColor switchKnobOn READ switchKnobOn CONSTANT)
     Q_PROPERTY(QColor switchKnobOff READ switchKnobOff CONSTANT)
@@ -107,6 +109,8 @@ public:
     QColor onAccent() const { return Qt::white; }
 
     QColor danger() const { return Theme::Colors::danger; }
+
+    QColor backdrop() const { return Theme::Colors::backdrop; }
 
     QColor switchTrackOff() const;
 

@@ -11,4 +11,3 @@ struct OnboardingPresentationForeign {
     QML_NAMED_ELEMENT(OnboardingPresentation)
     QML_UNCREATABLE("the program makes it")
 };
-

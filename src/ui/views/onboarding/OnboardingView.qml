@@ -2,19 +2,95 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Onboarding
 
+// What the program is, whether it is made for this machine, and the terms of use. As high as its content.
 Rectangle {
     id: root
 
     required property OnboardingPresentation presentation
 
     width: 420
-    height: 520
+    height: content.implicitHeight + 30 + Theme.xl
     color: Theme.window
 
-    Symbol {
-        anchors.centerIn: parent
-        name: "flame"
-        size: 48
-        color: Theme.accent
+    Column {
+        id: content
+
+        x: 30
+        y: 30
+        width: parent.width - 60
+        spacing: Theme.xl
+
+        OnboardingHeader {
+            width: parent.width
+        }
+
+        TimelineStepView {
+            width: parent.width
+            title: "Hardware check"
+            marker: root.presentation.marker
+            isActive: root.presentation.marker !== TimelineMarker.Number
+
+            StatusLineView {
+                width: parent.width
+                text: root.presentation.statusTitle
+                detail: root.presentation.statusDetail
+                status: root.presentation.marker
+            }
+
+            Text {
+                x: 20
+                width: parent.width - x
+                visible: root.presentation.isSupported
+                text: "Thermal pressure monitoring available"
+                wrapMode: Text.Wrap
+                color: Theme.secondaryText
+                font.family: Theme.caption.family
+                font.pixelSize: Theme.caption.pixelSize
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            OnboardingDisclosure {
+                name: "Nerd details"
+                isOpen: root.presentation.showsDetails
+                onPressed: root.presentation.showsDetails = !isOpen
+            }
+
+            HardwareDetails {
+                width: parent.width
+                visible: root.presentation.showsDetails
+                presentation: root.presentation
+            }
+        }
+
+        Column {
+            width: parent.width
+            spacing: Theme.lg
+
+            Text {
+                width: parent.width
+                text: "Cindertop stays in your menu bar and keeps thermal context local."
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                color: Theme.secondaryText
+                font: Theme.body
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            LegalAcceptance {
+                anchors.horizontalCenter: parent.horizontalCenter
+                presentation: root.presentation
+            }
+
+            OnboardingProminentButton {
+                width: parent.width
+                size: OnboardingProminentButton.Large
+                name: "Start Monitoring"
+                symbolName: "flame"
+                enabled: root.presentation.canStart
+                onPressed: root.presentation.start()
+            }
+        }
     }
 }

@@ -11,4 +11,3 @@ struct PopoverPresentationForeign {
     QML_NAMED_ELEMENT(PopoverPresentation)
     QML_UNCREATABLE("the program makes it")
 };
-

@@ -2,19 +2,69 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Popover
 
-Rectangle {
+// The panel with its shadow. Where nothing composes the screen it fills the window with straight edges.
+Item {
     id: root
 
     required property PopoverPresentation presentation
 
-    width: 260
-    height: 300
-    color: Theme.window
+    readonly property int margin: presentation.shadowMargin
+    // The light falls from above.
+    readonly property int fall: margin / 5
 
-    Symbol {
-        anchors.centerIn: parent
-        name: "flame"
-        size: 48
-        color: Theme.accent
+    width: panel.width + 2 * margin
+    height: panel.height + 2 * margin
+
+    TapHandler {
+        // The margin is seen as what lies behind it.
+        onTapped: eventPoint => {
+            if (!panel.contains(panel.mapFromItem(root, eventPoint.position))) {
+                root.presentation.close();
+            }
+        }
+    }
+
+    BorderImage {
+        id: shadow
+
+        readonly property int edge: root.margin - root.fall + 2 * Theme.radiusWindow
+
+        anchors.fill: parent
+        anchors.topMargin: root.fall * 2
+        visible: root.presentation.hasCompositor
+        source: visible ? "image://shadow/" + Theme.shadow.toString().substring(1) + "/" + (root.margin - root.fall) + "/"
+            + Theme.radiusWindow : ""
+        anchors.leftMargin: root.fall
+        anchors.rightMargin: root.fall
+        border.left: edge
+        border.right: edge
+        border.top: edge
+        border.bottom: edge
+        Accessible.ignored: true
+    }
+
+    Rectangle {
+        id: panel
+
+        x: root.margin
+        y: root.margin
+        width: 272
+        height: content.implicitHeight
+        radius: root.presentation.hasCompositor ? Theme.radiusWindow : 0
+        color: Theme.window
+        border.width: 1
+        border.color: Theme.divider
+
+        Accessible.role: Accessible.Pane
+        Accessible.name: "Cindertop"
+
+        MenuBarContentView {
+            id: content
+
+            width: parent.width
+            height: implicitHeight
+            focus: true
+            presentation: root.presentation
+        }
     }
 }

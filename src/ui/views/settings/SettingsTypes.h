@@ -34,10 +34,16 @@ struct CPUPresentationForeign {
     QML_UNCREATABLE("the program makes it")
 };
 
+struct ProcessOffenderDetailForeign {
+    Q_GADGET
+    QML_FOREIGN(cindertop::ui::ProcessOffenderDetail)
+    QML_NAMED_ELEMENT(ProcessOffenderDetail)
+    QML_UNCREATABLE("the program makes it")
+};
+
 struct SystemPresentationForeign {
     Q_GADGET
     QML_FOREIGN(cindertop::ui::SystemPresentation)
     QML_NAMED_ELEMENT(SystemPresentation)
     QML_UNCREATABLE("the program makes it")
 };
-

@@ -1,6 +1,7 @@
-// Prints the flame as a symbolic icon (SVG), which desktops draw in the colour of their own text.
+// Prints the flame as an icon (SVG): "symbolic" for panels, "colored" for everything else.
 
 #include "ui/FlameImages.h"
+#include "ui/Theme.h"
 
 #include <QGuiApplication>
 #include <QPainterPath>
@@ -8,12 +9,12 @@
 #include <charconv>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 namespace cindertop::ui {
 
 namespace {
 
-constexpr int iconSize = 16;
 constexpr int grid = 24; ///< its margins are whole
 
 std::string numberOf(double value) {
@@ -45,16 +46,32 @@ std::string pathData(const QPainterPath& path) {
     return data + "Z";
 }
 
-/// The class is how one family of desktops finds what to colour; the others colour everything.
-void print(const QPainterPath& outline) {
-    const auto size = std::to_string(iconSize);
+struct Style {
+    int size; ///< pixels
+    std::string head;
+    std::string fill;
+};
+
+/// Desktops draw it in the colour of their own text. The class is how one family of them finds what to
+/// colour; the others colour everything.
+Style symbolic() {
+    return {.size = 16,
+            .head =
+                R"(<style type="text/css" id="current-color-scheme">.ColorScheme-Text{color:#bebebe}</style>)"
+                "\n",
+            .fill = R"(class="ColorScheme-Text" fill="currentColor")"};
+}
+
+Style colored() {
+    return {.size = 128, .head = {}, .fill = std::string("fill=\"") + Theme::Colors::accentHex + '"'};
+}
+
+void print(const QPainterPath& outline, const Style& style) {
+    const auto size = std::to_string(style.size);
     const auto box = std::to_string(grid);
     std::cout << R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" + size + R"(" height=")" + size +
-                     R"(" viewBox="0 0 )" + box + " " + box + "\">\n" +
-                     R"(<style type="text/css" id="current-color-scheme">)" +
-                     ".ColorScheme-Text{color:#bebebe}</style>\n" +
-                     R"(<path class="ColorScheme-Text" fill="currentColor" fill-rule="evenodd" d=")" +
-                     pathData(outline) + "\"/>\n</svg>\n";
+                     R"(" viewBox="0 0 )" + box + " " + box + "\">\n" + style.head + "<path " + style.fill +
+                     R"( fill-rule="evenodd" d=")" + pathData(outline) + "\"/>\n</svg>\n";
 }
 
 } // namespace
@@ -64,6 +81,8 @@ void print(const QPainterPath& outline) {
 int main(int argumentCount, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argumentCount, arguments);
-    cindertop::ui::print(cindertop::ui::FlameImages::outline(cindertop::ui::grid));
+    using namespace cindertop::ui;
+    const bool isColored = argumentCount > 1 && std::string_view(arguments[1]) == "colored";
+    print(FlameImages::outline(grid), isColored ? colored() : symbolic());
     return 0;
 }

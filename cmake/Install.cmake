@@ -1,0 +1,42 @@
+# What is installed beside the programs finds its way from their folder: bin/../share, bin/../lib/cindertop.
+install(TARGETS cindertop cindertopctl RUNTIME DESTINATION bin)
+install(TARGETS cindertop-views LIBRARY DESTINATION lib/cindertop)
+install(FILES ${PROJECT_SOURCE_DIR}/data/cindertop.desktop DESTINATION share/applications)
+
+# The build folder has the pages at the same place, so that programs open them from there, too.
+foreach(page help terms privacy releases)
+  set(document ${PROJECT_BINARY_DIR}/share/doc/cindertop/${page}.html)
+  configure_file(${PROJECT_SOURCE_DIR}/docs/pages/${page}.html ${document} COPYONLY)
+  install(FILES ${document} DESTINATION share/doc/cindertop)
+endforeach()
+
+# The deployment file: what whoever installs the program wants it to know.
+set(CINDERTOP_BUILD "${PROJECT_VERSION}" CACHE STRING "The build that exports name")
+set(CINDERTOP_FEED_URL "" CACHE STRING "The https address of the signed list of releases (docs/updates.md)")
+set(CINDERTOP_FEED_KEY "" CACHE STRING "The Ed25519 key of that list, in base64")
+set(CINDERTOP_HELP_PAGE "" CACHE STRING "The address of the help, instead of the installed page")
+set(CINDERTOP_TERMS_PAGE "" CACHE STRING "The address of the terms of use, instead of the installed page")
+set(CINDERTOP_PRIVACY_PAGE "" CACHE STRING "The address of the privacy page, instead of the installed page")
+set(CINDERTOP_RELEASES_PAGE "" CACHE STRING "The address of the releases, instead of the installed page")
+set(CINDERTOP_WEBSITE "" CACHE STRING "The address of the website, instead of the help")
+
+set(CINDERTOP_DEPLOYMENT "")
+function(cindertop_deployment_key key value)
+  if(value STREQUAL "")
+    return()
+  endif()
+  string(REPLACE "&" "&amp;" value "${value}")
+  string(REPLACE "<" "&lt;" value "${value}")
+  string(APPEND CINDERTOP_DEPLOYMENT "\n  <key>${key}</key>\n  <string>${value}</string>")
+  set(CINDERTOP_DEPLOYMENT "${CINDERTOP_DEPLOYMENT}" PARENT_SCOPE)
+endfunction()
+cindertop_deployment_key(SUFeedURL "${CINDERTOP_FEED_URL}")
+cindertop_deployment_key(SUPublicEDKey "${CINDERTOP_FEED_KEY}")
+cindertop_deployment_key(CindertopHelpPage "${CINDERTOP_HELP_PAGE}")
+cindertop_deployment_key(CindertopTermsPage "${CINDERTOP_TERMS_PAGE}")
+cindertop_deployment_key(CindertopPrivacyPage "${CINDERTOP_PRIVACY_PAGE}")
+cindertop_deployment_key(CindertopReleasesPage "${CINDERTOP_RELEASES_PAGE}")
+cindertop_deployment_key(CindertopWebsite "${CINDERTOP_WEBSITE}")
+
+configure_file(data/Info.plist.in ${PROJECT_BINARY_DIR}/generated/Info.plist @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/generated/Info.plist DESTINATION share/cindertop)

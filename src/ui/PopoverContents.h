@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/AppState.h"
+
+#include <QString>
+
+namespace cindertop::ui {
+
+/// The texts, symbols and level of the popover at one moment. An empty text is not shown.
+struct PopoverContents {
+    /// The program's first question is still open: nothing is measured.
+    bool isWaitingForTerms{};
+    int level{}; ///< a raw ThermalAssistantPresentation::Status
+    QString statusText;
+    QString symbolName;
+    QString temperatureText;
+    QString trendLabel;
+    QString tipMessage;
+    QString offenderName; ///< empty without an offender
+    QString offenderPercentText;
+    QString offenderIconSource;
+    QString toggleTitle;
+    QString toggleSymbolName;
+    bool savesPower{};
+
+    static PopoverContents of(const AppState& state);
+    bool operator==(const PopoverContents&) const = default;
+};
+
+} // namespace cindertop::ui

@@ -1,0 +1,94 @@
+#include "ui/ProcessOffenderRow.h"
+
+#include "ui/ApplicationIcon.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace cindertop::ui {
+
+namespace {
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+enum OffenderRole {
+    offenderIDRole = Qt::UserRole,
+    displayNameRole,
+    categoryRole,
+    shareRole,
+    iconRole,
+    countRole
+};
+
+enum ChildRole { processIdentifierRole = Qt::UserRole, processNameRole, childShareRole };
+
+} // namespace
+
+QString shareText(double cpuPercent) {
+    return QString::number(cpuPercent, 'f', 1) + '%';
+}
+
+ProcessOffenderRow ProcessOffenderRow::of(const ProcessOffender& offender) {
+    return {.offenderID = text(offender.id),
+            .displayName = text(offender.displayName),
+            .categoryLabel = text(label(offender.category)),
+            .percentText = shareText(offender.cpuPercent),
+            .iconSource = applicationIconSource(offender),
+            .processCount = static_cast<int>(
+                std::min<std::int64_t>(offender.processCount, std::numeric_limits<int>::max()))};
+}
+
+QVariant ProcessOffenderRow::value(int role) const {
+    switch (role) {
+    case offenderIDRole:
+        return offenderID;
+    case Qt::DisplayRole:
+    case displayNameRole:
+        return displayName;
+    case categoryRole:
+        return categoryLabel;
+    case shareRole:
+        return percentText;
+    case iconRole:
+        return iconSource;
+    case countRole:
+        return processCount;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ProcessOffenderRow::roleNames() {
+    return {{offenderIDRole, "offenderID"}, {displayNameRole, "displayName"}, {categoryRole, "categoryLabel"},
+            {shareRole, "percentText"},     {iconRole, "iconSource"},         {countRole, "processCount"}};
+}
+
+ProcessChildRow ProcessChildRow::of(const ProcessOffenderChild& child) {
+    return {.processIdentifier = child.processIdentifier,
+            .processName = text(child.name),
+            .percentText = shareText(child.cpuPercent)};
+}
+
+QVariant ProcessChildRow::value(int role) const {
+    switch (role) {
+    case processIdentifierRole:
+        return processIdentifier;
+    case Qt::DisplayRole:
+    case processNameRole:
+        return processName;
+    case childShareRole:
+        return percentText;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ProcessChildRow::roleNames() {
+    return {{processIdentifierRole, "processIdentifier"},
+            {processNameRole, "processName"},
+            {childShareRole, "percentText"}};
+}
+
+} // namespace cindertop::ui

@@ -1,0 +1,52 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Onboarding
+
+// One line of the hardware's details.
+Item {
+    id: root
+
+    required property string title
+    required property string value
+    property bool isLast: false
+
+    implicitHeight: Math.max(26, text.implicitHeight + 10)
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title + ": " + value
+
+    Text {
+        id: label
+
+        x: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.title
+        color: Theme.text
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: text
+
+        anchors.left: label.right
+        anchors.leftMargin: Theme.lg
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        horizontalAlignment: Text.AlignRight
+        text: root.value
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        color: Theme.secondaryText
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+
+    HairLine {
+        x: Theme.md
+        anchors.bottom: parent.bottom
+        width: parent.width - 2 * Theme.md
+        visible: !root.isLast
+    }
+}

@@ -1,0 +1,65 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Onboarding
+
+// What the check found, in a line and a sentence.
+Item {
+    id: root
+
+    required property string text
+    required property string detail
+    required property int status // a TimelineMarker.Marker
+
+    implicitHeight: sentence.y + sentence.implicitHeight
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text + ". " + detail
+
+    Symbol {
+        anchors.verticalCenter: line.verticalCenter
+        size: 14
+        name: switch (root.status) {
+            case TimelineMarker.Complete:
+                return "checkmark.circle.fill";
+            case TimelineMarker.Failed:
+                return "xmark.circle.fill";
+            default:
+                return "clock";
+        }
+        color: switch (root.status) {
+            case TimelineMarker.Complete:
+                return Theme.levelColor(0);
+            case TimelineMarker.Failed:
+                return Theme.levelColor(2);
+            default:
+                return Theme.secondaryText;
+        }
+    }
+
+    Text {
+        id: line
+
+        x: 20
+        width: parent.width - x
+        text: root.text
+        wrapMode: Text.Wrap
+        color: Theme.text
+        font: Theme.bodyMedium
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: sentence
+
+        x: 20
+        y: line.implicitHeight + Theme.xxs
+        width: parent.width - x
+        text: root.detail
+        wrapMode: Text.Wrap
+        lineHeight: 1.1
+        color: Theme.secondaryText
+        font.family: Theme.caption.family
+        font.pixelSize: Theme.caption.pixelSize
+        Accessible.ignored: true
+    }
+}

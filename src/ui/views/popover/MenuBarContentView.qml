@@ -1,0 +1,131 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Popover
+
+// From the state of the machine down to the menu.
+FocusScope {
+    id: root
+
+    required property PopoverPresentation presentation
+
+    implicitHeight: content.implicitHeight + 14
+
+    Keys.onDownPressed: moveFocus(true)
+    Keys.onUpPressed: moveFocus(false)
+
+    function moveFocus(isForward: bool) {
+        const from = Window.activeFocusItem ?? root;
+        from.nextItemInFocusChain(isForward).forceActiveFocus(isForward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: root.presentation.quit()
+    }
+
+    Column {
+        id: content
+
+        x: 7
+        y: 7
+        width: root.width - 14
+
+        ThermalAssistantSummaryView {
+            width: parent.width
+            presentation: root.presentation
+        }
+
+        Item {
+            width: parent.width
+            visible: tip.visible
+            implicitHeight: Theme.xs
+        }
+
+        ThermalAssistantTipView {
+            id: tip
+
+            width: parent.width
+            visible: message.length > 0
+            message: root.presentation.tipMessage
+            accentColor: Theme.levelColor(root.presentation.level)
+            isStill: root.presentation.savesPower
+        }
+
+        PopoverDivider {
+            width: parent.width
+            visible: root.presentation.hasOffender
+        }
+
+        Column {
+            width: parent.width
+            visible: root.presentation.hasOffender
+            spacing: Theme.sm
+
+            Text {
+                x: 10
+                width: parent.width - 20
+                bottomPadding: 3
+                text: "Highest CPU Usage"
+                color: Theme.secondaryText
+                font: Theme.caption
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
+            TopProcessOffenderPopoverRow {
+                width: parent.width
+                displayName: root.presentation.offenderName
+                percentText: root.presentation.offenderPercentText
+                iconSource: root.presentation.offenderIconSource
+            }
+        }
+
+        PopoverDivider {
+            width: parent.width
+        }
+
+        MenuActionButton {
+            width: parent.width
+            name: root.presentation.toggleTitle
+            symbolName: root.presentation.toggleSymbolName
+            onPressed: root.presentation.toggleMonitoring()
+        }
+
+        PopoverDivider {
+            width: parent.width
+        }
+
+        MenuActionButton {
+            width: parent.width
+            name: "Check for Updates..."
+            symbolName: "arrow.triangle.2.circlepath"
+            onPressed: root.presentation.checkForUpdates()
+        }
+
+        MenuActionButton {
+            width: parent.width
+            name: "Help / Feedback..."
+            symbolName: "questionmark.circle"
+            onPressed: root.presentation.openHelp()
+        }
+
+        PopoverDivider {
+            width: parent.width
+        }
+
+        MenuActionButton {
+            width: parent.width
+            name: "Preferences..."
+            symbolName: "gearshape"
+            onPressed: root.presentation.openPreferences()
+        }
+
+        MenuActionButton {
+            width: parent.width
+            name: "Quit"
+            symbolName: "power"
+            shortcutText: "Ctrl+Q"
+            onPressed: root.presentation.quit()
+        }
+    }
+}

@@ -1,0 +1,56 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Popover
+
+// Who uses the processor most.
+Item {
+    id: root
+
+    required property string displayName
+    required property string percentText
+    required property string iconSource
+
+    implicitHeight: Math.max(icon.height, label.implicitHeight) + 10
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.displayName + ", " + root.percentText
+
+    ApplicationIcon {
+        id: icon
+
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.iconSource
+        size: 18
+    }
+
+    Text {
+        id: label
+
+        anchors.left: icon.right
+        anchors.leftMargin: Theme.sm
+        anchors.right: share.left
+        anchors.rightMargin: Theme.sm
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.displayName
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.text
+        font: Theme.bodyMedium
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: share
+
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.percentText
+        color: Theme.text
+        font.family: Theme.smallReadout.family
+        font.pixelSize: Theme.smallReadout.pixelSize
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// One fact: its name at the left, its value at the right.
+Item {
+    id: root
+
+    required property string title
+    required property string value
+    required property string symbolName
+    property color valueColor: Theme.secondaryText
+    property alias showsSymbol: symbol.visible
+
+    implicitWidth: parent ? parent.width : 0
+    implicitHeight: Math.max(Theme.row, text.implicitHeight + Theme.md)
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title + ": " + value
+
+    Symbol {
+        id: symbol
+
+        x: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbolName
+        size: 16
+        color: Theme.secondaryText
+    }
+
+    Text {
+        id: label
+
+        anchors.left: symbol.right
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.title
+        color: Theme.text
+        font: Theme.body
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: text
+
+        anchors.left: label.right
+        anchors.leftMargin: Theme.lg
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        horizontalAlignment: Text.AlignRight
+        text: root.value
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        color: root.valueColor
+        font: Theme.body
+        Accessible.ignored: true
+    }
+}

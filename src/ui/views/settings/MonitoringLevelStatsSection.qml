@@ -1,0 +1,27 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// How today's time was spent, by level.
+Card {
+    id: root
+
+    required property MonitoringPresentation presentation
+
+    padding: Theme.sm
+
+    Repeater {
+        model: root.presentation.levelLabels
+
+        MonitoringLevelStatRow {
+            required property int index
+            required property string modelData
+
+            level: index
+            label: modelData
+            duration: root.presentation.levelDurations[index]
+            durationText: root.presentation.durationText(duration)
+            total: root.presentation.totalDuration
+        }
+    }
+}

@@ -1,0 +1,47 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// How hot the last hour was, and today.
+HiddenScrollerScrollView {
+    id: root
+
+    required property MonitoringPresentation presentation
+
+    Binding {
+        target: root.presentation
+        property: "isShown"
+        value: root.Window.visibility !== Window.Hidden && root.Window.visibility !== Window.Minimized
+    }
+
+    Component.onDestruction: presentation.isShown = false
+
+    SettingsSection {
+        title: titleMeasure.width + Theme.xl < width ? titleMeasure.text : "Last Hour"
+        symbolName: "chart.xyaxis.line"
+
+        TextMetrics {
+            id: titleMeasure
+
+            text: "Last 60 Minutes"
+            font: Theme.section
+        }
+
+        Card {
+            padding: Theme.md
+
+            ThermalHistoryChart {
+                width: parent.width
+                presentation: root.presentation
+            }
+        }
+    }
+
+    MonitoringTodaySummary {
+        presentation: root.presentation
+    }
+
+    MonitoringLevelStatsSection {
+        presentation: root.presentation
+    }
+}

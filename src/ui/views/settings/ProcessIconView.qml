@@ -1,0 +1,5 @@
+import QtQuick
+import Cindertop.Controls
+
+// An offender's icon, or a tile with its letter.
+ApplicationIcon {}

@@ -1,0 +1,67 @@
+import QtQuick
+import Cindertop.Charts
+import Cindertop.Controls
+import Cindertop.Settings
+
+// An offender's share at the last samples.
+Item {
+    id: root
+
+    required property ProcessOffenderDetail offender
+
+    implicitHeight: 120
+
+    Accessible.role: Accessible.Chart
+    Accessible.name: "CPU History"
+    Accessible.description: offender.hasChart ? offender.historySummary : empty.text
+
+    Repeater {
+        model: [1, 0.5, 0]
+
+        AxisLabel {
+            required property real modelData
+
+            x: plot.x - width - 6
+            y: plot.y + (1 - modelData) * plot.height - height / 2
+            visible: plot.visible
+            text: modelData * root.offender.history.axisMaximum + (modelData > 0 ? "%" : "")
+        }
+    }
+
+    ProcessLoadCanvas {
+        id: plot
+
+        anchors.fill: parent
+        anchors.leftMargin: 36
+        anchors.topMargin: 6
+        anchors.bottomMargin: 20
+        visible: root.offender.hasChart
+        history: root.offender.history
+        lineColor: Theme.accent
+        gridColor: Theme.divider
+    }
+
+    AxisLabel {
+        x: plot.x
+        anchors.bottom: parent.bottom
+        visible: plot.visible
+        text: root.offender.historyStartText
+    }
+
+    AxisLabel {
+        x: plot.x + plot.width - width
+        anchors.bottom: parent.bottom
+        visible: plot.visible
+        text: "now"
+    }
+
+    EmptyState {
+        id: empty
+
+        anchors.centerIn: parent
+        width: parent.width
+        visible: !root.offender.hasChart
+        symbolName: "clock"
+        text: "Collecting CPU data..."
+    }
+}

@@ -1,0 +1,65 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// Who the offender is, and its share of the whole machine.
+Item {
+    id: root
+
+    required property ProcessOffenderDetail offender
+
+    width: parent ? parent.width : 0
+    implicitHeight: Math.max(icon.height, names.implicitHeight, share.implicitHeight)
+
+    Accessible.role: Accessible.Heading
+    Accessible.name: [offender.displayName, offender.categoryLabel, offender.percentText].join(", ")
+
+    ProcessIconView {
+        id: icon
+
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.offender.iconSource
+        size: 36
+    }
+
+    Column {
+        id: names
+
+        anchors.left: icon.right
+        anchors.leftMargin: Theme.md
+        anchors.right: share.left
+        anchors.rightMargin: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.xxs
+
+        Text {
+            width: parent.width
+            text: root.offender.displayName
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+            color: Theme.text
+            font: Theme.title
+            Accessible.ignored: true
+        }
+
+        Text {
+            width: parent.width
+            text: root.offender.categoryLabel
+            elide: Text.ElideRight
+            color: Theme.secondaryText
+            font: Theme.caption
+            Accessible.ignored: true
+        }
+    }
+
+    Text {
+        id: share
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.offender.percentText
+        color: Theme.text
+        font: Theme.readout
+        Accessible.ignored: true
+    }
+}

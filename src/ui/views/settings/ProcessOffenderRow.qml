@@ -1,0 +1,101 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// One offender: who it is, of how many processes, and its share. Leads to its detail.
+HoverRow {
+    id: root
+
+    required property string displayName
+    required property string categoryLabel
+    required property string percentText
+    required property string iconSource
+    required property int processCount
+    required property bool isFirst
+
+    name: displayName
+    description: [percentText, categoryLabel, badge.description].join(", ")
+    implicitWidth: parent ? parent.width : 0
+    implicitHeight: Math.max(Theme.listRow, texts.implicitHeight + Theme.sm)
+    radius: Theme.radiusSurface
+
+    SettingsDivider {
+        width: parent.width
+        visible: !root.isFirst
+    }
+
+    ProcessIconView {
+        id: icon
+
+        x: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.iconSource
+        size: 24
+    }
+
+    Column {
+        id: texts
+
+        anchors.left: icon.right
+        anchors.leftMargin: 10
+        anchors.right: share.left
+        anchors.rightMargin: Theme.sm
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 1
+
+        Row {
+            width: parent.width
+            spacing: Theme.sm
+
+            Text {
+                width: Math.min(implicitWidth, parent.width - badge.width - parent.spacing)
+                anchors.verticalCenter: parent.verticalCenter
+                text: root.displayName
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                color: Theme.text
+                font: Theme.bodyMedium
+                Accessible.ignored: true
+            }
+
+            ProcessCountBadge {
+                id: badge
+
+                anchors.verticalCenter: parent.verticalCenter
+                count: root.processCount
+            }
+        }
+
+        Text {
+            width: parent.width
+            text: root.categoryLabel
+            elide: Text.ElideRight
+            color: Theme.secondaryText
+            font: Theme.caption
+            Accessible.ignored: true
+        }
+    }
+
+    Text {
+        id: share
+
+        anchors.right: chevron.left
+        anchors.rightMargin: Theme.xs
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.percentText
+        color: Theme.text
+        font: Theme.body
+        Accessible.ignored: true
+    }
+
+    Symbol {
+        id: chevron
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.sm
+        anchors.verticalCenter: parent.verticalCenter
+        name: "chevron.right"
+        size: 18
+        color: Theme.secondaryText
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import Cindertop.Controls
+
+// A value of a read-out; without one there is no line.
+Item {
+    id: root
+
+    required property string title
+    required property string value
+    property color titleColor: Theme.secondaryText
+
+    visible: value.length > 0
+    implicitWidth: Math.max(96, label.implicitWidth + number.implicitWidth + Theme.md)
+    implicitHeight: label.implicitHeight
+
+    Text {
+        id: label
+
+        text: root.title
+        color: root.titleColor
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: number
+
+        anchors.right: parent.right
+        text: root.value
+        color: Theme.text
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,73 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// What this program is.
+SettingsOverlay {
+    id: root
+
+    required property SettingsPresentation presentation
+
+    title: "Cindertop"
+    message: "Made for fanless MacBook Airs."
+    panelWidth: 280
+    isPresented: presentation.isAboutPresented
+    initialFocus: close
+    onCancelled: presentation.closeAbout()
+
+    Symbol {
+        anchors.horizontalCenter: parent.horizontalCenter
+        name: "flame"
+        size: 48
+        color: Theme.accent
+    }
+
+    Text {
+        anchors.horizontalCenter: parent.horizontalCenter
+        topPadding: Theme.sm
+        text: root.title
+        color: Theme.text
+        font.family: Theme.title.family
+        font.weight: Theme.title.weight
+        font.pixelSize: Theme.title.pixelSize * 1.3
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+    }
+
+    Text {
+        anchors.horizontalCenter: parent.horizontalCenter
+        topPadding: Theme.xs
+        bottomPadding: Theme.md
+        text: root.message
+        color: Theme.secondaryText
+        font: Theme.body
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    SettingsAboutLink {
+        id: website
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        icon: "globe"
+        name: "Website"
+        KeyNavigation.tab: close
+        KeyNavigation.backtab: close
+        onPressed: root.presentation.openWebsite()
+    }
+
+    Item {
+        width: 1
+        height: Theme.lg
+    }
+
+    ActionButton {
+        id: close
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        name: "Close"
+        KeyNavigation.tab: website
+        KeyNavigation.backtab: website
+        onPressed: root.presentation.closeAbout()
+    }
+}

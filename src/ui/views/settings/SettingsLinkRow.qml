@@ -1,0 +1,44 @@
+import QtQuick
+import Cindertop.Controls
+import Cindertop.Settings
+
+// A row that leads on.
+HoverRow {
+    id: root
+
+    required property string symbolName
+
+    implicitHeight: Math.max(Theme.row, label.implicitHeight + Theme.md)
+    radius: Theme.radiusSurface
+
+    Symbol {
+        id: symbol
+
+        x: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbolName
+        size: 16
+        color: Theme.secondaryText
+    }
+
+    Text {
+        id: label
+
+        anchors.left: symbol.right
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.name
+        color: Theme.text
+        font: Theme.body
+        Accessible.ignored: true
+    }
+
+    Symbol {
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.md
+        anchors.verticalCenter: parent.verticalCenter
+        name: "chevron.right"
+        size: 18
+        color: Theme.secondaryText
+    }
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "update/ReleaseVersion.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cindertop {
+
+/// What the list of releases says of one of them.
+struct Release {
+    std::string version;
+    ReleaseVersion number; ///< the same, to compare
+    std::string page;      ///< an https address
+    std::string summary;   ///< what is new, in one line; may be empty
+
+    bool operator==(const Release&) const = default;
+};
+
+/// The key that releases are signed with: 32 bytes of Ed25519.
+class ReleaseKey {
+public:
+    /// None unless the text is such a key in base64.
+    static std::optional<ReleaseKey> parse(std::string_view base64);
+
+    /// `signature` is in base64, too.
+    bool hasSigned(std::string_view text, std::string_view signature) const;
+
+private:
+    explicit ReleaseKey(std::vector<std::byte> bytes) : bytes_(std::move(bytes)) {}
+
+    std::vector<std::byte> bytes_;
+};
+
+/// What the signature of a release is made of.
+std::string signedText(std::string_view version, std::string_view page, std::string_view summary);
+
+/// The releases of a list that are sound and signed; the others might be anybody's. None when the text is no
+/// list of releases.
+std::optional<std::vector<Release>> signedReleases(std::string_view feed, const ReleaseKey& key);
+
+} // namespace cindertop

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "update/ReleaseFeed.h"
+
+#include <string>
+#include <variant>
+
+namespace cindertop {
+
+/// No release in the list is newer than this program.
+struct UpToDate {
+    bool operator==(const UpToDate&) const = default;
+};
+
+struct UpdateFailure {
+    std::string sentence; ///< for the user
+
+    bool operator==(const UpdateFailure&) const = default;
+};
+
+/// What a look for new releases has found; a Release is newer than this program.
+using UpdateResult = std::variant<Release, UpToDate, UpdateFailure>;
+
+} // namespace cindertop

@@ -1,0 +1,159 @@
+#include "app/FakeProgram.h"
+#include "ui/PopoverPresentation.h"
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+namespace cindertop::ui {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The popover of a fake program; what its buttons ask for is written down.
+class PopoverPresentationTest : public testing::Test, public Windows {
+protected:
+    FakeProgram program;
+    AppState* state = nullptr;
+    std::unique_ptr<PopoverPresentation> popover;
+    QStringList asked;
+
+    PopoverPresentationTest() { program.windows = this; }
+
+    void showOnboarding() override { asked += "onboarding"; }
+
+    void closeOnboarding() override {}
+
+    void showSettings() override { asked += "settings"; }
+
+    void open(const AppSettingsFields& settings = {}) {
+        state = &program.startWith(settings);
+        const auto asks = [this](const char* what) { return [this, what] { asked += what; }; };
+        popover = std::make_unique<PopoverPresentation>(*state, ProgramActions{.openHelp = asks("help"),
+                                                                               .openTerms = {},
+                                                                               .openPrivacyPolicy = {},
+                                                                               .openWebsite = {},
+                                                                               .closePopover = asks("close"),
+                                                                               .quit = asks("quit")});
+    }
+
+    void setTemperature(double celsius) {
+        program.machine.temperatureEvents.sensors = {{.product = "PMU tdie1", .celsius = celsius}};
+    }
+
+    QStringList summary() const {
+        return {popover->symbolName(), popover->statusText(), popover->detailText()};
+    }
+
+    QStringList toggle() const { return {popover->toggleTitle(), popover->toggleSymbolName()}; }
+
+    QStringList offender() const { return {popover->offenderName(), popover->offenderPercentText()}; }
+};
+
+TEST_F(PopoverPresentationTest, FollowsTheMachineWhileOpen) {
+    setTemperature(47);
+    open({.experimentalTemperatureSensorsEnabled = true});
+    EXPECT_EQ(popover->statusText(), "Normal");
+    program.pass(0s);
+    EXPECT_EQ(popover->temperatureText(), "SoC 47°C");
+
+    for (const auto& [pressure, level, expected] :
+         {std::tuple(1U, 1, QStringList{"flame", "Fair"}),
+          std::tuple(2U, 2, QStringList{"speedometer", "Serious"}),
+          std::tuple(3U, 3, QStringList{"exclamationmark.octagon", "Critical"})}) {
+        program.machine.pressure->play({pressure});
+        setTemperature(60 + 12.0 * level);
+        program.pass(30s);
+        EXPECT_EQ(popover->level(), level);
+        EXPECT_EQ(summary().mid(0, 2), expected);
+    }
+    EXPECT_FALSE(popover->tipMessage().isEmpty());
+    EXPECT_EQ(popover->trendLabel(), ""); // the tip says more
+}
+
+TEST_F(PopoverPresentationTest, JoinsTheTemperatureAndTheTrend) {
+    setTemperature(40);
+    open({.experimentalTemperatureSensorsEnabled = true, .showContextInsights = false});
+    program.pass(10s);
+    EXPECT_EQ(summary(), (QStringList{"checkmark.circle", "Normal", "SoC 40°C"}));
+    state->setExperimentalTemperatureSensorsEnabled(false);
+    EXPECT_EQ(popover->detailText(), "");
+}
+
+TEST_F(PopoverPresentationTest, PausesAndResumes) {
+    open();
+    program.pass(0s);
+    EXPECT_EQ(toggle(), (QStringList{"Disable Monitoring", "pause.fill"}));
+
+    popover->toggleMonitoring();
+    EXPECT_TRUE(*state->published().isPaused);
+    EXPECT_EQ(toggle(), (QStringList{"Enable Monitoring", "play.fill"}));
+    EXPECT_EQ(summary(), (QStringList{"pause.fill", "Paused", ""}));
+    EXPECT_EQ(popover->level(), 4);
+    EXPECT_EQ(popover->tipMessage(), "Monitoring paused.");
+
+    popover->toggleMonitoring();
+    EXPECT_FALSE(*state->published().isPaused);
+    EXPECT_EQ(popover->statusText(), "Normal");
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(PopoverPresentationTest, NamesTheTopOffenderWhereThereIsOneToShow) {
+    program.machine.processes.processes.clear();
+    auto& busy = program.machine.processes.add(7, "Größe & Co");
+    open();
+    program.pass(0s);
+    EXPECT_FALSE(popover->hasOffender()); // nothing yet to compare with
+
+    for (int second = 0; second < 60; ++second) {
+        busy.accounting->totalUserTime += 2'520'000'000; // of 8 processors
+        program.pass(1s);
+    }
+    EXPECT_EQ(offender(), (QStringList{"Größe & Co", "32%"}));
+    EXPECT_EQ(popover->offenderIconSource(), "image://application//Gr%C3%B6%C3%9Fe%20%26%20Co");
+
+    state->setShowProcessOffenders(false);
+    EXPECT_FALSE(popover->hasOffender());
+    state->setShowProcessOffenders(true);
+    state->setPaused(true);
+    EXPECT_FALSE(popover->hasOffender());
+}
+
+TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
+    program.defaults = {};
+    open();
+    program.pass(10s);
+    EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not Monitoring", ""}));
+    EXPECT_EQ(popover->level(), 4);
+    EXPECT_EQ(popover->tipMessage(), "Nothing is measured until you accept the terms of use.");
+    EXPECT_EQ(toggle(), (QStringList{"Set Up Cindertop...", "play.fill"}));
+
+    popover->toggleMonitoring();
+    EXPECT_EQ(asked, (QStringList{"onboarding", "close"}));
+    state->acceptLegalTerms();
+    EXPECT_EQ(popover->statusText(), "Normal");
+    EXPECT_EQ(toggle(), (QStringList{"Disable Monitoring", "pause.fill"}));
+}
+
+TEST_F(PopoverPresentationTest, ClosesAfterWhatOpensSomethingElse) {
+    open();
+    popover->openHelp();
+    popover->openPreferences();
+    EXPECT_EQ(asked, (QStringList{"help", "close", "settings", "close"}));
+    asked.clear();
+    popover->checkForUpdates();
+    EXPECT_TRUE(asked.empty());
+    EXPECT_EQ(program.countOf("Update check opened releases page because Sparkle is not configured"), 1);
+    popover->quit();
+    EXPECT_EQ(asked, QStringList("quit"));
+}
+
+TEST_F(PopoverPresentationTest, IsStillWhereThePowerIsToLast) {
+    open();
+    program.machine.process.lowPowerMode = true;
+    program.pass(10s);
+    EXPECT_TRUE(popover->savesPower());
+}
+
+} // namespace
+} // namespace cindertop::ui

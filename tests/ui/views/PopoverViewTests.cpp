@@ -1,0 +1,91 @@
+#include "ShownProgram.h"
+#include "ui/PopoverPresentation.h"
+
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+
+namespace cindertop::ui {
+namespace {
+
+const QStringList buttonsFromTheTop{"Disable Monitoring", "Check for Updates...", "Help / Feedback...",
+                                    "Preferences...", "Quit"};
+
+class PopoverViewTest : public testing::Test {
+protected:
+    ShownProgram shown;
+    PopoverPresentation presentation{*shown.state, shown.actions()};
+    std::unique_ptr<QWindow> window = shown.views->makePopover(presentation);
+
+    PopoverViewTest() { show(*window); }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, modifiers);
+            QCoreApplication::sendEvent(window.get(), &event);
+        }
+    }
+
+    QString focused() const {
+        const auto* const interface = QAccessible::queryAccessibleInterface(window->focusObject());
+        return interface != nullptr ? interface->text(QAccessible::Name) : QString();
+    }
+
+    std::vector<QAccessibleInterface*> buttons() const {
+        auto all = accessibleIn(*window);
+        std::erase_if(all, [](const auto* item) { return item->role() != QAccessible::Button; });
+        return all;
+    }
+};
+
+TEST_F(PopoverViewTest, AssistiveTechnologyCanPressEachButton) {
+    QStringList names;
+    for (auto* const button : buttons()) {
+        names += button->text(QAccessible::Name);
+        auto* const actions = button->actionInterface();
+        ASSERT_NE(actions, nullptr);
+        ASSERT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+        actions->doAction(QAccessibleActionInterface::pressAction());
+    }
+    EXPECT_EQ(names, buttonsFromTheTop);
+    EXPECT_TRUE(*shown.state->published().isPaused);
+    EXPECT_EQ(shown.asked, (QStringList{"help", "close", "settings", "close", "quit"}));
+
+    QStringList texts;
+    for (const auto* const item : accessibleIn(*window)) {
+        if (item->role() == QAccessible::StaticText) {
+            texts += item->text(QAccessible::Name);
+        }
+    }
+    EXPECT_EQ(texts, (QStringList{"Paused", "Monitoring paused."}));
+}
+
+TEST_F(PopoverViewTest, TheKeyboardReachesAndPressesEachButton) {
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Down}) {
+        for (const auto& name : buttonsFromTheTop) {
+            press(key);
+            EXPECT_EQ(focused(), name);
+        }
+    }
+    press(Qt::Key_Up);
+    EXPECT_EQ(focused(), "Preferences...");
+    press(Qt::Key_Return);
+    press(Qt::Key_Space);
+    press(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(shown.asked, (QStringList{"settings", "close", "settings", "close", "quit"}));
+}
+
+TEST_F(PopoverViewTest, TheWindowFollowsWhatThereIsToTell) {
+    const int height = window->height();
+    shown.state->setPaused(true); // brings a tip
+    draw(*window);
+    EXPECT_GT(window->height(), height + 20);
+    const auto panel = window->size();
+    presentation.setHasCompositor(true);
+    draw(*window);
+    const int margins = 2 * presentation.shadowMargin();
+    EXPECT_EQ(window->size(), panel + QSize(margins, margins));
+}
+
+} // namespace
+} // namespace cindertop::ui

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "app/FakeProgram.h"
+#include "ui/Appearance.h"
+#include "ui/GuiApplication.h"
+#include "ui/ProgramActions.h"
+#include "ui/ViewsLibrary.h"
+
+#include <QAccessible>
+#include <QQuickWindow>
+#include <QStringList>
+#include <QWindow>
+
+namespace cindertop::ui {
+
+/// Collects what QML complains of while it lives.
+class Complaints {
+public:
+    Complaints() {
+        list().clear();
+        previous_ =
+            qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+                if (type != QtDebugMsg && type != QtInfoMsg && text.contains(".qml")) {
+                    list() += text;
+                }
+            });
+    }
+
+    ~Complaints() { qInstallMessageHandler(previous_); }
+
+    Complaints(const Complaints&) = delete;
+    Complaints& operator=(const Complaints&) = delete;
+
+    static QStringList& list() {
+        static QStringList complaints;
+        return complaints;
+    }
+
+private:
+    QtMessageHandler previous_;
+};
+
+/// A fake program with its windows, without a screen. What the windows ask for is written down.
+class ShownProgram : public Windows {
+public:
+    FakeProgram program;
+    Appearance appearance;
+    QStringList asked;
+    AppState* state;
+    std::unique_ptr<Views> views;
+
+    ShownProgram() : state(&startIn(program, *this)) {
+        qputenv("QT_QUICK_BACKEND", "software");
+        application();
+        QAccessible::setActive(true);
+        if (auto loaded = loadViews(appearance)) {
+            views = *std::move(loaded);
+        }
+    }
+
+    ProgramActions actions() {
+        const auto asks = [this](const char* what) { return [this, what] { asked += what; }; };
+        return {.openHelp = asks("help"),
+                .openTerms = asks("terms"),
+                .openPrivacyPolicy = asks("privacy"),
+                .openWebsite = asks("website"),
+                .closePopover = asks("close"),
+                .quit = asks("quit")};
+    }
+
+    void showOnboarding() override { asked += "onboarding"; }
+
+    void closeOnboarding() override {}
+
+    void showSettings() override { asked += "settings"; }
+
+private:
+    static AppState& startIn(FakeProgram& program, Windows& windows) {
+        program.windows = &windows;
+        return program.start();
+    }
+};
+
+inline void show(QWindow& window) {
+    window.show();
+    window.requestActivate();
+    QCoreApplication::processEvents();
+}
+
+/// Lays a window out and draws it now.
+inline void draw(QWindow& window) {
+    dynamic_cast<QQuickWindow&>(window).grabWindow();
+    QCoreApplication::processEvents();
+}
+
+/// What assistive technology finds and sees in a window, from top to bottom.
+inline std::vector<QAccessibleInterface*> accessibleIn(QWindow& window) {
+    std::vector<QAccessibleInterface*> found{QAccessible::queryAccessibleInterface(&window)};
+    for (std::size_t next = 0; next < found.size(); ++next) {
+        for (int child = 0; child < found[next]->childCount(); ++child) {
+            if (auto* const item = found[next]->child(child); !item->state().invisible) {
+                found.push_back(item);
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace cindertop::ui
