@@ -34,9 +34,9 @@ bool isWebAddress(const QUrl& address) {
 
 } // namespace
 
-Pages::Pages(DeploymentFile deployment, std::filesystem::path programFolder)
+Pages::Pages(DeploymentFile deployment, const std::filesystem::path& programFolder)
     : deployment_(std::move(deployment)),
-      documents_((std::move(programFolder) / "../share/doc/cindertop").lexically_normal()) {}
+      documents_((programFolder / "../share/doc/cindertop").lexically_normal()) {}
 
 std::optional<std::string> Pages::address(Page page) const {
     if (auto named = namedAddress(page)) {

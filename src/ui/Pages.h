@@ -15,7 +15,7 @@ enum class Page { help, terms, privacy, releases, website };
 class Pages {
 public:
     /// `programFolder` is where the program's file is.
-    Pages(DeploymentFile deployment, std::filesystem::path programFolder);
+    Pages(DeploymentFile deployment, const std::filesystem::path& programFolder);
 
     /// Leads somewhere, or is absent. The website without an address of its own is the help.
     std::optional<std::string> address(Page page) const;

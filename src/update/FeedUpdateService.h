@@ -21,8 +21,8 @@ public:
     using Presenter = std::function<void(const UpdateResult&)>;
     using AddressPolicy = std::function<bool(const QUrl&)>;
 
-    static constexpr std::chrono::seconds timeLimit{10}; ///< for all of a look
-    static constexpr qint64 sizeLimit = 1024 * 1024;     ///< bytes
+    static constexpr std::chrono::seconds timeLimit{10};     ///< for all of a look
+    static constexpr qint64 sizeLimit = qint64{1024} * 1024; ///< bytes
 
     /// Whether an address is encrypted.
     static bool isSecure(const QUrl& address);

@@ -11,6 +11,7 @@ constexpr std::size_t mostParts = 4;
 std::optional<std::uint32_t> wholeNumber(std::string_view text) {
     std::uint32_t number = 0;
     const auto* const end = text.data() + text.size();
+    // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): the end goes with it
     const auto [rest, error] = std::from_chars(text.data(), end, number);
     return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
 }

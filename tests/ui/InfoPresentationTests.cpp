@@ -12,11 +12,11 @@ using Level = BatteryTemperatureLevel;
 
 TEST(ContextTexts, PowerJoinsThePartsThatApply) {
     struct Case {
-        PowerSourceKind source;
+        PowerSourceKind source{};
         std::optional<bool> isCharging;
         std::optional<bool> isFullyCharged;
-        bool isLowPowerModeEnabled;
-        const char* text;
+        bool isLowPowerModeEnabled{};
+        const char* text{};
     };
 
     for (const auto& [source, isCharging, isFullyCharged, isLowPowerModeEnabled, text] : {
