@@ -21,6 +21,8 @@ if(CINDERTOP_SANITIZERS)
   add_compile_options(-fsanitize=${CINDERTOP_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${CINDERTOP_SANITIZERS})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(cindertop_options INTERFACE -Wno-maybe-uninitialized) # the checks lead it astray
+    target_compile_options(cindertop_options INTERFACE
+      -Wno-maybe-uninitialized # the checks lead it astray
+      -Wno-tsan)               # Qt's own globals use a fence, which the thread sanitizer does not see
   endif()
 endif()
