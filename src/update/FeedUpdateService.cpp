@@ -28,21 +28,12 @@ QNetworkRequest requestOf(const QUrl& address) {
 
 } // namespace
 
-/// It may be the sender of the very signal in which it is dropped.
-struct FeedUpdateService::DeleteLater {
-    void operator()(QObject* object) const { object->deleteLater(); }
-};
-
 struct FeedUpdateService::Look {
-    std::unique_ptr<Timer> deadline;
-    std::unique_ptr<QNetworkAccessManager, DeleteLater> manager;
+    std::unique_ptr<Timer> timer; ///< until it begins, then its deadline, then its end
+    std::unique_ptr<QNetworkAccessManager> manager;
     QNetworkReply* reply = nullptr; ///< of the manager, when it has asked
 
-    Look() = default;
-    Look(const Look&) = delete;
-    Look& operator=(const Look&) = delete;
-
-    ~Look() {
+    void hangUp() const {
         if (reply != nullptr) {
             reply->disconnect();
             reply->abort();
@@ -74,7 +65,7 @@ void FeedUpdateService::checkForUpdates() {
         return;
     }
     look_ = std::make_unique<Look>();
-    look_->deadline = timers_.start(std::chrono::seconds{0}, [this] { begin(); });
+    look_->timer = timers_.start(std::chrono::seconds{0}, [this] { begin(); });
 }
 
 void FeedUpdateService::begin() {
@@ -87,8 +78,8 @@ void FeedUpdateService::begin() {
         fail("The key that releases are signed with is damaged.");
         return;
     }
-    look_->deadline = timers_.start(timeLimit, [this] { fail("The release list did not come in time."); });
-    look_->manager.reset(new QNetworkAccessManager);
+    look_->timer = timers_.start(timeLimit, [this] { fail("The release list did not come in time."); });
+    look_->manager = std::make_unique<QNetworkAccessManager>();
     look_->reply = look_->manager->get(requestOf(address_));
     const auto* const reply = look_->reply;
     QObject::connect(reply, &QNetworkReply::readyRead, reply, [this] { limitSize(); });
@@ -118,8 +109,12 @@ void FeedUpdateService::fail(const std::string& sentence) {
     finish(UpdateFailure{sentence});
 }
 
+/// The manager may be the sender of the signal that brought this here, so it goes a little later; it may not
+/// stay until the program exits either, for it has a thread.
 void FeedUpdateService::finish(const UpdateResult& result) {
-    look_.reset();
+    look_->hangUp();
+    ended_ = std::move(look_);
+    ended_->timer = timers_.start(std::chrono::seconds{0}, [this] { ended_.reset(); });
     present_(result);
 }
 

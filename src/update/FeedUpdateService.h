@@ -39,7 +39,6 @@ public:
     void checkForUpdates() override;
 
 private:
-    struct DeleteLater;
     struct Look;
 
     void begin();
@@ -55,7 +54,8 @@ private:
     Timers& timers_;
     Presenter present_;
     AddressPolicy isAllowed_;
-    std::unique_ptr<Look> look_; ///< the one under way
+    std::unique_ptr<Look> look_;  ///< the one under way
+    std::unique_ptr<Look> ended_; ///< until no signal of it is under way
 };
 
 } // namespace cindertop

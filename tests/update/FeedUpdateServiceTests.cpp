@@ -101,12 +101,17 @@ protected:
             [this](const UpdateResult& result) { told = word(result); }, std::move(policy));
     }
 
+    void runDue() {
+        while (clock.runNextDue()) {
+        }
+    }
+
     /// What a look tells. The clock does not move by itself.
     std::string look(FeedUpdateService& updates) {
         told.reset();
         updates.checkForUpdates();
         EXPECT_FALSE(told);
-        clock.runNextDue();
+        runDue();
         desktop::runUntil([this] { return told.has_value(); });
         return told.value_or("nothing");
     }
@@ -160,12 +165,11 @@ TEST_F(FeedUpdateServiceTest, FollowsNoRedirectionToAnotherPlace) {
 TEST_F(FeedUpdateServiceTest, GivesUpASlowServerAndThenLooksAgain) {
     const auto updates = service(server.address().toStdString(), makers().publicKey());
     updates->checkForUpdates();
-    clock.runNextDue();
+    runDue();
     desktop::runUntil([this] { return server.requests == 1; });
     updates->checkForUpdates();
     clock.advanceTo(clock.now() + FeedUpdateService::timeLimit);
-    while (clock.runNextDue()) {
-    }
+    runDue();
     EXPECT_EQ(told, "The release list did not come in time.");
     server.answer = feed(release("0.10"));
     EXPECT_EQ(look(*updates), "0.10");

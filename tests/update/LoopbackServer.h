@@ -8,7 +8,8 @@
 
 namespace cindertop {
 
-/// Gives every request the same answer, or none while there is none.
+/// Gives every request the same answer, or none while there is none. It leaves the hanging up to the other
+/// side: who is hung up on while still sending may ask a second time.
 class LoopbackServer {
 public:
     QByteArray answer; ///< with its head
@@ -21,15 +22,15 @@ public:
 
     QString address() const { return "http://127.0.0.1:" + QString::number(server_.serverPort()); }
 
-    static QByteArray page(const QByteArray& body) { return head("200 OK") + "\r\n" + body; }
+    static QByteArray page(const QByteArray& body) { return head("200 OK", body.size()) + "\r\n" + body; }
 
     static QByteArray redirection(const QString& address) {
-        return head("302 Found") + "Location: " + address.toUtf8() + "\r\n\r\n";
+        return head("302 Found", 0) + "Location: " + address.toUtf8() + "\r\n\r\n";
     }
 
 private:
-    static QByteArray head(const QByteArray& status) {
-        return "HTTP/1.1 " + status + "\r\nConnection: close\r\n";
+    static QByteArray head(const QByteArray& status, qsizetype length) {
+        return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(length) + "\r\n";
     }
 
     void accept() {
@@ -39,10 +40,7 @@ private:
                 return;
             }
             ++requests;
-            if (!answer.isEmpty()) {
-                connection->write(answer);
-                connection->disconnectFromHost();
-            }
+            connection->write(answer);
         });
     }
 
