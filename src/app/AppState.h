@@ -133,10 +133,8 @@ private:
     struct Readings;
     struct Tick;
     struct HistoryRecord;
-    struct HistoryReading;
     struct Census;
     using TickPointer = std::shared_ptr<Tick>;
-    using SampleMaker = std::function<ThermalHistorySample(std::optional<double> cpuPercent)>;
 
     void start();
     void updateActivationPolicy() const;
@@ -148,6 +146,7 @@ private:
     void forgetMonitoring();
     bool isCurrent(const Tick& tick) const;
     void refreshThermalState();
+    Readings takeReadings(const Tick& tick);
     void publishReadings(const TickPointer& tick);
     void completeTick(const Tick& tick);
     void sleepUntilNextTick();
@@ -163,13 +162,12 @@ private:
     Census takeCensus(Instant now, std::optional<std::string> pinnedOffenderID);
     void publishCensus(Census census, Instant now, ThermalLevel level);
     void refreshProcessOffenders(const TickPointer& tick);
-    void adviseAndRecord(const TickPointer& tick);
     void refreshRecommendations(const ThermalScore& score, const SystemContextSnapshot& context, Instant now);
     void refreshRecommendationsFromLatest(Instant now);
     void recordThermalHistoryIfNeeded(const TickPointer& tick);
     void publishHistory(const Tick& tick, HistoryRecord record);
     bool isHistorySampleDue(const Tick& tick) const;
-    SampleMaker sampleMaker(const Tick& tick) const;
+    ThermalHistorySample historySample(const Tick& tick) const;
     void evaluateThermalAlerts(const TickPointer& tick);
     void finishDelivery(ThermalAlertKind kind, SystemNotificationState state, std::uint64_t request);
     const ProcessOffender* topOffender() const;

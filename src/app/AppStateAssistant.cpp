@@ -57,16 +57,6 @@ struct AppState::HistoryRecord {
     ThermalMonitoringSnapshot snapshot;
 };
 
-struct AppState::HistoryReading {
-    std::optional<double> cpuPercent;
-    std::optional<HistoryRecord> record; ///< none when no sample was due
-};
-
-struct AppState::Census {
-    ProcessOffenderSnapshot offenders;
-    std::vector<SourceStatus> sources;
-};
-
 AppState::Census AppState::takeCensus(Instant now, std::optional<std::string> pinnedOffenderID) {
     auto offenders = engines_.offenders.snapshot(
         offenderConfiguration(environment_.machine.process, std::move(pinnedOffenderID)), now);
@@ -86,26 +76,11 @@ void AppState::publishCensus(Census census, Instant now, ThermalLevel level) {
 void AppState::refreshProcessOffenders(const TickPointer& tick) {
     if (!*published_.showProcessOffenders) {
         published_.processOffenderSnapshot.set(ProcessOffenderSnapshot::empty());
-        adviseAndRecord(tick);
-        return;
+    } else if (tick->readings->census) {
+        publishCensus(std::move(*tick->readings->census), tick->now, tick->score().level);
+    } else if (tick->takesCensus) {
+        reportFailedRead(offenderRead);
     }
-    if (!nextProcessOffenderSampleDate_.isDue(tick->now)) {
-        adviseAndRecord(tick);
-        return;
-    }
-    awaitIn(
-        tick, [this, now = tick->now] { return takeCensus(now, std::nullopt); },
-        [this, tick](std::optional<Census> census) {
-            if (census) {
-                publishCensus(std::move(*census), tick->now, tick->score().level);
-            } else {
-                reportFailedRead(offenderRead);
-            }
-            adviseAndRecord(tick);
-        });
-}
-
-void AppState::adviseAndRecord(const TickPointer& tick) {
     if (!isCurrent(*tick)) {
         return;
     }
@@ -163,18 +138,21 @@ bool AppState::isHistorySampleDue(const Tick& tick) const {
            lastRecordedSustainedPressure_ != tick.context().sustainedPressure.isSustained;
 }
 
-AppState::SampleMaker AppState::sampleMaker(const Tick& tick) const {
+ThermalHistorySample AppState::historySample(const Tick& tick) const {
     const auto* const offender = topOffender();
     const auto label = offender ? std::optional(offender->displayName) : std::nullopt;
     const auto identifier = offender ? offender->bundleIdentifier : std::nullopt;
     const auto flags =
         contextFlags(tick.context(), published_.processOffenderSnapshot->isIndexingOrSetupLikely);
-    return [score = tick.score(), now = tick.now, label = label.and_then(sanitizedLabel),
-            identifier = identifier.and_then(sanitizedBundleIdentifier),
-            flags](std::optional<double> cpuPercent) {
-        return ThermalHistorySample(now, score.level, score.score, cpuPercent, score.temperatureCelsius,
-                                    label, identifier, flags);
-    };
+    const auto& score = tick.score();
+    return {tick.now,
+            score.level,
+            score.score,
+            tick.readings->cpuPercent,
+            score.temperatureCelsius,
+            label.and_then(sanitizedLabel),
+            identifier.and_then(sanitizedBundleIdentifier),
+            flags};
 }
 
 void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
@@ -183,25 +161,22 @@ void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
         evaluateThermalAlerts(tick);
         return;
     }
-    // The CPU is asked on every tick, so that its share is always that of one tick.
-    const auto makeSample = isHistorySampleDue(*tick) ? std::optional(sampleMaker(*tick)) : std::nullopt;
-    const auto read = [this, makeSample, now = tick->now, stop = tick->stop] {
-        HistoryReading reading{.cpuPercent = engines_.cpuUsage.sample(now), .record = std::nullopt};
-        if (makeSample && !stop.stop_requested()) {
-            auto sample = (*makeSample)(reading.cpuPercent);
-            auto snapshot = thermalHistoryStore_.record(sample);
-            reading.record = {.sample = std::move(sample), .snapshot = std::move(snapshot)};
-        }
-        return reading;
+    latestCPUPercent_ = tick->readings->cpuPercent;
+    if (!isHistorySampleDue(*tick)) {
+        evaluateThermalAlerts(tick);
+        return;
+    }
+    const auto record = [this, sample = historySample(*tick), stop = tick->stop] {
+        return stop.stop_requested()
+                   ? std::nullopt
+                   : std::optional(
+                         HistoryRecord{.sample = sample, .snapshot = thermalHistoryStore_.record(sample)});
     };
-    awaitIn(tick, read, [this, tick](std::optional<HistoryReading> reading) {
-        if (!reading) {
+    awaitIn(tick, record, [this, tick](std::optional<std::optional<HistoryRecord>> recorded) {
+        if (!recorded) {
             reportFailedRead(historyRead);
-        } else {
-            latestCPUPercent_ = reading->cpuPercent;
-            if (reading->record && *published_.historyEnabled) {
-                publishHistory(*tick, std::move(*reading->record));
-            }
+        } else if (*recorded && *published_.historyEnabled) {
+            publishHistory(*tick, std::move(**recorded));
         }
         evaluateThermalAlerts(tick);
     });

@@ -111,19 +111,17 @@ bool AppState::isCurrent(const Tick& tick) const {
 }
 
 void AppState::refreshThermalState() {
-    const auto tick = std::make_shared<Tick>(Tick{.task = thermalMonitoringTask_,
-                                                  .stop = thermalMonitoringTask_->stop.get_token(),
-                                                  .now = environment_.machine.clock.now(),
-                                                  .readings = std::nullopt});
-    const ThermalEngineConfiguration configuration{.usesExperimentalSensors =
-                                                       *published_.experimentalTemperatureSensorsEnabled,
-                                                   .thresholds = ThermalTemperatureThresholds::defaults()};
-    const auto read = [this, configuration, now = tick->now] {
-        const auto score = engines_.readScore(configuration);
-        return Readings{.score = score,
-                        .context = engines_.context.snapshot(score, now),
-                        .temperatures = engines_.temperatures()};
-    };
+    const auto now = environment_.machine.clock.now();
+    const auto tick = std::make_shared<Tick>(
+        Tick{.task = thermalMonitoringTask_,
+             .stop = thermalMonitoringTask_->stop.get_token(),
+             .now = now,
+             .configuration = {.usesExperimentalSensors = *published_.experimentalTemperatureSensorsEnabled,
+                               .thresholds = ThermalTemperatureThresholds::defaults()},
+             .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(now),
+             .takesCPUUsage = *published_.historyEnabled,
+             .readings = std::nullopt});
+    const auto read = [this, tick] { return takeReadings(*tick); };
     awaitIn(tick, read, [this, tick](std::optional<Readings> readings) {
         if (!readings) {
             reportFailedRead(thermalRead);
@@ -133,6 +131,22 @@ void AppState::refreshThermalState() {
         tick->readings = std::move(readings);
         publishReadings(tick);
     });
+}
+
+AppState::Readings AppState::takeReadings(const Tick& tick) {
+    const auto score = engines_.readScore(tick.configuration);
+    Readings readings{.score = score,
+                      .context = engines_.context.snapshot(score, tick.now),
+                      .temperatures = engines_.temperatures(),
+                      .census = std::nullopt,
+                      .cpuPercent = std::nullopt};
+    if (tick.takesCensus && !tick.stop.stop_requested()) {
+        readings.census = attempt([&] { return takeCensus(tick.now, std::nullopt); });
+    }
+    if (tick.takesCPUUsage) {
+        readings.cpuPercent = engines_.cpuUsage.sample(tick.now);
+    }
+    return readings;
 }
 
 void AppState::publishReadings(const TickPointer& tick) {

@@ -23,17 +23,28 @@ struct AppState::MonitoringTask {
     ~MonitoringTask() { stop.request_stop(); }
 };
 
+struct AppState::Census {
+    ProcessOffenderSnapshot offenders;
+    std::vector<SourceStatus> sources;
+};
+
 struct AppState::Readings {
     ThermalScore score;
     SystemContextSnapshot context;
     std::vector<TemperatureReading> temperatures;
+    std::optional<Census> census; ///< none when it failed or was not asked for
+    std::optional<double> cpuPercent;
 };
 
-/// What the steps of one tick hand on.
+/// What the steps of one tick hand on. All that it reads is read in one go: each change to the other thread
+/// and back wakes the processor twice.
 struct AppState::Tick {
     std::weak_ptr<MonitoringTask> task;
     std::stop_token stop;
     Instant now; ///< taken once; every step uses it
+    ThermalEngineConfiguration configuration;
+    bool takesCensus;
+    bool takesCPUUsage; ///< on every tick, so that a share is always that of one tick
     std::optional<Readings> readings;
 
     const ThermalScore& score() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,6 +25,16 @@ public:
     /// is everything from now on.
     virtual void stop() = 0;
 };
+
+/// What `work` returns; none when it throws.
+template <typename Work>
+std::optional<std::invoke_result_t<Work&>> attempt(Work work) {
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
 
 /// Submits `work` and hands its result to `answer`; none when it threw.
 template <typename Work, typename Answer>
