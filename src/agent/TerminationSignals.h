@@ -7,17 +7,29 @@
 
 namespace cindertop::agent {
 
-/// Turns the wish to end this program (SIGTERM, SIGINT, SIGHUP) into a call on the main thread. Made before
-/// any thread starts; the notifier needs the event loop.
+/// The wish to end this program (SIGTERM, SIGINT, SIGHUP). Made before any thread starts, those of the
+/// windows and of the message bus included: one thread that does not block the signals would let them end
+/// everything at once. Programs that this one starts do not inherit the block.
 class TerminationSignals {
 public:
-    explicit TerminationSignals(std::function<void()> onTermination);
+    TerminationSignals();
 
     /// Readable once the wish is there.
     int descriptor() const { return signals_.descriptor(); }
 
+    bool take() const { return signals_.next().has_value(); }
+
 private:
     cli::SignalDescriptor signals_;
+};
+
+/// Turns the wish into a call on the main thread, whose event loop it needs.
+class TerminationNotifier {
+public:
+    /// `signals` must outlive this.
+    TerminationNotifier(const TerminationSignals& signals, std::function<void()> onTermination);
+
+private:
     QSocketNotifier notifier_;
 };
 

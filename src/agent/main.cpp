@@ -97,14 +97,14 @@ int runEventLoop(AppState& state, DesktopFace* face, const Arguments& arguments)
     return status;
 }
 
-int playScenario(const Arguments& arguments) {
+int playScenario(const Arguments& arguments, const TerminationSignals& signals) {
     PosixFileSystem files;
     auto scenario = replay::loadScenario(files, *arguments.scenario);
     if (!scenario) {
         say(STDERR_FILENO, scenario.error());
         return usageError;
     }
-    const TerminationSignals signals([] { QCoreApplication::quit(); });
+    const TerminationNotifier termination(signals, [] { QCoreApplication::quit(); });
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
     const auto face = makeFace(arguments, problems);
@@ -161,8 +161,8 @@ std::string environmentText(const char* name) {
 }
 
 /// Runs on the machine until it is told to end.
-int watchMachine(const Arguments& arguments, const UserFolders& folders) {
-    const TerminationSignals signals([] { QCoreApplication::quit(); });
+int watchMachine(const Arguments& arguments, const UserFolders& folders, const TerminationSignals& signals) {
+    const TerminationNotifier termination(signals, [] { QCoreApplication::quit(); });
     PosixFileSystem files;
     linux_platform::PropertyListUserDefaults stored(linux_platform::PropertyListUserDefaults::defaultFile(),
                                                     files);
@@ -203,7 +203,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders) {
     return runEventLoop(state, face.get(), arguments);
 }
 
-int runLive(const Arguments& arguments) {
+int runLive(const Arguments& arguments, const TerminationSignals& signals) {
     const auto folders = UserFolders::ofUser();
     const auto lock = linux_platform::AgentLock::tryAcquire(folders.programData());
     if (!lock && lock.error() == std::errc::device_or_resource_busy) {
@@ -213,7 +213,7 @@ int runLive(const Arguments& arguments) {
         say(STDERR_FILENO, "nothing will be kept: " + folders.programData().string() + ": " +
                                std::make_error_code(lock.error()).message());
     }
-    return watchMachine(arguments, folders);
+    return watchMachine(arguments, folders, signals);
 }
 
 /// The history is written as one long text every few seconds, and glibc would keep the room for it, once for
@@ -257,8 +257,9 @@ int run(int count, char** texts) {
     if (arguments->action == Action::version) {
         return output.write("cindertop " + std::string(version) + '\n') ? success : failure;
     }
+    const TerminationSignals signals;
     const auto application = makeApplication(*arguments, count, texts);
-    return arguments->scenario ? playScenario(*arguments) : runLive(*arguments);
+    return arguments->scenario ? playScenario(*arguments, signals) : runLive(*arguments, signals);
 }
 
 } // namespace

@@ -58,6 +58,16 @@ start_screen() {
         XDG_DATA_HOME="$work/data" XDG_RUNTIME_DIR="$work/runtime"
 }
 
+window_manager_is_there() {
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'
+}
+
+start_window_manager() {
+    openbox >"$work/openbox.log" 2>&1 &
+    processes="$processes $!"
+    await window_manager_is_there
+}
+
 # start_panel DARK: a panel with a tray in the screen's upper left corner.
 start_panel() {
     channels=$work/config/xfce4/xfconf/xfce-perchannel-xml
