@@ -61,7 +61,9 @@ tsan: ## the tests under the thread sanitizer
 
 bench: ## measure the budgets; fails where one is not kept
 	@scripts/setup develop
+	@scripts/setup desktop
 	@scripts/build bench
+	@scripts/build release cindertop
 	@scripts/bench
 
 fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60)

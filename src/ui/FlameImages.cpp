@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <QPen>
+#include <QRawFont>
 #include <QStandardPaths>
 #include <QTransform>
 
@@ -25,13 +26,12 @@ struct Look {
 /// one the rim vanishes, on a light one it draws the flame.
 const Look templateLook{.fill = QColor(0xF2F2F2), .rim = QColor(0, 0, 0, 150)};
 
+/// Straight from the font's data: by its family the system's fonts would be looked through first, and
+/// remembered.
 QPainterPath glyphOutline() {
-    QFont font(iconFontFamily());
-    font.setPixelSize(240); // large, so that nothing is rounded to pixels yet
-    font.setHintingPreference(QFont::PreferNoHinting);
-    QPainterPath outline;
-    outline.addText(0, 0, font, symbolText(Theme::Symbols::menuBar));
-    return outline;
+    constexpr double size = 240; // large, so that nothing is rounded to pixels yet
+    const QRawFont font(iconFontData(), size, QFont::PreferNoHinting);
+    return font.pathForGlyph(font.glyphIndexesForString(symbolText(Theme::Symbols::menuBar)).value(0));
 }
 
 /// Fits the outline's height between margins of whole pixels, in the middle.

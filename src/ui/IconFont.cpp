@@ -10,13 +10,16 @@ static void initialiseResource() {
 
 namespace cindertop::ui {
 
+QByteArray iconFontData() {
+    initialiseResource();
+    // Stored as it is, so that Qt reads it where it lies and keeps no copy.
+    const QResource data(":/cindertop/icons.ttf");
+    return QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()), data.size());
+}
+
 const QString& iconFontFamily() {
     static const QString family = [] {
-        initialiseResource();
-        // Stored as it is, so that Qt reads it where it lies and keeps no copy.
-        const QResource data(":/cindertop/icons.ttf");
-        const int font = QFontDatabase::addApplicationFontFromData(
-            QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()), data.size()));
+        const int font = QFontDatabase::addApplicationFontFromData(iconFontData());
         return QFontDatabase::applicationFontFamilies(font).value(0);
     }();
     return family;

@@ -1,11 +1,10 @@
 #include "ui/ProgramWindows.h"
 
 #include "ui/Compositor.h"
+#include "ui/IdleMemory.h"
 #include "ui/ViewsLibrary.h"
 
 #include <utility>
-
-#include <malloc.h>
 
 namespace cindertop::ui {
 
@@ -46,7 +45,7 @@ std::shared_ptr<Views> ProgramWindows::views() {
     }
     std::shared_ptr<Views> shared(made->release(), [](const Views* views) {
         delete views; // NOLINT(cppcoreguidelines-owning-memory): a shared pointer's own deleter
-        ::malloc_trim(0);
+        returnIdleMemory();
     });
     views_ = shared;
     return shared;

@@ -1,13 +1,17 @@
 # What the desktop tests share: a screen and a bus of their own, and their end. Sourced; the caller has `set -eu`.
 # shellcheck shell=sh
 
-work=$(mktemp -d)
-processes=
+new_desktop() {
+    work=$(mktemp -d)
+    processes=
+}
+new_desktop
 
 # shellcheck disable=SC2086  # the words are meant to be split
 end_desktop() {
     [ -z "$processes" ] || kill $processes 2>/dev/null || true
     wait
+    processes=
     rm -rf "$work"
 }
 trap end_desktop EXIT
