@@ -18,7 +18,7 @@ setup: ## install every Debian package that any of these commands needs
 
 run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@scripts/setup build
-	@scripts/build release cindertop cindertopctl
+	@scripts/build release cindertop cindertopctl themed_icons
 	@scripts/run
 
 demo: ## play an hour of a hot afternoon in a minute; nothing of this machine is measured or kept
@@ -37,8 +37,9 @@ desktop-test: ## the program with a real panel and notification server on a scre
 	@tests/desktop/notifications-demo build/debug build/pictures
 	@tests/desktop/status-item-demo build/debug build/pictures
 	@tests/desktop/program-test build/debug
+	@tests/desktop/label-test build/debug
 
-laptop-test: ## the program on an emulated laptop with Debian's own kernel, which heats, throttles and cools (4 minutes)
+laptop-test: ## the program on an emulated laptop with Debian's own kernel, which heats, throttles and cools (3 minutes)
 	@scripts/setup laptop
 	@scripts/build release cindertop cindertopctl
 	@scripts/build debug desktop-witness
@@ -62,13 +63,13 @@ tsan: ## the tests under the thread sanitizer
 bench: ## measure the budgets; fails where one is not kept
 	@scripts/setup develop
 	@scripts/setup desktop
-	@scripts/build bench
+	@scripts/build bench bench/all
 	@scripts/build release cindertop
 	@scripts/bench
 
 fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60)
 	@scripts/setup develop
-	@scripts/build fuzz
+	@scripts/build fuzz fuzz/all
 	@scripts/fuzz $(FUZZ_SECONDS)
 
 soak: ## kill a recording process SOAK_KILLS times (300) and look at its history each time

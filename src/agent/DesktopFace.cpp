@@ -94,7 +94,7 @@ void DesktopFace::open(Opening opening) {
         windows_.popover().show(QCursor::pos());
         return;
     case Opening::settings:
-        state_->showSettingsWindow();
+        state_->showMainWindow();
         return;
     case Opening::onboarding:
         state_->showOnboardingWindow();

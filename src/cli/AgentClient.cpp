@@ -23,7 +23,7 @@ std::unexpected<std::string> failure(int code) {
 }
 
 struct ErrorHolder {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
 
     ErrorHolder() = default;
     ErrorHolder(const ErrorHolder&) = delete;

@@ -1,5 +1,6 @@
 #include "ui/FlameImages.h"
 
+#include "support/Enumeration.h"
 #include "ui/IconFont.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
@@ -14,7 +15,7 @@ namespace cindertop::ui {
 
 namespace {
 
-constexpr QLatin1String templateName{"cindertop-symbolic"};
+using Status = ThermalAssistantPresentation::Status;
 
 /// How a flame is painted. The rim, if any, lies around it.
 struct Look {
@@ -72,11 +73,19 @@ StatusImage drawAll(const QPainterPath& glyph, const Look& look) {
     return image;
 }
 
-/// A name that no theme knows would leave the item empty on some desktops.
-QString installedTemplateName() {
-    const auto file = "icons/hicolor/symbolic/apps/" + templateName + ".svg";
-    return QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty() ? QString()
-                                                                                       : templateName;
+/// A name that no theme knows would leave the item empty on some desktops, no name on others.
+QString installedName(Status status) {
+    const auto name = FlameImages::iconName(status);
+    const auto folder = FlameImages::color(status) ? QString("scalable/status") : QString("symbolic/apps");
+    const auto file = "icons/hicolor/" + folder + '/' + name + ".svg";
+    return QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty() ? QString() : name;
+}
+
+StatusImage drawLook(const QPainterPath& glyph, Status status) {
+    const auto color = FlameImages::color(status);
+    auto image = drawAll(glyph, color ? Look{.fill = *color, .rim = {}} : templateLook);
+    image.themeName = installedName(status);
+    return image;
 }
 
 } // namespace
@@ -87,18 +96,35 @@ QPainterPath FlameImages::outline(int size) {
 
 FlameImages FlameImages::draw() {
     const auto glyph = glyphOutline();
-    const auto inColor = [&](const QColor& color) { return drawAll(glyph, {.fill = color, .rim = {}}); };
-    FlameImages images{.active = drawAll(glyph, templateLook),
-                       .fair = inColor(Theme::Colors::fair),
-                       .serious = inColor(Theme::Colors::serious),
-                       .critical = inColor(Theme::Colors::critical),
-                       .paused = inColor(Theme::Colors::paused)};
-    images.active.themeName = installedTemplateName();
-    return images;
+    return {.active = drawLook(glyph, Status::normal),
+            .fair = drawLook(glyph, Status::fair),
+            .serious = drawLook(glyph, Status::serious),
+            .critical = drawLook(glyph, Status::critical),
+            .paused = drawLook(glyph, Status::paused)};
+}
+
+std::optional<QColor> FlameImages::color(Status status) {
+    switch (status) {
+    case Status::normal:
+        break;
+    case Status::fair:
+        return Theme::Colors::fair;
+    case Status::serious:
+        return Theme::Colors::serious;
+    case Status::critical:
+        return Theme::Colors::critical;
+    case Status::paused:
+        return Theme::Colors::paused;
+    }
+    return std::nullopt;
+}
+
+QString FlameImages::iconName(Status status) {
+    const auto name = QString::fromStdString(std::string(caseName(status)));
+    return color(status) ? "cindertop-" + name : QString("cindertop-symbolic");
 }
 
 const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) const {
-    using Status = ThermalAssistantPresentation::Status;
     switch (status) {
     case Status::normal:
         return active;

@@ -3,8 +3,11 @@
 #include "app/ThermalAssistantPresentation.h"
 #include "ui/StatusItem.h"
 
+#include <QColor>
 #include <QPainterPath>
+#include <QString>
 #include <array>
+#include <optional>
 
 namespace cindertop::ui {
 
@@ -20,6 +23,11 @@ struct FlameImages {
 
     /// Needs a QGuiApplication.
     static FlameImages draw();
+
+    /// The colour of a look that has one of its own.
+    static std::optional<QColor> color(ThermalAssistantPresentation::Status status);
+    /// What an icon theme may call the picture.
+    static QString iconName(ThermalAssistantPresentation::Status status);
 
     /// The flame where it stands in a picture of `size` pixels. Needs a QGuiApplication.
     static QPainterPath outline(int size);

@@ -72,7 +72,7 @@ start_window_manager() {
     await window_manager_is_there
 }
 
-# start_panel DARK: a panel with a tray in the screen's upper left corner.
+# start_panel DARK [PLUGIN]: a panel with a tray, or another host, in the screen's upper left corner.
 start_panel() {
     channels=$work/config/xfce4/xfconf/xfce-perchannel-xml
     mkdir -p "$channels"
@@ -92,7 +92,7 @@ start_panel() {
     </property>
   </property>
   <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="systray">
+    <property name="plugin-1" type="string" value="${2:-systray}">
       <property name="square-icons" type="bool" value="true"/>
     </property>
   </property>

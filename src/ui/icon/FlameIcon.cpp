@@ -1,5 +1,7 @@
-// Prints the flame as an icon (SVG): "symbolic" for panels, "colored" for everything else.
+// Prints the flame as an icon (SVG): "symbolic" for panels, "colored" for everything else, or the name of a
+// look.
 
+#include "support/Enumeration.h"
 #include "ui/FlameImages.h"
 #include "ui/Theme.h"
 
@@ -66,6 +68,22 @@ Style colored() {
     return {.size = 128, .head = {}, .fill = std::string("fill=\"") + Theme::Colors::accentHex + '"'};
 }
 
+/// As the panel shows it at a level, or paused.
+Style look(ThermalAssistantPresentation::Status status) {
+    const auto color = FlameImages::color(status).value_or(Theme::Colors::accent);
+    return {.size = 16, .head = {}, .fill = "fill=\"" + color.name().toStdString() + '"'};
+}
+
+Style styleOf(std::string_view name) {
+    using Status = ThermalAssistantPresentation::Status;
+    for (const auto status : {Status::fair, Status::serious, Status::critical, Status::paused}) {
+        if (name == caseName(status)) {
+            return look(status);
+        }
+    }
+    return name == "colored" ? colored() : symbolic();
+}
+
 void print(const QPainterPath& outline, const Style& style) {
     const auto size = std::to_string(style.size);
     const auto box = std::to_string(grid);
@@ -82,7 +100,6 @@ int main(int argumentCount, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argumentCount, arguments);
     using namespace cindertop::ui;
-    const bool isColored = argumentCount > 1 && std::string_view(arguments[1]) == "colored";
-    print(FlameImages::outline(grid), isColored ? colored() : symbolic());
+    print(FlameImages::outline(grid), styleOf(argumentCount > 1 ? arguments[1] : ""));
     return 0;
 }
