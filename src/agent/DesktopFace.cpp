@@ -2,22 +2,14 @@
 
 #include "app/Version.h"
 #include "platform/desktop/SavePlace.h"
-#include "ui/IdleMemory.h"
 #include "update/UpdateNotice.h"
 
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
-#include <chrono>
 #include <utility>
 
 namespace cindertop::agent {
-
-namespace {
-
-constexpr std::chrono::seconds timeToStart{10}; ///< more than enough
-
-} // namespace
 
 DesktopFace::DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say)
     : bus_(std::move(bus)),
@@ -57,7 +49,6 @@ void DesktopFace::start(AppState& state, Opening opening, bool isBackground) {
     const bool opensWindow = opening == Opening::none && !isBackground;
     item_->watcher().observeHost([this, opensWindow] { tellWithoutHost(opensWindow); });
     tellWithoutHost(opensWindow);
-    startIsOver_ = timers_.start(timeToStart, [] { ui::returnIdleMemory(); });
 }
 
 void DesktopFace::end() {

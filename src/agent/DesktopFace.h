@@ -55,7 +55,6 @@ private:
     QDBusConnection bus_;
     Speaker say_;
     EventLoopTimers timers_; ///< of real time
-    std::unique_ptr<Timer> startIsOver_;
     ui::Appearance appearance_;
     ui::DesktopAppearance desktopAppearance_;
     ui::ProgramWindows windows_;

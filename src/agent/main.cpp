@@ -3,6 +3,7 @@
 #include "agent/DesktopFace.h"
 #include "agent/Display.h"
 #include "agent/LiveProgram.h"
+#include "agent/MemoryReturn.h"
 #include "agent/RunOnlyTerms.h"
 #include "agent/ScenarioProgram.h"
 #include "agent/StatusLines.h"
@@ -200,6 +201,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
                        std::chrono::steady_clock::now());
         }
     });
+    const MemoryReturn memory(timers);
     return runEventLoop(state, face.get(), arguments);
 }
 
