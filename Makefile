@@ -6,7 +6,7 @@
 FUZZ_SECONDS ?= 60
 # Whose kernel `make laptop-test` boots: what apt knows here, or a suite such as bookworm-backports.
 LAPTOP_KERNEL ?= installed
-# Processes that `make soak` kills.
+# Recording processes that `make soak` kills one after the other, besides the drills.
 SOAK_KILLS ?= 300
 
 help: ## this list
@@ -15,6 +15,7 @@ help: ## this list
 setup: ## install every Debian package that any of these commands needs
 	@scripts/setup develop
 	@scripts/setup laptop
+	@scripts/setup soak
 
 run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@scripts/setup build
@@ -72,10 +73,11 @@ fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60)
 	@scripts/build fuzz fuzz/all
 	@scripts/fuzz $(FUZZ_SECONDS)
 
-soak: ## kill a recording process SOAK_KILLS times (300) and look at its history each time
-	@scripts/setup test
-	@scripts/build debug soak_history
-	@build/debug/bin/soak_history $(SOAK_KILLS)
+soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (15 minutes)
+	@scripts/setup soak
+	@scripts/build release cindertop cindertopctl
+	@scripts/build debug
+	@tests/drills/run build/release build/debug $(SOAK_KILLS)
 
 lint: ## formatting, clang-tidy, layers, shell scripts
 	@scripts/setup develop
