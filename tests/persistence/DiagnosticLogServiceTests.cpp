@@ -102,18 +102,18 @@ TEST_F(DiagnosticLogServiceTest, RecordsAnEventEverywhere) {
                  {"Password", "x"},
                  {"monkey", "x"},
                  {"CLIENT_SECRET", "x"},
-                 {"kind", "a \"b\"\n"},
+                 {"kind", "a \"b\"\n\\\r"},
                  {"level", "3"}});
     const DiagnosticLogEvent& event = service.events().back();
     EXPECT_EQ(event.timestamp, clock.time);
     EXPECT_EQ(event.level, warning);
     EXPECT_EQ(event.category, thermal);
-    EXPECT_EQ(event.metadata, (DiagnosticMetadata{{"kind", "a \"b\"\n"}, {"level", "3"}}));
+    EXPECT_EQ(event.metadata, (DiagnosticMetadata{{"kind", "a \"b\"\n\\\r"}, {"level", "3"}}));
     EXPECT_NE(event.id, service.events().front().id);
     EXPECT_EQ(observed, std::vector<std::string>{"Level changed"});
     EXPECT_EQ(unifiedLog.lines.back(),
               (Line{UnifiedLogLevel::error, "app.cindertop.Cindertop", "thermal",
-                    "Level changed [\"kind\": \"a \\\"b\\\"\\n\", \"level\": \"3\"]"}));
+                    "Level changed [\"kind\": \"a \\\"b\\\"\\n\\\\\\r\", \"level\": \"3\"]"}));
     auto expected = event;
     expected.timestamp = *parseUtcText("2025-03-05T18:30:01Z");
     EXPECT_EQ(eventsInFile().back(), expected);
