@@ -4,9 +4,9 @@ install(TARGETS cindertop-views LIBRARY DESTINATION lib/cindertop)
 install(FILES ${PROJECT_SOURCE_DIR}/data/cindertop.desktop DESTINATION share/applications)
 
 # The build folder has the pages at the same place, so that programs open them from there, too.
-foreach(page help terms privacy releases)
-  set(document ${PROJECT_BINARY_DIR}/share/doc/cindertop/${page}.html)
-  configure_file(${PROJECT_SOURCE_DIR}/docs/pages/${page}.html ${document} COPYONLY)
+foreach(page help.html terms.html privacy.html releases.html pages.css)
+  set(document ${PROJECT_BINARY_DIR}/share/doc/cindertop/${page})
+  configure_file(${PROJECT_SOURCE_DIR}/docs/pages/${page} ${document} COPYONLY)
   install(FILES ${document} DESTINATION share/doc/cindertop)
 endforeach()
 
