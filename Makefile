@@ -34,11 +34,12 @@ test: ## build and run the tests
 
 desktop-test: ## the program with a real panel and notification server on a screen of its own; pictures in build/pictures
 	@scripts/setup desktop
-	@scripts/build debug alert-poster status-item-player cindertop themed_icons
+	@scripts/build debug alert-poster status-item-player cindertop cindertopctl themed_icons
 	@tests/desktop/notifications-demo build/debug build/pictures
 	@tests/desktop/status-item-demo build/debug build/pictures
 	@tests/desktop/program-test build/debug
 	@tests/desktop/label-test build/debug
+	@tests/desktop/window-test build/debug
 
 laptop-test: ## the program on an emulated laptop with Debian's own kernel, which heats, throttles and cools (3 minutes)
 	@scripts/setup laptop
