@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/Preferences.h"
 
 #include <QString>
 #include <QVariantList>
@@ -32,6 +33,7 @@ public:
     QString snapshot() const;
 
 private:
+    std::expected<void, std::string> checkIsOffered(const PreferenceValue& value) const;
     BusAnswer set(const QString& name, const QVariant& value);
     BusAnswer hasWindows() const;
     BusAnswer settings() const;

@@ -42,7 +42,7 @@ void DesktopFace::start(AppState& state, Opening opening, bool isBackground) {
     item_ = std::make_unique<ui::StatusNotifierItem>(bus_);
     menu_ = std::make_unique<ui::StatusMenu>(bus_, state, menuActions());
     controller_ = std::make_unique<ui::StatusItemController>(state, *item_, windows_.popover(), timers_);
-    if (!state.isMonitoringPermitted() && opening == Opening::none) {
+    if (!state.isMonitoringPermitted()) {
         opening = Opening::onboarding;
     }
     open(opening);

@@ -236,7 +236,6 @@ std::unique_ptr<QCoreApplication> makeApplication(const Arguments& arguments, in
     if (!arguments.isHeadless && hasDisplay()) {
         application = std::make_unique<QGuiApplication>(argumentCount, words);
         QGuiApplication::setQuitOnLastWindowClosed(false);
-        QGuiApplication::setApplicationDisplayName("Cindertop");
         QGuiApplication::setDesktopFileName("cindertop");
     } else {
         application = std::make_unique<QCoreApplication>(argumentCount, words);

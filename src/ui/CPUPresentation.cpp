@@ -59,8 +59,9 @@ void CPUPresentation::updateList() {
 
 CPUPresentation::List CPUPresentation::emptyList() const {
     const auto& snapshot = *state_.published().processOffenderSnapshot;
+    const bool isMeasured = !*state_.published().isPaused && state_.isMonitoringPermitted();
     const bool isFirst = snapshot.state == ProcessOffenderSnapshotState::collecting ||
-                         (sampling_.isSampling() && snapshot.measuredAt == unixEpoch);
+                         (isMeasured && snapshot.measuredAt == unixEpoch);
     if (isFirst) {
         return {.emptyText = "Collecting CPU data...", .isMeasuring = true, .note = {}};
     }

@@ -50,11 +50,7 @@ const ThermalMonitoringSnapshot& MonitoringPresentation::snapshot() const {
 
 void MonitoringPresentation::update() {
     now_ = std::max(state_.environment().machine.clock.now(), snapshot().measuredAt);
-    std::size_t charted = 0;
-    for (const auto& run : thermalHistoryRuns(snapshot().samples, now_)) {
-        charted += run.size();
-    }
-    hasChart_ = charted >= 2;
+    hasChart_ = charted().size() >= 2;
     Q_EMIT changed();
     updateReadout();
     scheduleUpdate();
@@ -74,6 +70,15 @@ void MonitoringPresentation::setShown(bool isShown) {
     }
 }
 
+/// What the chart shows, oldest first: the snapshot's samples may reach further back.
+std::vector<const ThermalHistorySample*> MonitoringPresentation::charted() const {
+    std::vector<const ThermalHistorySample*> samples;
+    for (const auto& run : thermalHistoryRuns(snapshot().samples, now_)) {
+        std::ranges::transform(run, std::back_inserter(samples), &ThermalHistoryPoint::sample);
+    }
+    return samples;
+}
+
 ThermalHistorySamples MonitoringPresentation::samples() const {
     return {.values = snapshot().samples};
 }
@@ -83,8 +88,8 @@ QDateTime MonitoringPresentation::now() const {
 }
 
 bool MonitoringPresentation::hasTemperatures() const {
-    return std::ranges::any_of(snapshot().samples,
-                               [](const auto& sample) { return sample.temperatureCelsius.has_value(); });
+    return std::ranges::any_of(charted(),
+                               [](const auto* sample) { return sample->temperatureCelsius.has_value(); });
 }
 
 QString MonitoringPresentation::highestTemperatureText() const {
@@ -99,10 +104,11 @@ QString MonitoringPresentation::historySummary() const {
     if (!hasChart_) {
         return {};
     }
-    const auto& samples = snapshot().samples;
-    const auto& highest = *std::ranges::max_element(samples, {}, &ThermalHistorySample::score);
+    const auto samples = charted();
+    const auto& highest =
+        **std::ranges::max_element(samples, {}, [](const auto* sample) { return sample->score; });
     const auto age = formattedDuration(secondsBetween(highest.measuredAt, now_).count());
-    return sentence("Score", samples.back()) + ". " + sentence("Highest", highest) + ", " + age + " ago.";
+    return sentence("Score", *samples.back()) + ". " + sentence("Highest", highest) + ", " + age + " ago.";
 }
 
 void MonitoringPresentation::inspect(double position) {

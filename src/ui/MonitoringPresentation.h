@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace cindertop::ui {
 
@@ -96,6 +97,7 @@ Q_SIGNALS:
 
 private:
     const ThermalMonitoringSnapshot& snapshot() const;
+    std::vector<const ThermalHistorySample*> charted() const;
     void update();
     void scheduleUpdate();
     void updateReadout();

@@ -76,9 +76,12 @@ void PopoverWindow::close() {
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
     const bool isEscape = event->type() == QEvent::KeyPress &&
                           static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape; // NOLINT
-    if (isEscape || event->type() == QEvent::Close) {
+    if (isEscape) {
+        close();
+        return true;
+    }
+    if (event->type() == QEvent::Close) {
         closeByItself();
-        return isEscape;
     }
     return QObject::eventFilter(watched, event);
 }

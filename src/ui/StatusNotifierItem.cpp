@@ -20,6 +20,7 @@ constexpr auto introspection = R"xml(
     <property name="WindowId" type="i" access="read"/>
     <property name="IconName" type="s" access="read"/>
     <property name="IconPixmap" type="a(iiay)" access="read"/>
+    <property name="IconAccessibleDesc" type="s" access="read"/>
     <property name="OverlayIconName" type="s" access="read"/>
     <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
     <property name="AttentionIconName" type="s" access="read"/>
@@ -111,10 +112,6 @@ void StatusNotifierItem::setTitle(const std::optional<StatusTitle>& title) {
     }
 }
 
-QString StatusNotifierItem::takeActivationToken() {
-    return std::exchange(activationToken_, {});
-}
-
 QString StatusNotifierItem::introspect(const QString& /*path*/) const {
     return introspection;
 }
@@ -131,6 +128,7 @@ QVariantMap StatusNotifierItem::properties() const {
         {"WindowId", 0},
         {"IconName", image_.themeName},
         {"IconPixmap", QVariant::fromValue(pixmaps_)},
+        {"IconAccessibleDesc", "Cindertop"},
         {"OverlayIconName", ""},
         {"OverlayIconPixmap", noPixmaps},
         {"AttentionIconName", ""},
@@ -151,7 +149,8 @@ BusObject::Answer StatusNotifierItem::call(const QDBusMessage& message) {
     if (name == "Activate(ii)" || name == "SecondaryActivate(ii)" || name == "ContextMenu(ii)") {
         clickedAt({arguments[0].toInt(), arguments[1].toInt()});
     } else if (name == "ProvideXdgActivationToken(s)") {
-        activationToken_ = arguments[0].toString();
+        // Where Qt looks when a window wants to come to the front, and takes it from.
+        qputenv("XDG_ACTIVATION_TOKEN", arguments[0].toString().toUtf8());
     } else if (name != "Scroll(is)") { // there is nothing to scroll
         return unknownMethod(message);
     }

@@ -32,10 +32,6 @@ public:
     /// Whether the item can be seen.
     TrayWatcher& watcher() { return watcher_; }
 
-    /// The right to open a window that the desktop gave with the latest click; used up by this call. Empty:
-    /// none.
-    QString takeActivationToken();
-
     void setImage(const StatusImage& image) override;
     void setToolTip(const QString& toolTip) override;
     void setTitle(const std::optional<StatusTitle>& title) override;
@@ -60,7 +56,6 @@ private:
     QList<IconPixmap> pixmaps_; ///< of the image
     QString toolTip_;
     QString label_;
-    QString activationToken_;
     Action action_;
     TrayWatcher watcher_; ///< last: the item is announced when it is there
 };

@@ -26,6 +26,7 @@ inline constexpr QColor critical{254, 94, 124};
 inline const QColor graphite = QColor::fromRgbF(0.15F, 0.15F, 0.15F);
 inline const QColor graphiteRaised = QColor::fromRgbF(0.2F, 0.2F, 0.2F);
 inline const QColor switchTrackOff = QColor::fromRgbF(0.36F, 0.36F, 0.36F);
+inline constexpr QColor switchTrackOffOnLight{185, 182, 177};
 inline const QColor switchKnobOn = QColor::fromRgbF(0.94F, 0.94F, 0.92F);
 inline constexpr QColor switchKnobOff{255, 255, 255};
 inline constexpr QColor warm{255, 214, 10};
@@ -67,11 +68,11 @@ inline constexpr Style title{Fonts::bold, QFont::Bold, 15};
 inline constexpr Style body{Fonts::regular, QFont::Normal, 13};
 inline constexpr Style section{Fonts::semibold, QFont::DemiBold, 12};
 inline constexpr Style caption{Fonts::medium, QFont::Medium, 11};
-// The digits of both have one width, so that changing numbers do not make the text jump.
-inline constexpr Style readout{nullptr, QFont::Normal, 24};
-inline constexpr Style smallReadout{nullptr, QFont::Normal, 12};
+// Shown by Readout.qml, which gives all digits one width.
+inline constexpr Style readout{Fonts::regular, QFont::Normal, 24};
+inline constexpr Style smallReadout{Fonts::medium, QFont::Medium, 12};
 
-/// Numbers of every style have one width. `textScale` is the user's text size against the usual one.
+/// `textScale` is the user's text size against the usual one.
 QFont font(const Style& style, double textScale = 1);
 
 } // namespace Typography

@@ -51,6 +51,8 @@ TEST(BusMethods, RefusesWhatItDoesNotUnderstand) {
              {"Set", "sv", assignment("showDockIcon", QStringList{"a"}), "InvalidValue"},
              {"Set", "sv", assignment("menuBarInfoMode", "Temperature"), "InvalidValue"},
              {"Set", "sv", assignment("menuBarInfoMode", 1), "InvalidValue"},
+             {"Set", "sv", assignment("menuBarInfoMode", "thermalScore"), "InvalidValue"},
+             {"Set", "sv", assignment("menuBarInfoMode", "temperature"), "InvalidValue"}, // sensors are off
              {"Set", "sv", assignment("historyDurationMinutes", 60.0), "InvalidValue"},
              {"Set", "sv", assignment("historyDurationMinutes", "60"), "InvalidValue"},
              {"Set", "sv", assignment("historyDurationMinutes", true), "InvalidValue"},

@@ -84,7 +84,7 @@ protected:
 
 TEST_F(CPUPresentationTest, SaysWhyNothingIsListed) {
     open();
-    EXPECT_EQ(cpu->emptyText(), "CPU data unavailable");
+    EXPECT_EQ(cpu->emptyText(), "Collecting CPU data..."); // at the first tick
     program.executor.isHolding = true;
     cpu->setShown(true);
     EXPECT_EQ(cpu->emptyText(), "Collecting CPU data...");
@@ -109,6 +109,9 @@ TEST_F(CPUPresentationTest, SaysWhyNothingIsListed) {
     program.machine.processes.processes.clear();
     pass(20s);
     EXPECT_EQ(cpu->emptyText(), "CPU data unavailable");
+    program.state->setPaused(true);
+    EXPECT_EQ(cpu->emptyText(), "CPU data unavailable");
+    EXPECT_FALSE(cpu->isMeasuring());
 }
 
 TEST_F(CPUPresentationTest, ListsTheGreatestShareFirstAndChangesRowsByKey) {

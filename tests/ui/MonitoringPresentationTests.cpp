@@ -85,7 +85,7 @@ TEST_F(MonitoringPresentationTest, SumsUpTheDay) {
     auto& busy = program.machine.processes.add(7, "Lumen");
     busy.path = "/Applications/Lumen.app/Contents/MacOS/Lumen";
     program.machine.applications.bundles["/Applications/Lumen.app"].identifier = "org.example.lumen";
-    open();
+    open({.historyDurationMinutes = 180});
     for (const unsigned pressure : {0U, 3U}) {
         program.machine.pressure->play({pressure});
         for (int second = 0; second < 90; ++second) {
@@ -100,6 +100,11 @@ TEST_F(MonitoringPresentationTest, SumsUpTheDay) {
     EXPECT_NEAR(durations[0], 90, 10);
     EXPECT_EQ(durations[0] + durations[1] + durations[2] + durations[3], monitoring->totalDuration());
     EXPECT_TRUE(monitoring->historySummary().contains(", Critical. Highest "));
+
+    program.machine.pressure->play({0});
+    program.pass(70min);
+    EXPECT_EQ(monitoring->criticalText(), "1 episodes");
+    EXPECT_FALSE(monitoring->historySummary().contains("Critical")); // it has left the chart
 }
 
 TEST_F(MonitoringPresentationTest, ReadsAMomentOut) {

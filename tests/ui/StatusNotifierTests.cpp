@@ -131,8 +131,8 @@ TEST_F(StatusNotifierTest, PassesClicksOn) {
     EXPECT_TRUE(askItem("ProvideXdgActivationToken", {"token"}).isEmpty());
     runUntil([&] { return clicks.size() >= 3; });
     EXPECT_EQ(clicks, std::vector(3, QPoint(3, 4)));
-    EXPECT_EQ(item->takeActivationToken(), "token");
-    EXPECT_EQ(item->takeActivationToken(), "");
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token"); // a window that opens now may come to the front
+    qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 QString lineOf(const MenuLayout& layout) {

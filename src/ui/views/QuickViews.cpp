@@ -7,8 +7,10 @@
 #include "ui/views/controls/ThemeSingleton.h"
 #include "ui/views/popover/ShadowImageProvider.h"
 
+#include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickView>
+#include <QQuickItem>
+#include <QQuickWindow>
 
 namespace cindertop::ui {
 
@@ -17,7 +19,7 @@ namespace {
 /// A window shows one view, which learns what it presents before its bindings run.
 class QuickViews final : public Views {
 public:
-    explicit QuickViews(const Appearance& appearance) {
+    explicit QuickViews(const Appearance& appearance) : appearance_(appearance) {
         ThemeSingleton::setAppearance(appearance);
         drawInSoftware();
         engine_.addImportPath(":/qt/qml");
@@ -51,17 +53,34 @@ private:
         }
     }
 
-    std::unique_ptr<QQuickView> makeWindow(const char* view, QObject& presentation) {
-        auto window = std::make_unique<QQuickView>(&engine_, nullptr);
-        window->setResizeMode(QQuickView::SizeViewToRootObject);
-        window->setInitialProperties({{"presentation", QVariant::fromValue(&presentation)}});
-        window->setSource(QString("qrc:/qt/qml/Cindertop/%1.qml").arg(view));
-        if (window->status() != QQuickView::Ready) {
+    std::unique_ptr<QQuickWindow> makeWindow(const char* view, QObject& presentation) {
+        QQmlComponent component(&engine_, QUrl(QString("qrc:/qt/qml/Cindertop/%1.qml").arg(view)));
+        auto* const root = qobject_cast<QQuickItem*>(
+            component.createWithInitialProperties({{"presentation", QVariant::fromValue(&presentation)}}));
+        if (root == nullptr) {
             return nullptr;
         }
+        auto window = std::make_unique<QQuickWindow>();
+        window->setColor(appearance_.materials().popover);
+        root->setParent(window->contentItem()); // which deletes it
+        root->setParentItem(window->contentItem());
+        const auto fit = [window = window.get(), root] { holdToSize(*window, root->size().toSize()); };
+        QObject::connect(root, &QQuickItem::widthChanged, window.get(), fit);
+        QObject::connect(root, &QQuickItem::heightChanged, window.get(), fit);
+        fit();
         return window;
     }
 
+    /// The limits go first: a window manager lets no window leave them, and shows no way to resize where
+    /// there is nothing between them.
+    static void holdToSize(QWindow& window, const QSize& size) {
+        window.setMaximumSize(size.expandedTo(window.minimumSize()));
+        window.setMinimumSize(size);
+        window.setMaximumSize(size);
+        window.resize(size);
+    }
+
+    const Appearance& appearance_;
     QQmlEngine engine_;
 };
 

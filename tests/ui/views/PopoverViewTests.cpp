@@ -85,6 +85,8 @@ TEST_F(PopoverViewTest, TheWindowFollowsWhatThereIsToTell) {
     draw(*window);
     const int margins = 2 * presentation.shadowMargin();
     EXPECT_EQ(window->size(), panel + QSize(margins, margins));
+    EXPECT_EQ(window->minimumSize(), window->size()); // nobody else may change it
+    EXPECT_EQ(window->maximumSize(), window->size());
 }
 
 } // namespace

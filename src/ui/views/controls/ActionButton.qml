@@ -45,7 +45,10 @@ PressArea {
             opacity: root.isHovering && !root.isPressed ? 0.06 : 0
 
             Behavior on opacity {
-                NumberAnimation { duration: Theme.quick }
+                NumberAnimation {
+                    duration: Theme.quick
+                    easing.type: Easing.InOutQuad
+                }
             }
         }
     }

@@ -51,10 +51,8 @@ QString ThemeSingleton::symbolText(const QString& symbolName) const {
 }
 
 QColor ThemeSingleton::levelColor(int status) const {
-    if (status < 0 || status >= pausedStatus) {
-        return Theme::Colors::paused;
-    }
-    return isDark() ? color(static_cast<ThermalBand>(status)) : levelText(status);
+    return status < 0 || status >= pausedStatus ? Theme::Colors::paused
+                                                : color(static_cast<ThermalBand>(status));
 }
 
 QColor ThemeSingleton::levelText(int status) const {
@@ -74,7 +72,7 @@ QColor ThemeSingleton::pressed(const QColor& color) const {
 }
 
 QColor ThemeSingleton::switchTrackOff() const {
-    return isDark() ? Theme::Colors::switchTrackOff : QColor(0xB9B6B1);
+    return isDark() ? Theme::Colors::switchTrackOff : Theme::Colors::switchTrackOffOnLight;
 }
 
 QString ThemeSingleton::iconFamily() const {

@@ -30,13 +30,13 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: 10
-        color: Theme.card
+        color: Theme.subdued
     }
 
     TurningBorder {
         anchors.fill: parent
         accentColor: root.accentColor
-        baseColor: Theme.faded(Theme.text, 0.18)
+        baseColor: Theme.divider
         radius: 10
         lineWidth: 0.9
         gradientStartAngle: root.gradientStartAngle

@@ -40,7 +40,7 @@ Item {
         Accessible.ignored: true
     }
 
-    Text {
+    Readout {
         id: share
 
         anchors.right: parent.right
@@ -48,9 +48,6 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.percentText
         color: Theme.text
-        font.family: Theme.smallReadout.family
-        font.pixelSize: Theme.smallReadout.pixelSize
-        font.weight: Font.Medium
-        Accessible.ignored: true
+        font: Theme.smallReadout
     }
 }

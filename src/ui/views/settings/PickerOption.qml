@@ -14,6 +14,7 @@ PressArea {
     implicitWidth: label.x + label.implicitWidth + Theme.md
     implicitHeight: Math.max(28, label.implicitHeight + Theme.sm)
     role: Accessible.RadioButton
+    cursor: Qt.PointingHandCursor
     Accessible.checkable: true
     Accessible.checked: isChosen
 

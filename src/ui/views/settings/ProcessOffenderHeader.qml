@@ -52,7 +52,7 @@ Item {
         }
     }
 
-    Text {
+    Readout {
         id: share
 
         anchors.right: parent.right
@@ -60,6 +60,5 @@ Item {
         text: root.offender.percentText
         color: Theme.text
         font: Theme.readout
-        Accessible.ignored: true
     }
 }

@@ -33,7 +33,10 @@ PressArea {
         color: root.isPressed ? Theme.pressed(face) : face
 
         Behavior on color {
-            ColorAnimation { duration: Theme.quick }
+            ColorAnimation {
+                duration: Theme.quick
+                easing.type: Easing.InOutQuad
+            }
         }
 
         Rectangle {

@@ -25,7 +25,10 @@ PressArea {
         color: root.isSelected ? Theme.card : Theme.faded(Theme.text, root.isPressed ? 0.1 : root.isHovering ? 0.05 : 0)
 
         Behavior on color {
-            ColorAnimation { duration: Theme.quick }
+            ColorAnimation {
+                duration: Theme.quick
+                easing.type: Easing.InOutQuad
+            }
         }
     }
 

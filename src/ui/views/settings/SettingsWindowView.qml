@@ -50,6 +50,7 @@ Rectangle {
 
     Shortcut {
         sequence: "Ctrl+W"
+        enabled: !root.isCovered
         onActivated: root.Window.window.close()
     }
 

@@ -59,7 +59,7 @@ Item {
             ReadoutLine {
                 title: root.readout.levelLabel
                 value: root.readout.score
-                titleColor: Theme.isDark ? Theme.levelText(root.readout.level) : Theme.levelText(root.readout.level)
+                titleColor: Theme.levelText(root.readout.level)
             }
 
             ReadoutLine {

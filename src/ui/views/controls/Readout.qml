@@ -1,0 +1,34 @@
+import QtQuick
+
+// A number whose digits all have one width, so that the text does not jump as it changes. The text font has such
+// digits, too, but Qt does not yet let anybody ask for them.
+Row {
+    id: root
+
+    required property string text
+    required property font font
+    required property color color
+    readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)))
+
+    FontMetrics {
+        id: metrics
+
+        font: root.font
+    }
+
+    Repeater {
+        model: root.text.length
+
+        Text {
+            required property int index
+
+            text: root.text.charAt(index)
+            width: text >= "0" && text <= "9" ? root.digitWidth : implicitWidth
+            horizontalAlignment: Text.AlignHCenter
+            textFormat: Text.PlainText
+            color: root.color
+            font: root.font
+            Accessible.ignored: true
+        }
+    }
+}
