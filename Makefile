@@ -69,12 +69,12 @@ bench: ## measure the budgets; fails where one is not kept
 	@scripts/build release cindertop
 	@scripts/bench
 
-fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60)
+fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60), FUZZ_JOBS at a time (one a processor)
 	@scripts/setup develop
 	@scripts/build fuzz fuzz/all
 	@scripts/fuzz $(FUZZ_SECONDS)
 
-soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (15 minutes)
+soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (8 minutes)
 	@scripts/setup soak
 	@scripts/build release cindertop cindertopctl
 	@scripts/build debug

@@ -21,6 +21,7 @@ function(cindertop_test name)
   target_compile_definitions(${name}_tests PRIVATE
     CINDERTOP_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures")
   gtest_discover_tests(${name}_tests TEST_PREFIX ${name}/ DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60 # on a busy machine
     PROPERTIES ENVIRONMENT "${CINDERTOP_SANITIZER_OPTIONS}")
   add_test(NAME ${name}/everywhere COMMAND ${name}_tests)
   set_tests_properties(${name}/everywhere PROPERTIES ENVIRONMENT

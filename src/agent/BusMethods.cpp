@@ -3,7 +3,6 @@
 #include "agent/AgentJson.h"
 #include "app/Preferences.h"
 #include "app/Version.h"
-#include "persistence/AppSettingsStore.h"
 #include "support/Enumeration.h"
 
 #include <QDBusVariant>
@@ -175,22 +174,6 @@ BusAnswer BusMethods::settings() const {
     return QVariantList{map};
 }
 
-/// What would not outlast a restart, or is not to be had at present, is refused here as the window does not
-/// offer it.
-std::expected<void, std::string> BusMethods::checkIsOffered(const PreferenceValue& value) const {
-    const auto* const word = std::get_if<std::string>(&value);
-    const auto modes = AppSettingsStore::availableMenuBarInfoModes(
-        *state_.published().experimentalTemperatureSensorsEnabled);
-    std::string names;
-    for (const auto mode : modes) {
-        if (word != nullptr && *word == caseName(mode)) {
-            return {};
-        }
-        names += (names.empty() ? "" : ", ") + std::string(caseName(mode));
-    }
-    return std::unexpected("has to be one of " + names);
-}
-
 BusAnswer BusMethods::set(const QString& name, const QVariant& value) {
     const auto* const preference = findPreference(name.toStdString());
     if (preference == nullptr) {
@@ -200,8 +183,7 @@ BusAnswer BusMethods::set(const QString& name, const QVariant& value) {
     if (!given) {
         return refusal(invalidValue, name + " cannot be of that type");
     }
-    auto result =
-        preference->name == "menuBarInfoMode" ? checkIsOffered(*given) : std::expected<void, std::string>();
+    auto result = checkIsOffered(*preference, *given, state_.currentFields());
     if (result) {
         result = assignPreference(state_, *preference, *given);
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/AppState.h"
-#include "app/Preferences.h"
 
 #include <QString>
 #include <QVariantList>
@@ -33,7 +32,6 @@ public:
     QString snapshot() const;
 
 private:
-    std::expected<void, std::string> checkIsOffered(const PreferenceValue& value) const;
     BusAnswer set(const QString& name, const QVariant& value);
     BusAnswer hasWindows() const;
     BusAnswer settings() const;

@@ -1,5 +1,6 @@
 #include "app/Preferences.h"
 
+#include "persistence/AppSettingsStore.h"
 #include "support/Enumeration.h"
 
 #include <algorithm>
@@ -107,6 +108,22 @@ std::span<const Preference> preferences() {
 const Preference* findPreference(std::string_view name) {
     const auto* const found = std::ranges::find(table, name, &Preference::name);
     return found == table.end() ? nullptr : found;
+}
+
+std::expected<void, std::string> checkIsOffered(const Preference& preference, const PreferenceValue& value,
+                                                const AppSettingsFields& current) {
+    if (preference.name != "menuBarInfoMode") {
+        return {};
+    }
+    std::string names;
+    for (const auto mode :
+         AppSettingsStore::availableMenuBarInfoModes(current.experimentalTemperatureSensorsEnabled)) {
+        if (value == encoded(mode)) {
+            return {};
+        }
+        names += (names.empty() ? "" : ", ") + std::string(caseName(mode));
+    }
+    return std::unexpected("has to be one of " + names);
 }
 
 std::expected<void, std::string> assignPreference(AppState& state, const Preference& preference,

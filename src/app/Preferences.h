@@ -31,6 +31,11 @@ std::span<const Preference> preferences();
 /// None when no preference has this name.
 const Preference* findPreference(std::string_view name);
 
+/// Whether the settings window would offer `value` now, too, and why it would not. What it does not offer
+/// would not outlast a restart.
+std::expected<void, std::string> checkIsOffered(const Preference& preference, const PreferenceValue& value,
+                                                const AppSettingsFields& current);
+
 /// Changes a preference of the running program, also to its old value.
 std::expected<void, std::string> assignPreference(AppState& state, const Preference& preference,
                                                   const PreferenceValue& value);

@@ -39,7 +39,11 @@ AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& env
 CommandResult change(AgentEnvironment& environment, const Preference& preference, std::string_view word) {
     const auto value = preferenceValue(preference, word);
     AppSettingsFields fields = *storedSettings(environment.defaults);
-    if (const auto result = preference.write(fields, value); !result) {
+    auto result = preference.write(fields, value);
+    if (result && !environment.agent) { // which knows better what it offers now
+        result = checkIsOffered(preference, value, fields);
+    }
+    if (!result) {
         return std::unexpected(std::string(preference.name) + " " + result.error());
     }
     if (environment.agent) {

@@ -26,6 +26,9 @@ CPUPresentation::CPUPresentation(AppState& state, PresentConfirmation presentCon
       sampling_(state, [this] { updateList(); }),
       observations_{
           state.published().processOffenderSnapshot.bindable().addNotifier([this] { update(); }),
+          state.published().isPaused.bindable().addNotifier([this] { updateList(); }),
+          state.published().legalTermsAccepted.bindable().addNotifier([this] { updateList(); }),
+          state.published().showProcessOffenders.bindable().addNotifier([this] { updateList(); }),
       } {
     update();
 }
@@ -59,7 +62,8 @@ void CPUPresentation::updateList() {
 
 CPUPresentation::List CPUPresentation::emptyList() const {
     const auto& snapshot = *state_.published().processOffenderSnapshot;
-    const bool isMeasured = !*state_.published().isPaused && state_.isMonitoringPermitted();
+    const bool isMeasured = state_.isMonitoringPermitted() && !*state_.published().isPaused &&
+                            *state_.published().showProcessOffenders;
     const bool isFirst = snapshot.state == ProcessOffenderSnapshotState::collecting ||
                          (isMeasured && snapshot.measuredAt == unixEpoch);
     if (isFirst) {

@@ -96,7 +96,7 @@ private:
     std::optional<ProcessOffender> retainedSelectedOffender_;
     bool isSelectionEnding_ = false; ///< it was asked to end, and agreed
     bool isShown_ = false;
-    std::array<QPropertyNotifier, 1> observations_;
+    std::array<QPropertyNotifier, 4> observations_;
 };
 
 } // namespace cindertop::ui

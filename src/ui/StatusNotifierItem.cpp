@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDBusObjectPath>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 namespace cindertop::ui {
@@ -65,6 +66,8 @@ constexpr auto introspection = R"xml(
     </signal>
   </interface>
 )xml";
+
+constexpr auto tokenVariable = "XDG_ACTIVATION_TOKEN";
 
 /// The name that panels expect; where it is refused, the connection's own does as well.
 QString claimName(QDBusConnection connection) {
@@ -149,12 +152,21 @@ BusObject::Answer StatusNotifierItem::call(const QDBusMessage& message) {
     if (name == "Activate(ii)" || name == "SecondaryActivate(ii)" || name == "ContextMenu(ii)") {
         clickedAt({arguments[0].toInt(), arguments[1].toInt()});
     } else if (name == "ProvideXdgActivationToken(s)") {
-        // Where Qt looks when a window wants to come to the front, and takes it from.
-        qputenv("XDG_ACTIVATION_TOKEN", arguments[0].toString().toUtf8());
+        takeToken(arguments[0].toString().toUtf8());
     } else if (name != "Scroll(is)") { // there is nothing to scroll
         return unknownMethod(message);
     }
     return QVariantList{};
+}
+
+/// Where Qt looks on Wayland when a window wants to come to the front, and takes it from. Anybody on the bus
+/// may have sent it.
+void StatusNotifierItem::takeToken(const QByteArray& token) {
+    constexpr qsizetype longest = 1024;
+    const bool isWord = std::ranges::all_of(token, [](char c) { return c > ' ' && c <= '~'; });
+    if (isWord && token.size() <= longest) {
+        qputenv(tokenVariable, token);
+    }
 }
 
 /// A panel that shows the menu by itself asks for none, so that every click that arrives here is for the
@@ -164,6 +176,7 @@ void StatusNotifierItem::clickedAt(const QPoint& point) {
         if (action_) {
             action_(point);
         }
+        qunsetenv(tokenVariable); // it was for this click
     });
 }
 

@@ -49,6 +49,7 @@ protected:
     Answer call(const QDBusMessage& message) override;
 
 private:
+    static void takeToken(const QByteArray& token);
     void clickedAt(const QPoint& point);
 
     QString serviceName_;

@@ -106,6 +106,10 @@ TEST_F(CPUPresentationTest, SaysWhyNothingIsListed) {
     program.executor.release();
     EXPECT_EQ(cpu->emptyText(), "No meaningful CPU usage right now");
 
+    program.state->setShowProcessOffenders(false);
+    EXPECT_EQ(cpu->emptyText(), "CPU data unavailable"); // nobody measures
+    program.state->setShowProcessOffenders(true);
+
     program.machine.processes.processes.clear();
     pass(20s);
     EXPECT_EQ(cpu->emptyText(), "CPU data unavailable");

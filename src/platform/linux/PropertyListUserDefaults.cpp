@@ -40,6 +40,12 @@ std::filesystem::path PropertyListUserDefaults::defaultFile() {
 PropertyListUserDefaults::PropertyListUserDefaults(std::filesystem::path file, FileSystem& files)
     : file_(std::move(file)), files_(files), values_(storedDictionary().value_or(Dictionary{})) {}
 
+PropertyListUserDefaults::~PropertyListUserDefaults() {
+    if (!unstored_.empty()) {
+        apply({});
+    }
+}
+
 std::optional<PropertyValue> PropertyListUserDefaults::value(std::string_view key) const {
     const std::scoped_lock lock(mutex_);
     if (const auto stored = values_.find(key); stored != values_.end()) {

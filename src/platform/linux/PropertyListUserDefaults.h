@@ -22,6 +22,8 @@ public:
 
     /// Reads the file.
     PropertyListUserDefaults(std::filesystem::path file, FileSystem& files);
+    /// Tries once more to write what could not be written.
+    ~PropertyListUserDefaults() override;
 
     std::optional<PropertyValue> value(std::string_view key) const override;
     void registerDefaults(const Registration& defaults) override;

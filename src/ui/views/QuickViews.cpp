@@ -7,6 +7,7 @@
 #include "ui/views/controls/ThemeSingleton.h"
 #include "ui/views/popover/ShadowImageProvider.h"
 
+#include <QDebug>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -58,6 +59,9 @@ private:
         auto* const root = qobject_cast<QQuickItem*>(
             component.createWithInitialProperties({{"presentation", QVariant::fromValue(&presentation)}}));
         if (root == nullptr) {
+            for (const auto& error : component.errors()) {
+                qWarning().noquote() << error.toString();
+            }
             return nullptr;
         }
         auto window = std::make_unique<QQuickWindow>();

@@ -125,6 +125,16 @@ TEST_F(PropertyListUserDefaultsTest, RemembersWhatItCannotWrite) {
     EXPECT_FALSE(stored().contains("cindertop.legal.accepted"));
 }
 
+TEST_F(PropertyListUserDefaultsTest, TriesOnceMoreAtItsEnd) {
+    {
+        PropertyListUserDefaults defaults(file, files);
+        files.fail(Call::write, std::errc::no_space_on_device);
+        defaults.set("a", true);
+        files.repair();
+    }
+    EXPECT_TRUE(stored().contains("a"));
+}
+
 TEST_F(PropertyListUserDefaultsTest, DropsWhatNoFileCanHold) {
     PropertyListUserDefaults defaults(file, files);
     defaults.set("number", std::numeric_limits<double>::infinity());

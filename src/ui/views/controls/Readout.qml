@@ -8,7 +8,12 @@ Row {
     required property string text
     required property font font
     required property color color
-    readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)))
+    readonly property real digitWidth: widestDigit(font)
+
+    // The font is what the binding listens to: it changes with the user's text size.
+    function widestDigit(font: font): real {
+        return Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)));
+    }
 
     FontMetrics {
         id: metrics
