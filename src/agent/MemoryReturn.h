@@ -4,7 +4,9 @@
 #include "ui/IdleMemory.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace cindertop::agent {
 
@@ -12,21 +14,25 @@ namespace cindertop::agent {
 /// behind that nobody needs any more.
 class MemoryReturn {
 public:
-    /// `timers` must outlive this.
-    explicit MemoryReturn(Timers& timers) : timers_(timers) { wait(timeToStart); }
-
-private:
     static constexpr std::chrono::seconds timeToStart{10}; ///< more than enough
     static constexpr std::chrono::minutes pause{10};
 
+    /// `timers` must outlive this.
+    explicit MemoryReturn(Timers& timers, std::function<void()> giveBack = ui::returnIdleMemory)
+        : timers_(timers), giveBack_(std::move(giveBack)) {
+        wait(timeToStart);
+    }
+
+private:
     void wait(std::chrono::nanoseconds delay) {
         timer_ = timers_.start(delay, [this] {
-            ui::returnIdleMemory();
+            giveBack_();
             wait(pause);
         });
     }
 
     Timers& timers_;
+    std::function<void()> giveBack_;
     std::unique_ptr<Timer> timer_;
 };
 

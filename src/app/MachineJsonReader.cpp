@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <cmath>
+#include <concepts>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,9 +17,26 @@ namespace {
 
 constexpr double latestSecond = 9'000'000'000; ///< an Instant ends soon after
 
+/// The library would cut off what does not fit.
+template <std::integral Whole>
+Whole wholeNumber(const Json& json) {
+    const bool fits = json.is_number_unsigned()  ? std::in_range<Whole>(json.get<std::uint64_t>())
+                      : json.is_number_integer() ? std::in_range<Whole>(json.get<std::int64_t>())
+                                                 : false;
+    if (!fits) {
+        throw std::out_of_range("no such whole number");
+    }
+    return json.get<Whole>();
+}
+
 template <typename Value>
 std::optional<Value> optionalValue(const Json& json) {
     return json.is_null() ? std::nullopt : std::optional(json.get<Value>());
+}
+
+template <std::integral Whole>
+std::optional<Whole> optionalWholeNumber(const Json& json) {
+    return json.is_null() ? std::nullopt : std::optional(wholeNumber<Whole>(json));
 }
 
 template <typename Enumeration>
@@ -61,7 +80,7 @@ std::vector<Element> listOf(const Json& json, Read read) {
 }
 
 ThermalScore scoreOf(const Json& json, Instant measuredAt) {
-    return {json.at("score").get<int>(),
+    return {wholeNumber<int>(json.at("score")),
             caseOf<ThermalLevel>(json.at("level")),
             json.at("effectIntensity").get<double>(),
             json.at("shouldTriggerEffects").get<bool>(),
@@ -75,14 +94,15 @@ ThermalScore scoreOf(const Json& json, Instant measuredAt) {
 }
 
 DisplayContextSnapshot displaysOf(const Json& json) {
-    return {json.at("isAvailable").get<bool>(), json.at("activeDisplayCount").get<int>(),
-            json.at("builtInDisplayCount").get<int>(), json.at("externalDisplayCount").get<int>()};
+    return {json.at("isAvailable").get<bool>(), wholeNumber<int>(json.at("activeDisplayCount")),
+            wholeNumber<int>(json.at("builtInDisplayCount")),
+            wholeNumber<int>(json.at("externalDisplayCount"))};
 }
 
 PowerContextSnapshot powerOf(const Json& json) {
     return {json.at("isAvailable").get<bool>(),
             caseOf<PowerSourceKind>(json.at("source")),
-            optionalValue<int>(json.at("batteryLevelPercent")),
+            optionalWholeNumber<int>(json.at("batteryLevelPercent")),
             optionalValue<bool>(json.at("isCharging")),
             optionalValue<bool>(json.at("isFullyCharged")),
             json.at("isLowPowerModeEnabled").get<bool>(),
@@ -97,8 +117,8 @@ SustainedThermalPressureSnapshot pressureOf(const Json& json) {
 }
 
 ProcessOffenderChild childOf(const Json& json) {
-    return {json.at("processIdentifier").get<std::int32_t>(),
-            json.at("parentProcessIdentifier").get<std::int32_t>(),
+    return {wholeNumber<std::int32_t>(json.at("processIdentifier")),
+            wholeNumber<std::int32_t>(json.at("parentProcessIdentifier")),
             json.at("name").get<std::string>(),
             json.at("cpuPercent").get<double>(),
             json.at("isSystemProcess").get<bool>(),
@@ -111,8 +131,8 @@ ProcessOffender offenderOf(const Json& json) {
                             .bundleIdentifier = optionalValue<std::string>(json.at("bundleIdentifier")),
                             .appBundlePath = optionalValue<std::string>(json.at("appBundlePath")),
                             .representativeProcessIdentifier =
-                                optionalValue<std::int32_t>(json.at("representativeProcessIdentifier")),
-                            .processCount = json.at("processCount").get<std::int64_t>(),
+                                optionalWholeNumber<std::int32_t>(json.at("representativeProcessIdentifier")),
+                            .processCount = wholeNumber<std::int64_t>(json.at("processCount")),
                             .cpuPercent = json.at("cpuPercent").get<double>(),
                             .category = caseOf<ProcessOffenderCategory>(json.at("category")),
                             .canTerminateApplication = json.at("canTerminateApplication").get<bool>(),

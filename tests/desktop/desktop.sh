@@ -17,12 +17,11 @@ end_desktop() {
 trap end_desktop EXIT
 trap 'exit 1' INT TERM
 
-# Runs a command again and again, for twenty seconds at most, until it succeeds.
+# Runs a command again and again, for twenty seconds or a little more, until it succeeds.
 await() {
-    tries=200
+    deadline=$(($(date +%s) + 20))
     until "$@" >/dev/null 2>&1; do
-        tries=$((tries - 1))
-        if [ "$tries" -eq 0 ]; then
+        if [ "$(date +%s)" -gt "$deadline" ]; then
             echo "in vain: $*" >&2
             exit 1
         fi

@@ -14,6 +14,19 @@ PROPERTIES = "org.freedesktop.DBus.Properties"
 LONG = "x" * 8_000_000
 PATIENCE = 10_000  # milliseconds
 METHODS = ["Pause", "Resume", "AcceptTerms", "ResetSettings", "Open", "OpenSettings", "Settings"]
+PREFERENCES = [
+    "experimentalTemperatureSensorsEnabled",
+    "menuBarInfoMode",
+    "showDockIcon",
+    "diagnosticLogsEnabled",
+    "notificationsEnabled",
+    "notificationMinimumLevel",
+    "recommendationVerbosity",
+    "showProcessOffenders",
+    "showContextInsights",
+    "historyEnabled",
+    "historyDurationMinutes",
+]
 VALUES = [
     GLib.Variant("s", LONG),
     GLib.Variant("d", float("nan")),
@@ -23,6 +36,11 @@ VALUES = [
     GLib.Variant("(iii)", (1, 2, 3)),
     GLib.Variant("ay", bytes(100_000)),
 ]
+WORDS_OF_OTHERS = {
+    "menuBarInfoMode": "thermalScore",
+    "notificationMinimumLevel": "fair",
+    "recommendationVerbosity": "none",
+}
 
 
 def wrong_calls(dice):
@@ -30,8 +48,11 @@ def wrong_calls(dice):
         for method in METHODS + ["ExportDiagnostics", "Set", "Quit"]:
             if method != "ExportDiagnostics" or value.get_type_string() != "s":
                 yield PATH, AGENT, method, GLib.Variant.new_tuple(value)
-        yield PATH, AGENT, "Set", GLib.Variant("(sv)", ("notificationsEnabled", value))
+        for name in PREFERENCES:
+            yield PATH, AGENT, "Set", GLib.Variant("(sv)", (name, value))
         yield PATH, PROPERTIES, "Set", GLib.Variant("(ssv)", (AGENT, "Paused", value))
+    for name, word in WORDS_OF_OTHERS.items():
+        yield PATH, AGENT, "Set", GLib.Variant("(sv)", (name, GLib.Variant("s", word)))
     for name in ["", "historyDurationMinutes ", "schemaVersion", "\u202e", LONG]:
         yield PATH, AGENT, "Set", GLib.Variant("(sv)", (name, GLib.Variant("i", 1)))
     for file in ["", "drill-relative", "../drill-relative", "/", "/proc/self/mem", "/nowhere/" + "y/" * 3000, "/" + LONG]:
@@ -59,8 +80,10 @@ def main():
             faults.append(f"answered: {call[2]}")
         except GLib.Error as error:
             refused += 1
-            if "Timeout" in error.message or "NoReply" in error.message:
-                faults.append(f"no answer: {call[2]}")
+            name = Gio.DBusError.get_remote_error(error) or "nothing"
+            is_known = name.startswith("app.cindertop.Error.") or name.startswith("org.freedesktop.DBus.Error.")
+            if not is_known or name.endswith((".NoReply", ".Timeout", ".Disconnected")):
+                faults.append(f"{name} for {call[2]}")
         if waiting == 0:
             loop.quit()
 

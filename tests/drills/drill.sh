@@ -28,11 +28,16 @@ skip() { skipped=$1 && exit 0; }
 finish() {
     status=$?
     trap - EXIT
+    set +e # the line comes, whatever fails here
+    cd /
     [ -z "$agent" ] || processes="$processes $agent"
     [ "$status" -eq 0 ] || broken "given up after the last thing held"
     if [ -n "$broken" ] && [ -s "$work/err" ]; then
         cat "$work/err" >&2
     fi
+    for place in $(awk -v work="$work/" 'index($2, work) == 1 { print $2 }' /proc/mounts); do
+        umount -l "$place"
+    done
     end_desktop
     if [ -n "$skipped" ]; then
         echo "drill $name: skipped, $skipped"
@@ -42,6 +47,7 @@ finish() {
     [ -z "$broken" ]
 }
 trap finish EXIT
+trap 'exit 1' HUP
 
 # enter OPTION...: runs the drill again from its start in namespaces of its own, as their root unless told otherwise.
 enter() {
@@ -64,10 +70,11 @@ mkdir -m 700 "$XDG_RUNTIME_DIR"
 history=$XDG_DATA_HOME/Cindertop/thermal-history.plist
 
 # The snapshot of a program that has measured carries its advice, which a look of the client's own has not.
-answers() { "$ctl" status --json | grep -q '"recommendation":{'; }
+told() { "$ctl" status --json | grep '"recommendation":{'; }
+answers() { told >/dev/null; }
 samples() { "$ctl" history --json | grep -o '"measuredAt"' | wc -l; }
 has_samples() { [ "$(samples)" -ge "$1" ]; }
-measured_at() { "$ctl" status --json | grep -o '"measuredAt":[0-9.]*,"cpuPercent' | tr -dc '0-9.'; }
+measured_at() { told | grep -o '"measuredAt":[0-9.]*,"cpuPercent' | tr -dc '0-9.'; }
 milliseconds() { date +%s%3N; }
 memory() { awk '/^VmRSS/ { print $2 }' "/proc/$agent/status"; }         # kB
 cpu_time() { awk '{ print int($1 / 1000000) }' "/proc/$agent/schedstat"; } # milliseconds, of its main thread
@@ -80,8 +87,12 @@ start_agent() {
 # Told to end, it has to, in peace.
 end_agent() {
     kill -TERM "$agent"
+    (sleep 20 && kill -KILL "$agent") 2>/dev/null &
+    guard=$!
     status=0
     wait "$agent" || status=$?
+    kill "$guard" 2>/dev/null || true
+    wait "$guard" 2>/dev/null || true
     agent=
     [ "$status" -eq 0 ] || broken "the agent ended with $status"
 }
