@@ -78,7 +78,11 @@ TEST(StoredValues, NameCases) {
     EXPECT_EQ(storedMenuBarInfoMode("Temperature"s), std::nullopt);
     EXPECT_EQ(storedMinimumLevel("throttling"s), NotificationMinimumLevel::serious);
     EXPECT_EQ(storedMinimumLevel("fair"s), std::nullopt);
-    EXPECT_EQ(storedVerbosity(true), std::nullopt);
+    for (const PropertyValue& other : {PropertyValue(true), PropertyValue(std::int64_t{1})}) {
+        EXPECT_EQ(storedMenuBarInfoMode(other), std::nullopt);
+        EXPECT_EQ(storedMinimumLevel(other), std::nullopt);
+        EXPECT_EQ(storedVerbosity(other), std::nullopt);
+    }
 }
 
 TEST(AppSettingsStore, WritesEveryKeyInOrder) {

@@ -90,6 +90,7 @@ TEST(ThermalDailySummary, KnowsTheOffenderThatLeads) {
     const LocalizedComparison comparison("en_GB");
     auto summary = ThermalDailySummary::fresh("2025-03-05", unixEpoch);
     EXPECT_EQ(summary.leadingOffenderLabel(comparison), std::nullopt);
+    EXPECT_EQ(summary.leadingOffenderBundleIdentifier(comparison), std::nullopt);
     summary.topOffenderCounts = {{"Zebra", 3}, {"apple", 3}, {"Banana", 3}, {"most", 2}};
     summary.topOffenderBundleIdentifiers = {{{"Zebra", "org.zebra"}, {"Banana", "org.banana"}}};
     EXPECT_EQ(summary.leadingOffenderLabel(comparison), "apple");
