@@ -44,7 +44,7 @@ finish() {
         exit 0
     fi
     echo "drill $name: held ${held:-nothing}; lost ${lost:-nothing}${broken:+; BROKEN: $broken}"
-    [ -z "$broken" ]
+    [ -z "$broken" ] || exit 1
 }
 trap finish EXIT
 trap 'exit 1' HUP
