@@ -74,7 +74,7 @@ fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60), FUZZ_JOBS at a ti
 	@scripts/build fuzz fuzz/all
 	@scripts/fuzz $(FUZZ_SECONDS)
 
-soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (8 minutes)
+soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (10 minutes)
 	@scripts/setup soak
 	@scripts/build release cindertop cindertopctl
 	@scripts/build debug

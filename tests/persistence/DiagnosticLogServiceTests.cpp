@@ -238,6 +238,7 @@ TEST_F(DiagnosticLogServiceTest, SaysWhyAnExportFailed) {
     const auto disabled = service.exportLogs({}, destination);
     EXPECT_EQ(disabled.error(), DiagnosticLogExportError::disabled);
     EXPECT_EQ(DiagnosticLogService::errorSummary(disabled.error()), "DiagnosticLogExportError#1");
+    EXPECT_EQ(disabled.error().message(), "diagnostic logging is off");
 }
 
 TEST_F(DiagnosticLogServiceTest, NamesTheExportByTheUsersDay) {
