@@ -128,6 +128,10 @@ answers || complain "a second start does not find the first: $(cat "$work/out")"
 [ ! -s "$work/agent-err" ] || complain "$(cat "$work/agent-err")"
 end INT
 [ "$("$ctl" settings showDockIcon)" = true ] || complain "the preference is lost"
+for mode in thermalScore temperature; do # retired, and not to be had without sensors
+    "$ctl" settings menuBarInfoMode "$mode" 2>"$work/refusal" && complain "the label $mode is taken"
+    grep -q 'one of none, thermalStatus$' "$work/refusal" || complain "refused without the choice"
+done
 "$ctl" pause 2>/dev/null && complain "an agent answers that has ended"
 
 # Neither a bus that goes nor one that is missing ends it; only --accept-terms is told again.

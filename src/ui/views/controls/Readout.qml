@@ -8,9 +8,9 @@ Row {
     required property string text
     required property font font
     required property color color
-    readonly property real digitWidth: widestDigit(font)
+    readonly property real digitWidth: widestDigit(metrics.font)
 
-    // The font is what the binding listens to: it changes with the user's text size.
+    // The font is what the binding listens to: it changes with the user's text size, and the metrics with it.
     function widestDigit(font: font): real {
         return Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)));
     }
