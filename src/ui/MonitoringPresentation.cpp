@@ -101,10 +101,10 @@ QString MonitoringPresentation::lowestTemperatureText() const {
 }
 
 QString MonitoringPresentation::historySummary() const {
-    if (!hasChart_) {
+    const auto samples = charted();
+    if (samples.size() < 2) { // there is no chart
         return {};
     }
-    const auto samples = charted();
     const auto& highest =
         **std::ranges::max_element(samples, {}, [](const auto* sample) { return sample->score; });
     const auto age = formattedDuration(secondsBetween(highest.measuredAt, now_).count());
