@@ -44,7 +44,7 @@ bool isAnything(const SearchedOffender& /*offender*/) {
     return true;
 }
 
-struct AdviceRow {
+struct OffenderAdviceRow {
     Test applies;
     CinderInsightKind kind;
     CinderInsightConfidence confidence;
@@ -55,7 +55,7 @@ struct AdviceRow {
 };
 
 /// The first row that applies counts: a game installed as an ordinary application is still a game.
-constexpr auto adviceRows = std::to_array<AdviceRow>({
+constexpr auto adviceRows = std::to_array<OffenderAdviceRow>({
     {.applies = isNamedLike<gameNameFragments>,
      .kind = gamingFpsCapRecommended,
      .confidence = medium,
@@ -126,7 +126,7 @@ std::string offenderLabel(const ProcessOffender& offender) {
     return offender.displayName + " (" + wholeNumber(offender.cpuPercent) + "% CPU)";
 }
 
-std::string messageFor(const AdviceRow& row, const ProcessOffender& offender) {
+std::string messageFor(const OffenderAdviceRow& row, const ProcessOffender& offender) {
     std::string message;
     if (row.message.starts_with(' ')) {
         message = offenderLabel(offender);
@@ -139,7 +139,7 @@ std::string messageFor(const AdviceRow& row, const ProcessOffender& offender) {
 RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level) {
     const auto subject = searched(offender);
     const auto& row = *std::ranges::find_if(
-        adviceRows, [&](Test applies) { return applies(subject); }, &AdviceRow::applies);
+        adviceRows, [&](Test applies) { return applies(subject); }, &OffenderAdviceRow::applies);
     return {.insight = {.kind = row.kind,
                         .confidence = row.confidence,
                         .title = std::string(row.title),

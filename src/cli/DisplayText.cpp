@@ -74,7 +74,7 @@ std::string shownCharacter(UChar32 character, std::string_view bytes, Charset ch
     return std::string(isInvisible(character) ? replacementCharacter : bytes);
 }
 
-int columnsOf(UChar32 character) {
+int columnsOfCharacter(UChar32 character) {
     if (character < 0x300) {
         return 1;
     }
@@ -109,7 +109,7 @@ std::string shown(std::string_view bytes, Charset charset) {
 int columnsOf(std::string_view text) {
     int columns = 0;
     forEachCharacter(text, [&](UChar32 character, std::string_view) {
-        columns += columnsOf(character);
+        columns += columnsOfCharacter(character);
         return true;
     });
     return columns;
@@ -119,7 +119,7 @@ std::string_view beginning(std::string_view text, int columns) {
     std::size_t kept = 0;
     int used = 0;
     forEachCharacter(text, [&](UChar32 character, std::string_view encoded) {
-        used += columnsOf(character);
+        used += columnsOfCharacter(character);
         if (used > columns) {
             return false;
         }

@@ -11,7 +11,7 @@ namespace cindertop::ui {
 
 namespace {
 
-constexpr auto introspection = R"xml(
+constexpr auto menuIntrospection = R"xml(
   <interface name="com.canonical.dbusmenu">
     <property name="Version" type="u" access="read"/>
     <property name="TextDirection" type="s" access="read"/>
@@ -141,7 +141,7 @@ StatusMenu::StatusMenu(const QDBusConnection& connection, const AppState& appSta
 }
 
 QString StatusMenu::introspect(const QString& /*path*/) const {
-    return introspection;
+    return menuIntrospection;
 }
 
 QVariantMap StatusMenu::properties() const {

@@ -12,7 +12,7 @@ namespace cindertop::ui {
 
 namespace {
 
-constexpr auto introspection = R"xml(
+constexpr auto itemIntrospection = R"xml(
   <interface name="org.kde.StatusNotifierItem">
     <property name="Category" type="s" access="read"/>
     <property name="Id" type="s" access="read"/>
@@ -116,7 +116,7 @@ void StatusNotifierItem::setTitle(const std::optional<StatusTitle>& title) {
 }
 
 QString StatusNotifierItem::introspect(const QString& /*path*/) const {
-    return introspection;
+    return itemIntrospection;
 }
 
 /// The guide is the widest text that the panel should keep room for: the item is as long as it needs to be.

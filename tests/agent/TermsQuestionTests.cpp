@@ -16,21 +16,21 @@
 namespace cindertop::agent {
 namespace {
 
-class Pipe {
+class AnswerPipe {
 public:
-    Pipe() {
+    AnswerPipe() {
         if (::pipe(ends_.data()) != 0) {
             throw std::runtime_error("no pipe");
         }
     }
 
-    ~Pipe() {
+    ~AnswerPipe() {
         ::close(ends_[0]);
         end();
     }
 
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
+    AnswerPipe(const AnswerPipe&) = delete;
+    AnswerPipe& operator=(const AnswerPipe&) = delete;
 
     int reader() const { return ends_[0]; }
 
@@ -70,9 +70,9 @@ TEST(TermsQuestion, TakesAnAnswerOrNone) {
              {"", std::nullopt},
              {"yes", std::nullopt}, // the input ended before Enter
          }) {
-        const Pipe shown;
-        const Pipe interruption;
-        Pipe typing;
+        const AnswerPipe shown;
+        const AnswerPipe interruption;
+        AnswerPipe typing;
         typing.write(typed);
         typing.end();
         EXPECT_EQ(askForTerms(cli::Output(shown.writer()), typing.reader(), interruption.reader()), answer)
@@ -84,9 +84,9 @@ TEST(TermsQuestion, TakesAnAnswerOrNone) {
 }
 
 TEST(TermsQuestion, EndsWhenItIsInterrupted) {
-    const Pipe shown;
-    const Pipe interruption;
-    const Pipe typing;
+    const AnswerPipe shown;
+    const AnswerPipe interruption;
+    const AnswerPipe typing;
     interruption.write("!");
     typing.write("ye");
     EXPECT_EQ(askForTerms(cli::Output(shown.writer()), typing.reader(), interruption.reader()), std::nullopt);

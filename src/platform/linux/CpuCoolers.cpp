@@ -8,12 +8,6 @@
 
 namespace cindertop::linux_platform {
 
-namespace {
-
-constexpr std::chrono::seconds learningPeriod{30};
-
-} // namespace
-
 bool isCpuCooler(std::string_view type) {
     return type == "Processor" || type == "intel_powerclamp" || type.starts_with("cpufreq-cpu") ||
            type.starts_with("thermal-cpufreq-") || type.starts_with("idle-") ||
@@ -29,7 +23,7 @@ double coolerLoss(std::int64_t currentState, std::int64_t highestState) {
 }
 
 CpuCoolers::CpuCoolers(const Roots& roots, const MonotonicClock& clock)
-    : folder_(roots, "class/thermal", clock, learningPeriod) {}
+    : folder_(roots, "class/thermal", clock) {}
 
 std::optional<CpuCoolers::Reading> CpuCoolers::read() {
     learnIfOutdated();

@@ -29,17 +29,15 @@ std::uint64_t fingerprintOf(const std::filesystem::path& folder) {
 
 } // namespace
 
-DeviceFolder::DeviceFolder(const Roots& roots, const std::filesystem::path& folder, MonotonicClock clock,
-                           std::chrono::nanoseconds longest)
+DeviceFolder::DeviceFolder(const Roots& roots, const std::filesystem::path& folder, MonotonicClock clock)
     : folder_(roots.sys / folder),
       eventCounter_(roots.sys / "kernel/uevent_seqnum"),
-      clock_(std::move(clock)),
-      longest_(longest) {}
+      clock_(std::move(clock)) {}
 
 bool DeviceFolder::isOutdated() {
     const auto now = clock_();
     const bool hasOther = hasOtherDevices();
-    if (!hasOther && learntAt_ && now - *learntAt_ < longest_) {
+    if (!hasOther && learntAt_ && now - *learntAt_ < longestTrust) {
         return false;
     }
     learntAt_ = now;

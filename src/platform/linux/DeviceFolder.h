@@ -12,13 +12,14 @@
 namespace cindertop::linux_platform {
 
 /// Tells when what was learnt about the devices of a class folder is to be learnt again: a device came, went
-/// or was replaced by another of its name, or `longest` has passed, since attributes come and go without a
-/// trace in the folder (processors that go offline, thresholds that firmware moves). Not thread-safe.
+/// or was replaced by another of its name, or `longestTrust` has passed, since attributes come and go without
+/// a trace in the folder (processors that go offline, thresholds that firmware moves). Not thread-safe.
 class DeviceFolder {
 public:
+    static constexpr std::chrono::seconds longestTrust{30};
+
     /// `folder` below the sysfs root, for example "class/thermal".
-    DeviceFolder(const Roots& roots, const std::filesystem::path& folder, MonotonicClock clock,
-                 std::chrono::nanoseconds longest);
+    DeviceFolder(const Roots& roots, const std::filesystem::path& folder, MonotonicClock clock);
 
     const std::filesystem::path& path() const { return folder_; }
 
@@ -31,7 +32,6 @@ private:
     std::filesystem::path folder_;
     AttributeFile eventCounter_;
     MonotonicClock clock_;
-    std::chrono::nanoseconds longest_;
     std::optional<std::chrono::nanoseconds> learntAt_;
     std::optional<std::int64_t> eventCount_;
     std::uint64_t fingerprint_ = 0;

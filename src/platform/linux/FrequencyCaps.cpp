@@ -8,15 +8,8 @@
 
 namespace cindertop::linux_platform {
 
-namespace {
-
-constexpr std::chrono::seconds learningPeriod{30};
-
-} // namespace
-
 FrequencyCaps::FrequencyCaps(const Roots& roots, const MonotonicClock& clock)
-    : processors_(roots.sys / "devices/system/cpu"),
-      folder_(roots, "devices/system/cpu/cpufreq", clock, learningPeriod) {}
+    : processors_(roots.sys / "devices/system/cpu"), folder_(roots, "devices/system/cpu/cpufreq", clock) {}
 
 double FrequencyCaps::largestLoss() {
     learnIfOutdated();

@@ -10,7 +10,6 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr std::chrono::seconds learningPeriod{30};
 constexpr std::chrono::seconds storagePeriod{30};
 
 constexpr double tenths = 10;
@@ -55,9 +54,9 @@ HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZone
     : roots_(roots),
       clock_(std::move(clock)),
       zones_(zones),
-      chipFolder_(roots, "class/hwmon", clock_, learningPeriod),
-      zoneFolder_(roots, "class/thermal", clock_, learningPeriod),
-      supplyFolder_(roots, "class/power_supply", clock_, learningPeriod) {}
+      chipFolder_(roots, "class/hwmon", clock_),
+      zoneFolder_(roots, "class/thermal", clock_),
+      supplyFolder_(roots, "class/power_supply", clock_) {}
 
 HwmonSensors::~HwmonSensors() = default;
 

@@ -10,7 +10,6 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr std::chrono::seconds learningPeriod{30};
 constexpr int mostTrips = 64; // the kernel allowed 12 for years and has no bound today
 
 std::optional<Trip> readTrip(const std::filesystem::path& zone, const std::string& stem,
@@ -45,7 +44,7 @@ std::string countedZones(std::size_t count) {
 ThermalZones::ThermalZones(const Roots& roots, MonotonicClock clock)
     : clock_(std::move(clock)),
       supplies_(roots.sys / "class/power_supply"),
-      folder_(roots, "class/thermal", clock_, learningPeriod) {}
+      folder_(roots, "class/thermal", clock_) {}
 
 ThermalZoneReading ThermalZones::read() {
     const std::scoped_lock lock(mutex_);

@@ -11,9 +11,6 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-/// A processor that comes online brings its counters without a change of the folder of processors.
-constexpr std::chrono::seconds learningPeriod{30};
-
 /// The package's counter also sees the throttling that other processors of the package caused.
 std::optional<std::filesystem::path> counterOf(const std::filesystem::path& processor) {
     for (const auto* const name : {"package_throttle_total_time_ms", "core_throttle_total_time_ms"}) {
@@ -33,7 +30,7 @@ double shareOf(std::int64_t milliseconds, std::chrono::nanoseconds elapsed) {
 } // namespace
 
 ThrottleCounters::ThrottleCounters(const Roots& roots, MonotonicClock clock)
-    : clock_(std::move(clock)), folder_(roots, "devices/system/cpu", clock_, learningPeriod) {}
+    : clock_(std::move(clock)), folder_(roots, "devices/system/cpu", clock_) {}
 
 std::optional<ThrottleCounters::Reading> ThrottleCounters::read() {
     const auto now = clock_();

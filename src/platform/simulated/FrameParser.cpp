@@ -10,8 +10,6 @@ namespace cindertop::simulated {
 
 namespace {
 
-constexpr std::uint32_t wholeMachine = 1000; ///< thousandths
-
 /// The system's thermal state is an `int`, and no other integer is one of the known states.
 int parseThermalState(const ScenarioNode& node) {
     const auto state = node.clampedInteger();
@@ -78,10 +76,10 @@ std::optional<ScenarioLoad> parseLoad(const ScenarioNode& node) {
     }
     const ScenarioObject object(node, {"user", "system", "nice"});
     const auto share = [&](std::string_view key) {
-        return object.at(key).integer<std::uint32_t>(0, wholeMachine);
+        return object.at(key).integer<std::uint32_t>(0, ScenarioLoad::wholeMachine);
     };
     const ScenarioLoad load{.user = share("user"), .system = share("system"), .nice = share("nice")};
-    if (load.user + load.system + load.nice > wholeMachine) {
+    if (load.user + load.system + load.nice > ScenarioLoad::wholeMachine) {
         node.fail("is more than 1000 thousandths");
     }
     return load;

@@ -8,9 +8,8 @@ namespace cindertop::simulated {
 
 namespace {
 
-constexpr std::uint32_t wholeMachine = 1000;   ///< thousandths
 constexpr std::uint32_t ticksEachSecond = 100; ///< of one processor
-constexpr WideUnsigned divisor = WideUnsigned{wholeMachine} * 1'000'000'000;
+constexpr WideUnsigned divisor = WideUnsigned{ScenarioLoad::wholeMachine} * 1'000'000'000;
 
 WideUnsigned nanosecondsOf(std::chrono::nanoseconds time) {
     return static_cast<std::uint64_t>(time.count());
@@ -24,7 +23,7 @@ void LoadHistory::Sums::add(const std::optional<ScenarioLoad>& load, std::chrono
     user += shares.user * elapsed;
     system += shares.system * elapsed;
     nice += shares.nice * elapsed;
-    idle += (wholeMachine - shares.user - shares.system - shares.nice) * elapsed;
+    idle += (ScenarioLoad::wholeMachine - shares.user - shares.system - shares.nice) * elapsed;
 }
 
 LoadHistory::LoadHistory(const Scenario& scenario) : scenario_(&scenario) {

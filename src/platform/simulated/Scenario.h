@@ -63,6 +63,8 @@ struct ScenarioPower {
 
 /// Thousandths of the whole machine, together at most 1000; the rest is idle.
 struct ScenarioLoad {
+    static constexpr std::uint32_t wholeMachine = 1000; ///< all of its processors busy
+
     std::uint32_t user{};
     std::uint32_t system{};
     std::uint32_t nice{};

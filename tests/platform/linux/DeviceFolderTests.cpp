@@ -17,7 +17,7 @@ protected:
 
 TEST_F(DeviceFolderTest, IsOutdatedWhenADeviceComesGoesOrIsReplaced) {
     tree.folder("sys/class/thermal/thermal_zone0");
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock(), 30s);
+    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
     EXPECT_TRUE(folder.isOutdated());
     EXPECT_FALSE(folder.isOutdated());
 
@@ -35,7 +35,7 @@ TEST_F(DeviceFolderTest, IsOutdatedWhenADeviceComesGoesOrIsReplaced) {
 }
 
 TEST_F(DeviceFolderTest, GrowsOldByItself) {
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock(), 30s);
+    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
     EXPECT_TRUE(folder.isOutdated()); // also without a folder: what was learnt is that there is nothing
     clock.advance(29s);
     EXPECT_FALSE(folder.isOutdated());
@@ -45,7 +45,7 @@ TEST_F(DeviceFolderTest, GrowsOldByItself) {
 
 TEST_F(DeviceFolderTest, IsNotListedWhileTheKernelReportsNoEvent) {
     tree.folder("sys/class/thermal").attribute("sys/kernel/uevent_seqnum", "7");
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock(), 30s);
+    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
     EXPECT_TRUE(folder.isOutdated());
     tree.folder("sys/class/thermal/thermal_zone0"); // cannot be on a real machine without an event
     EXPECT_FALSE(folder.isOutdated());

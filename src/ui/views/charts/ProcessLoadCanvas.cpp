@@ -1,17 +1,12 @@
 #include "ui/views/charts/ProcessLoadCanvas.h"
 
+#include "ui/views/charts/ChartStyle.h"
+
 #include <QPainter>
 #include <QPen>
 #include <QPolygonF>
 
 namespace cindertop::ui {
-
-namespace {
-
-constexpr double fillOpacity = 0.16;
-constexpr double lineWidth = 1.75;
-
-} // namespace
 
 ProcessLoadCanvas::ProcessLoadCanvas(QQuickItem* parent) : QQuickPaintedItem(parent) {
     connect(this, &ProcessLoadCanvas::changed, this, [this] { update(); });
@@ -33,18 +28,18 @@ void ProcessLoadCanvas::paint(QPainter* painter) {
     area += at(1, 0);
     area += at(0, 0);
     auto fill = lineColor_;
-    fill.setAlphaF(static_cast<float>(fillOpacity));
+    fill.setAlphaF(static_cast<float>(chartFillOpacity));
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(fill);
     painter->drawPolygon(area);
-    painter->setPen(QPen(lineColor_, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->setPen(QPen(lineColor_, chartLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPolyline(line);
 }
 
 /// Half of the line's width is left free above and below.
 QPointF ProcessLoadCanvas::at(double position, double value) const {
-    return {position * width(), lineWidth / 2 + (1 - value) * (height() - lineWidth)};
+    return {position * width(), chartLineWidth / 2 + (1 - value) * (height() - chartLineWidth)};
 }
 
 } // namespace cindertop::ui

@@ -1,5 +1,7 @@
 #include "ui/views/charts/ThermalHistoryCanvas.h"
 
+#include "ui/views/charts/ChartStyle.h"
+
 #include <QPainter>
 #include <QPen>
 #include <QPolygonF>
@@ -11,8 +13,6 @@ namespace cindertop::ui {
 namespace {
 
 constexpr std::array gridScores{0, 25, 60, 90, 100}; ///< where the levels begin, and the ends
-constexpr double fillOpacity = 0.16;
-constexpr double lineWidth = 1.75;
 
 double scoreHeight(const ThermalHistorySample& sample) {
     return static_cast<double>(sample.score) / 100;
@@ -55,7 +55,7 @@ void ThermalHistoryCanvas::paint(QPainter* painter) {
 
 /// Half of the line's width is left free above and below.
 QPointF ThermalHistoryCanvas::at(double position, double height) const {
-    return {position * width(), lineWidth / 2 + (1 - height) * (this->height() - lineWidth)};
+    return {position * width(), chartLineWidth / 2 + (1 - height) * (this->height() - chartLineWidth)};
 }
 
 QColor ThermalHistoryCanvas::levelColor(const ThermalHistorySample& sample) const {
@@ -82,14 +82,14 @@ void ThermalHistoryCanvas::paintScores(QPainter& painter, const ThermalHistoryRu
         area += QPointF(line.back().x(), at(0, 0).y());
         area += QPointF(line.front().x(), at(0, 0).y());
         auto fill = color;
-        fill.setAlphaF(static_cast<float>(fillOpacity));
+        fill.setAlphaF(static_cast<float>(chartFillOpacity));
         // Smooth edges of two fills that meet would leave a seam.
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(Qt::NoPen);
         painter.setBrush(fill);
         painter.drawPolygon(area);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(QPen(color, chartLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         if (line.size() == 1) {
             painter.drawPoint(line.front());
         } else {
