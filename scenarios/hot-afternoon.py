@@ -1,12 +1,9 @@
 #!/usr/bin/env python3
-"""Writes hot-afternoon.json: an hour is too long to write down by hand. Run it after changing the story below."""
+"""Writes hot-afternoon.json. Run it after changing the story below."""
 
-import json
-import math
-import pathlib
+from story import Story, between, unrest
 
 DURATION = 3600
-PROCESSORS = 8
 
 # Seconds, then the hottest core in degrees Celsius; straight lines between.
 CORE = [(0, 41), (240, 43), (300, 47), (420, 79), (600, 82), (660, 91), (780, 94), (900, 96), (1080, 98),
@@ -73,84 +70,15 @@ PROCESSES = [
 ]
 
 
-def between(points, at):
-    for (start, first), (end, last) in zip(points, points[1:]):
-        if start <= at < end:
-            return first + (last - first) * (at - start) / (end - start)
-    return points[-1][1]
-
-
-def unrest(at, seed):
-    """Between -1 and 1, the same in each run."""
-    return (math.sin(at * 0.71 + seed * 2.3) + math.sin(at * 0.23 + seed * 5.9)) / 2
-
-
 def sensors(at):
     core = between(CORE, at) + 0.5 * unrest(at, 1)
     # The colder it is, the closer the graphics processor is to the cores.
     graphics = core - 2 - max(0, core - 45) * 0.16 + 0.4 * unrest(at, 2)
-    readings = [("pACC MTR Temp Sensor0", core), ("GPU MTR Temp Sensor1", graphics),
-                ("gas gauge battery", between(BATTERY, at))]
-    return [{"product": product, "celsius": round(celsius, 1)} for product, celsius in readings]
+    return [("pACC MTR Temp Sensor0", core), ("GPU MTR Temp Sensor1", graphics), ("gas gauge battery", battery(at))]
 
 
-def power(at):
-    is_plugged = any(start <= at < end for start, end in PLUGGED)
-    battery = {"BatteryInstalled": True, "CurrentCapacity": round(between(CHARGE, at)), "MaxCapacity": 100,
-               "IsCharging": is_plugged, "FullyCharged": False, "ExternalConnected": is_plugged,
-               "Temperature": round((between(BATTERY, at) + 273.15) * 10)}
-    return {"providing": "AC Power" if is_plugged else "Battery Power",
-            "lowPowerMode": any(start <= at < end for start, end in LOW_POWER), "entries": [battery]}
-
-
-def processes(at):
-    listed = []
-    for pid, name, path, started, owner, uses in PROCESSES:
-        past = [millicores for since, millicores in uses if since <= at]
-        if not past or past[-1] is None:
-            continue
-        busy = min(past[-1] * (1 + 0.12 * unrest(at, pid)), 995 if past[-1] < 1000 else 4000)
-        listed.append({"pid": pid, **owner, "longName": name, **({"path": path} if path else {}), "startedAt": started,
-                       "millicores": round(busy)})
-    return listed
-
-
-def load(listed):
-    def thousandths(of_system):
-        busy = [one["millicores"] for one in listed if (one.get("user", 501) < 100) == of_system]
-        return round(sum(busy) / PROCESSORS)
-    return {"user": thousandths(False), "system": thousandths(True), "nice": 0}
-
-
-def frames():
-    changes = {since for process in PROCESSES for since, _ in process[5]}
-    plugging = {instant for span in PLUGGED + LOW_POWER for instant in span if instant < DURATION}
-    census = changes | set(range(0, DURATION, 120))
-    supply = plugging | set(range(0, DURATION, 120))
-    heat = set(range(0, DURATION, 15)) | set(range(1915, 1920))
-    for at in sorted(census | supply | heat | set(PRESSURE) | set(DISPLAYS)):
-        frame = {"at": at}
-        if at in PRESSURE:
-            frame["thermalState"], frame["pressure"] = PRESSURE[at]
-        if at in DISPLAYS:
-            frame["displays"] = DISPLAYS[at]
-        if at in supply:
-            frame["power"] = power(at)
-        if at in heat:
-            frame["sensors"] = sensors(at)
-        if at in census:
-            listed = processes(at)
-            frame["load"] = load(listed)
-            frame["processes"] = listed
-        yield frame
-
-
-def text(frame):
-    """A line a frame, but a line for each process of a list."""
-    def in_lines(value):
-        return "[\n" + ",\n".join("      " + json.dumps(one) for one in value) + "]"
-    parts = [f'"{key}": {in_lines(value) if key == "processes" else json.dumps(value)}' for key, value in frame.items()]
-    return "    {" + ", ".join(parts) + "}"
+def battery(at):
+    return between(BATTERY, at)
 
 
 head = {
@@ -160,12 +88,10 @@ head = {
                    "charging, serious, sustained and critical pressure, recovery, a photo export, and the indexing that "
                    "usually runs at night. Written by hot-afternoon.py.",
     "start": "2026-07-14T12:30:00Z", "timeZone": "Europe/Berlin", "locale": "en_GB", "duration": DURATION,
-    "machine": {"modelIdentifier": "Mac14,2", "cpuBrand": "Apple M2", "processorCount": PROCESSORS},
+    "machine": {"modelIdentifier": "Mac14,2", "cpuBrand": "Apple M2", "processorCount": 8},
     "settings": {"notificationsEnabled": True, "experimentalTemperatureSensorsEnabled": True,
                  "menuBarInfoMode": "temperature"},
     "bundles": {f"/Applications/{name}.app": {"CFBundleIdentifier": identifier, "CFBundleName": name}
                 for name, identifier in APPLICATIONS.items()},
 }
-lines = [f'  "{key}": {json.dumps(value)}' for key, value in head.items()]
-lines.append('  "frames": [\n' + ",\n".join(text(frame) for frame in frames()) + "]")
-pathlib.Path(__file__).with_suffix(".json").write_text("{\n" + ",\n".join(lines) + "}\n", encoding="utf-8")
+Story(head, PROCESSES, PRESSURE, DISPLAYS, PLUGGED, LOW_POWER, CHARGE, sensors, battery, range(1915, 1920)).write(__file__)
