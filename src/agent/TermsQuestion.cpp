@@ -1,5 +1,7 @@
 #include "agent/TermsQuestion.h"
 
+#include "app/LegalTerms.h"
+
 #include <array>
 #include <cerrno>
 #include <string>
@@ -12,12 +14,7 @@ namespace cindertop::agent {
 
 namespace {
 
-constexpr std::string_view question =
-    R"(Cindertop reads temperatures, throttling, power, displays and the CPU time of
-processes on this machine. It keeps an hour of history, a summary of the day and
-a log of its own doings in your home folder, and sends nothing anywhere. What it
-says about heat is advice, without any warranty.
-Do you accept these terms of use? [y/N] )";
+constexpr std::string_view question = "Do you accept these terms of use? [y/N] ";
 
 /// The next bytes of the input; none at its end and when there was an interruption.
 std::optional<std::string> nextBytes(int input, int interruption) {
@@ -40,7 +37,7 @@ std::optional<std::string> nextBytes(int input, int interruption) {
 } // namespace
 
 std::optional<bool> askForTerms(const cli::Output& output, int input, int interruption) {
-    [[maybe_unused]] const auto ignored = output.write(question);
+    [[maybe_unused]] const auto ignored = output.write(std::string(legalTermsText) + std::string(question));
     std::string answer;
     while (!answer.contains('\n')) {
         const auto more = nextBytes(input, interruption);

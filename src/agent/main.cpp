@@ -136,24 +136,30 @@ int showRunningAgent() {
     return success;
 }
 
-/// Asks a person who can answer; everybody else is told how to accept. False: the person wants to leave.
+/// Whether the person at the terminal accepts the terms, and so whether there is anything to do.
+bool agreesAtTerminal(UserDefaults& defaults, int interruption) {
+    const auto output = outputUnless(interruption, STDOUT_FILENO);
+    const auto answer = askForTerms(output, STDIN_FILENO, interruption);
+    if (answer == true) {
+        storeTermsAccepted(defaults);
+    } else if (answer == false) {
+        say(output, "the terms of use are not accepted, so nothing is watched and nothing is kept; "
+                    "\"cindertopctl watch\" looks without keeping anything");
+    }
+    return answer == true;
+}
+
+/// Asks a person who can answer; everybody else is told how to accept. False: there is nothing to do.
 bool prepareTerms(UserDefaults& defaults, int interruption) {
     if (areTermsAccepted(defaults)) {
         return true;
     }
     if (isTerminal(STDIN_FILENO) && isTerminal(STDOUT_FILENO)) {
-        const auto answer =
-            askForTerms(outputUnless(interruption, STDOUT_FILENO), STDIN_FILENO, interruption);
-        if (!answer) {
-            return false;
-        }
-        if (*answer) {
-            storeTermsAccepted(defaults);
-            return true;
-        }
+        return agreesAtTerminal(defaults, interruption);
     }
     say(outputUnless(interruption, STDERR_FILENO),
-        "nothing is measured before you accept the terms of use: run \"cindertopctl accept-terms\"");
+        "before you accept the terms of use, nothing is watched in the background and nothing is kept; "
+        "run \"cindertopctl accept-terms\"");
     return true;
 }
 

@@ -101,14 +101,24 @@ CommandResult resumeAgent(AgentEnvironment& environment) {
                              : CommandResult(std::unexpected(std::string(noAgent)));
 }
 
-CommandResult acceptTerms(AgentEnvironment& environment) {
-    if (environment.agent) {
-        return environment.agent->call("AcceptTerms");
+PageResult acceptTerms(AgentEnvironment& environment) {
+    const bool wereAccepted = areTermsAccepted(environment.defaults);
+    if (const auto shown = environment.output.write(legalTermsText); !shown) {
+        return std::unexpected("the terms of use cannot be shown, so they are not accepted: " +
+                               shown.error().message());
     }
-    return environment.whileAlone([&environment] { storeTermsAccepted(environment.defaults); });
+    const auto accepted =
+        environment.agent
+            ? environment.agent->call("AcceptTerms")
+            : environment.whileAlone([&environment] { storeTermsAccepted(environment.defaults); });
+    if (!accepted) {
+        return std::unexpected(accepted.error());
+    }
+    return environment.output.write(wereAccepted ? "You accepted these terms of use before.\n"
+                                                 : "You have accepted these terms of use.\n");
 }
 
-std::expected<WriteResult, std::string> settings(AgentEnvironment& environment, const Arguments& arguments) {
+PageResult settings(AgentEnvironment& environment, const Arguments& arguments) {
     const auto& operands = arguments.operands;
     const auto* const preference = operands.empty() ? nullptr : findPreference(operands[0]);
     if (!operands.empty() && preference == nullptr) {

@@ -30,11 +30,14 @@ using CommandResult = std::expected<void, std::string>;
 CommandResult pauseAgent(AgentEnvironment& environment);
 CommandResult resumeAgent(AgentEnvironment& environment);
 
-/// Accepts the terms of use, once and for all.
-CommandResult acceptTerms(AgentEnvironment& environment);
+/// The outer error is one sentence about the user's mistake or the agent's refusal, the inner one the
+/// output's.
+using PageResult = std::expected<WriteResult, std::string>;
 
-/// Lists all preferences, shows the one that is named, or changes it. The outer error is the user's mistake
-/// or the agent's refusal, the inner one the output's.
-std::expected<WriteResult, std::string> settings(AgentEnvironment& environment, const Arguments& arguments);
+/// Shows the terms of use and accepts them, once and for all.
+PageResult acceptTerms(AgentEnvironment& environment);
+
+/// Lists all preferences, shows the one that is named, or changes it.
+PageResult settings(AgentEnvironment& environment, const Arguments& arguments);
 
 } // namespace cindertop::cli

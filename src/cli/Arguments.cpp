@@ -88,6 +88,10 @@ std::optional<double> positiveSeconds(std::string_view word) {
     return isNumber && seconds > 0 && seconds <= longestSeconds ? std::optional(seconds) : std::nullopt;
 }
 
+bool isNegativeNumber(std::string_view word) {
+    return word.size() > 1 && word[0] == '-' && word[1] >= '0' && word[1] <= '9';
+}
+
 /// Takes the words one by one.
 class ArgumentReader {
 public:
@@ -96,10 +100,14 @@ public:
     std::expected<Arguments, std::string> read() {
         while (!words_.empty()) {
             const auto word = next();
-            if (const auto asked = information(word)) {
+            if (word == "--" && !areOptionsOver_) {
+                areOptionsOver_ = true;
+                continue;
+            }
+            if (const auto asked = information(word); asked && !areOptionsOver_) {
                 return Arguments{.command = *asked};
             }
-            if (auto taken = take(word); !taken) {
+            if (auto taken = areOptionsOver_ ? takeWord(word) : take(word); !taken) {
                 return std::unexpected(std::move(taken).error());
             }
         }
@@ -123,9 +131,13 @@ private:
         if (word == "--until" || word == "--seconds" || word == "--state-dir") {
             return takeOption(word);
         }
-        if (word.starts_with("-") && word != "-") {
+        if (word.starts_with("-") && word != "-" && !isNegativeNumber(word)) {
             return std::unexpected("unknown option " + quoted(word));
         }
+        return takeWord(word);
+    }
+
+    Taken takeWord(std::string_view word) {
         return syntax_ == nullptr ? takeCommand(word) : takeOperand(word);
     }
 
@@ -190,6 +202,7 @@ private:
     }
 
     std::span<const std::string_view> words_;
+    bool areOptionsOver_ = false;
     const CommandSyntax* syntax_ = nullptr;
     std::vector<std::string_view> options_;
     Arguments arguments_;

@@ -41,7 +41,7 @@ struct Arguments {
 
 /// Reads the words after the program's name. The error is one sentence without the program's name.
 /// "--help" and "--version" win wherever they stand, as long as what stands before them is known. "-" is a
-/// file.
+/// file, "--" ends the options, and a negative number is none.
 std::expected<Arguments, std::string> parseArguments(std::span<const std::string_view> words);
 
 } // namespace cindertop::cli

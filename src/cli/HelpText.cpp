@@ -26,9 +26,11 @@ The agent:
               run for that.
   settings    All preferences, or the one named; with a VALUE, change it.
   pause, resume
-              Stop and go on measuring.
+              Pause and resume the monitoring.
   accept-terms
-              Accept the terms of use. Nothing is measured before.
+              Show the terms of use and accept them. Before, nothing is watched
+              in the background and nothing is kept. A look that you ask for
+              (status, watch, offenders) needs no acceptance and keeps nothing.
   export FILE Write the recorded diagnostic events, the settings and what kind
               of system this is into FILE, to send along with a question. An
               existing file is replaced; "-" writes to the output.

@@ -37,6 +37,14 @@ CommandResult whileNoAgentRuns(const std::function<void()>& action) {
     return {};
 }
 
+ExitStatus exitStatusOf(const PageResult& result) {
+    if (!result) {
+        complain(result.error());
+        return failure;
+    }
+    return exitStatus(*result);
+}
+
 } // namespace
 
 ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
@@ -80,16 +88,10 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
     case Command::resume:
         return exitStatus(resumeAgent(environment));
     case Command::acceptTerms:
-        return exitStatus(acceptTerms(environment));
+        return exitStatusOf(acceptTerms(environment));
     default:
-        break;
+        return exitStatusOf(settings(environment, arguments));
     }
-    const auto result = settings(environment, arguments);
-    if (!result) {
-        complain(result.error());
-        return failure;
-    }
-    return exitStatus(*result);
 }
 
 } // namespace cindertop::cli

@@ -30,7 +30,7 @@ void addWaiting(PopoverContents& contents) {
     contents.level = static_cast<int>(Status::paused);
     contents.statusText = "Not Monitoring";
     contents.symbolName = symbolName(Status::paused);
-    contents.tipMessage = "Nothing is measured until you accept the terms of use.";
+    contents.tipMessage = "Before you accept the terms of use, nothing is watched and nothing is kept.";
 }
 
 void addToggle(PopoverContents& contents, bool isPaused) {

@@ -108,12 +108,13 @@ dbus-daemon --session --nofork --nopidfile --address="$DBUS_SESSION_BUS_ADDRESS"
 bus=$!
 await "the bus" test -S "$work/bus"
 
-# Nothing is measured before the terms are accepted; then it goes on by itself.
+# Nothing is watched before the terms are accepted; then it goes on by itself.
 start
 await "the message about the terms" grep -q 'cindertopctl accept-terms' "$work/agent-err"
 await "the bus name" answers
 [ ! -e "$work/data/Cindertop/thermal-history.plist" ] || complain "something was recorded before"
-"$ctl" accept-terms || complain "accept-terms is refused"
+"$ctl" accept-terms >"$work/terms" || complain "accept-terms is refused"
+grep -q 'without any warranty' "$work/terms" || complain "accept-terms does not show what is accepted"
 await "a measurement" is_measured
 await "the history" test -s "$work/data/Cindertop/thermal-history.plist"
 end TERM

@@ -30,6 +30,10 @@ TEST(Arguments, AreUnderstood) {
               {Command::settings, Format::text, {"historyEnabled", "off"}}},
              {{"settings", "historyDurationMinutes", "--json"},
               {Command::settings, Format::json, {"historyDurationMinutes"}}},
+             {{"settings", "historyDurationMinutes", "-5"},
+              {Command::settings, Format::text, {"historyDurationMinutes", "-5"}}},
+             {{"export", "--", "--json"}, {Command::exportDiagnostics, Format::text, {"--json"}}},
+             {{"--", "settings", "a", "--"}, {Command::settings, Format::text, {"a", "--"}}},
              {{"accept-terms"}, {Command::acceptTerms}},
              {{"--until", "1.5", "replay", "a", "--state-dir", "d"},
               {Command::replay, Format::text, {"a"}, 1.5, "d"}},
@@ -67,6 +71,8 @@ TEST(Arguments, AreRefusedWithTheWordInQuestion) {
              {{"pause", "--state-dir", "d"}, "\"pause\" takes no --state-dir"},
              {{"status", "--jsno"}, "unknown option \"--jsno\""},
              {{"-x", "--help"}, "unknown option \"-x\""},
+             {{"status", "-5"}, "unexpected argument \"-5\""},
+             {{"--", "--help"}, "unknown command \"--help\""},
              {{"a\x1b[2J\n"}, "unknown command \"a^[[2J^J\""},
          })) {
         EXPECT_EQ(parseArguments(words), std::unexpected(message));

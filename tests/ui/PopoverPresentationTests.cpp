@@ -125,7 +125,8 @@ TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
     program.pass(10s);
     EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not Monitoring", ""}));
     EXPECT_EQ(popover->level(), 4);
-    EXPECT_EQ(popover->tipMessage(), "Nothing is measured until you accept the terms of use.");
+    EXPECT_EQ(popover->tipMessage(),
+              "Before you accept the terms of use, nothing is watched and nothing is kept.");
     EXPECT_EQ(toggle(), (QStringList{"Set Up Cindertop...", "play.fill"}));
 
     popover->toggleMonitoring();
