@@ -67,9 +67,9 @@ LinuxPowerSources::LinuxPowerSources(const Roots& roots, MonotonicClock clock)
     : folder_(roots.sys / "class/power_supply"), clock_(std::move(clock)) {}
 
 const LinuxPowerSources::Supplies& LinuxPowerSources::supplies() const {
-    const auto now = clock_();
-    if (!latest_ || now - latest_->at >= readingLifetime) {
-        latest_ = Reading{.at = now, .supplies = readPowerSupplies(folder_)};
+    if (!latest_ || clock_() - latest_->endedAt >= readingLifetime) {
+        auto read = folder_.read();
+        latest_ = Reading{.endedAt = clock_(), .supplies = std::move(read)};
     }
     return latest_->supplies;
 }
@@ -99,14 +99,14 @@ SourceStatus LinuxPowerSources::status() const {
     const auto& read = latest_ ? latest_->supplies : supplies();
     SourceStatus status{.name = "power supplies", .isAvailable = false, .reason = {}};
     if (!read) {
-        status.reason = folder_.string() + " is " + std::string(describe(read.error()));
+        status.reason = folder_.path().string() + " is " + std::string(describe(read.error()));
     } else if (read->empty()) {
         status.reason = "no battery and no mains adapter listed";
     } else if (!providingSource(*read)) {
-        status.reason = "the power supplies do not answer";
+        status.reason = "no supply tells what the machine runs on";
     } else {
         status.isAvailable = true;
-        status.reason = folder_.string();
+        status.reason = folder_.path().string();
     }
     return status;
 }

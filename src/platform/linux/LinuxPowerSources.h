@@ -7,7 +7,6 @@
 #include "platform/linux/Roots.h"
 
 #include <expected>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,8 +18,8 @@ namespace cindertop::linux_platform {
 /// The supplies of /sys/class/power_supply, all batteries of the machine as one entry of the class
 /// "IOPMPowerSource"; every other class is empty. Called from one thread at a time.
 ///
-/// Asking a battery can take its controller milliseconds, so one read serves all answers of the next 100 ms:
-/// the source and the entry of one tick come from the same moment.
+/// Asking a battery can take its controller milliseconds, so one read serves all answers until 100 ms behind
+/// its end: the source and the entry of one tick come from the same moment, however long the read took.
 class LinuxPowerSources final : public PowerSources {
 public:
     explicit LinuxPowerSources(const Roots& roots = {}, MonotonicClock clock = steadyClock());
@@ -35,13 +34,13 @@ private:
     using Supplies = std::expected<std::vector<PowerSupply>, FileError>;
 
     struct Reading {
-        std::chrono::nanoseconds at;
+        std::chrono::nanoseconds endedAt;
         Supplies supplies;
     };
 
     const Supplies& supplies() const;
 
-    std::filesystem::path folder_;
+    mutable PowerSupplyFolder folder_;
     MonotonicClock clock_;
     mutable std::optional<Reading> latest_;
 };

@@ -110,17 +110,28 @@ bool isDischargingUps(const PowerSupply& supply) {
     return supply.kind == Kind::ups && supply.status == Status::discharging;
 }
 
-bool isUpsOnMains(const PowerSupply& supply) {
-    return supply.kind == Kind::ups &&
-           (supply.isOnline.value_or(false) || (supply.status && supply.status != Status::discharging));
-}
-
 bool hasNoKind(const PowerSupply& supply) {
     return !supply.kind;
 }
 
-bool isOneDischarging(const Batteries& batteries) {
-    return std::ranges::find(batteries, Status::discharging, &PowerSupply::status) != batteries.end();
+bool isDischarging(const PowerSupply& battery) {
+    return battery.status == Status::discharging;
+}
+
+/// An adapter that is on beside a battery that discharges is too weak. With one that is off or silent beside
+/// it, it may be unplugged all the same.
+bool areAllMainsOn(const std::vector<PowerSupply>& supplies) {
+    bool isAnyListed = false;
+    for (const auto& supply : supplies) {
+        if (supply.kind != Kind::mains) {
+            continue;
+        }
+        if (!supply.isOnline.value_or(false)) {
+            return false;
+        }
+        isAnyListed = true;
+    }
+    return isAnyListed;
 }
 
 } // namespace
@@ -153,35 +164,25 @@ std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies
         isAnyListed = true;
         isAnySilent = isAnySilent || !supply.isOnline;
     }
-    if (isAnyListed && !isAnySilent) {
-        return false;
-    }
-    const auto batteries = batteriesOf(supplies);
-    if (isOneCharging(batteries).value_or(false)) {
-        return true;
-    }
-    return isAnySilent && !isOneDischarging(batteries) ? std::nullopt : std::optional(false);
+    return isAnyListed && !isAnySilent ? std::optional(false) : std::nullopt;
 }
 
 std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies) {
+    using namespace std::string_view_literals;
     if (std::ranges::any_of(supplies, isDischargingUps)) {
-        return "UPS Power";
+        return "UPS Power"sv;
     }
     const auto batteries = batteriesOf(supplies);
-    const auto isExternal = isExternallyPowered(supplies);
-    const bool isFedByUps = !isOneDischarging(batteries) && std::ranges::any_of(supplies, isUpsOnMains);
-    if (supplies.empty() || isExternal.value_or(false) || isFedByUps) {
-        return "AC Power";
+    if (batteries.empty()) {
+        // One that does not say what it is may be a battery.
+        return std::ranges::any_of(supplies, hasNoKind) ? std::nullopt : std::optional("AC Power"sv);
     }
-    if (!isExternal) {
-        return std::nullopt;
+    if (std::ranges::any_of(batteries, isDischarging)) {
+        return areAllMainsOn(supplies) ? "AC Power"sv : "Battery Power"sv;
     }
-    if (!batteries.empty()) {
-        return "Battery Power";
-    }
-    // A supply that does not say what it is may be the one that is on.
-    return std::ranges::any_of(supplies, hasNoKind) ? std::nullopt
-                                                    : std::optional<std::string_view>("Off Line");
+    const bool doesAnySayMore = !std::ranges::all_of(batteries, hasNoStatus);
+    return doesAnySayMore || isExternallyPowered(supplies).value_or(false) ? std::optional("AC Power"sv)
+                                                                           : std::nullopt;
 }
 
 } // namespace cindertop::linux_platform

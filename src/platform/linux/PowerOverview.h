@@ -28,15 +28,14 @@ struct BatteryPack {
 /// answers again.
 std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies);
 
-/// Whether power comes from outside. Where no external supply says so, or none is listed at all, as on some
-/// boards, the batteries tell: one that charges is fed, one that discharges is not. None when a supply does
-/// not answer and the batteries neither charge nor discharge.
+/// Whether an external supply is plugged in and on. None where none is listed, as on laptops that are fed by
+/// USB-C alone, or where one that does not answer may be the one.
 std::optional<bool> isExternallyPowered(const std::vector<PowerSupply>& supplies);
 
-/// "AC Power", "UPS Power", "Battery Power", "Off Line", or none when the supplies do not answer.
+/// "AC Power", "UPS Power", "Battery Power", or none when the supplies do not tell.
 ///
-/// A UPS that discharges comes first: the adapter that it feeds stays online. A UPS at rest or charging
-/// passes the mains through, but not to a battery that discharges all the same.
+/// The batteries are believed before the supplies: a USB controller, or one charger of several, often goes on
+/// saying that it is on. Only a battery that says nothing leaves the decision to them.
 std::optional<std::string_view> providingSource(const std::vector<PowerSupply>& supplies);
 
 } // namespace cindertop::linux_platform

@@ -1,5 +1,6 @@
 #include "platform/linux/PowerSupply.h"
 
+#include "platform/linux/FolderEntries.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -56,6 +57,8 @@ std::optional<std::int64_t> temperatureOf(std::string_view text) {
     });
 }
 
+constexpr std::string_view deviceScope = "Device";
+
 /// 0 is off, 1 is on and 2 is on with an adjustable voltage.
 std::optional<bool> switchOf(std::string_view text) {
     return amountOf(text).transform([](std::int64_t number) { return number > 0; });
@@ -66,7 +69,8 @@ using Meaning = std::pair<std::string_view, void (*)(PowerSupply& supply, std::s
 
 constexpr auto meanings = std::to_array<Meaning>({
     {"type", [](PowerSupply& supply, std::string_view text) { supply.kind = kindOf(text); }},
-    {"scope", [](PowerSupply& supply, std::string_view text) { supply.belongsToDevice = text == "Device"; }},
+    {"scope",
+     [](PowerSupply& supply, std::string_view text) { supply.belongsToDevice = text == deviceScope; }},
     {"present", [](PowerSupply& supply, std::string_view text) { supply.isPresent = switchOf(text); }},
     {"online", [](PowerSupply& supply, std::string_view text) { supply.isOnline = switchOf(text); }},
     {"status", [](PowerSupply& supply, std::string_view text) { supply.status = statusOf(text); }},
@@ -91,23 +95,25 @@ bool holds(const std::vector<SupplyAttribute>& attributes, std::string_view name
 }
 
 /// None for a supply that has gone since the folder was listed.
-std::optional<std::vector<SupplyAttribute>> readAttributes(const std::filesystem::path& folder) {
+std::optional<PowerSupply> readSupply(const std::filesystem::path& folder) {
+    if (readAttribute(folder / "scope") == deviceScope) {
+        return makePowerSupply({{"scope", std::string(deviceScope)}});
+    }
     const auto uevent = readTextFile(folder / "uevent");
     auto attributes = uevent ? parseSupplyUevent(*uevent) : std::vector<SupplyAttribute>{};
-    if (holds(attributes, "type")) {
-        return attributes;
-    }
-    for (const auto& meaning : meanings) {
-        const auto name = meaning.first;
-        if (holds(attributes, name)) {
-            continue;
-        }
-        if (auto text = readAttribute(folder / name)) {
-            attributes.push_back({std::string(name), std::move(*text)});
+    if (!holds(attributes, "type")) {
+        for (const auto& meaning : meanings) {
+            const auto name = meaning.first;
+            if (holds(attributes, name)) {
+                continue;
+            }
+            if (auto text = readAttribute(folder / name)) {
+                attributes.push_back({std::string(name), std::move(*text)});
+            }
         }
     }
     const bool isGone = attributes.empty() && !uevent && uevent.error() == FileError::missing;
-    return isGone ? std::nullopt : std::optional(std::move(attributes));
+    return isGone ? std::nullopt : std::optional(makePowerSupply(attributes));
 }
 
 } // namespace
@@ -147,18 +153,29 @@ PowerSupply makePowerSupply(const std::vector<SupplyAttribute>& attributes) {
     return supply;
 }
 
-std::expected<std::vector<PowerSupply>, FileError> readPowerSupplies(const std::filesystem::path& folder) {
-    const auto names = listFolder(folder);
-    if (!names) {
-        return std::unexpected(names.error());
+std::expected<std::vector<PowerSupply>, FileError> PowerSupplyFolder::read() {
+    // Listed to the end before a supply is asked: some take seconds to answer.
+    std::vector<Identity> listed;
+    const int error = forEachEntry(
+        folder_, [&](const dirent& entry) { listed.emplace_back(entry.d_name, std::uint64_t{entry.d_ino}); });
+    if (error != 0) {
+        return std::unexpected(fileErrorOf(error));
     }
     std::vector<PowerSupply> supplies;
-    for (const auto& name : *names) {
-        const auto supply = readAttributes(folder / name).transform(makePowerSupply);
-        if (supply && !supply->belongsToDevice) {
+    std::set<Identity> devices;
+    for (auto& identity : listed) {
+        if (devices_.contains(identity)) {
+            devices.insert(std::move(identity));
+            continue;
+        }
+        const auto supply = readSupply(folder_ / identity.first);
+        if (supply && supply->belongsToDevice) {
+            devices.insert(std::move(identity));
+        } else if (supply) {
             supplies.push_back(*supply);
         }
     }
+    devices_ = std::move(devices);
     return supplies;
 }
 

@@ -6,8 +6,10 @@
 #include <expected>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace cindertop::linux_platform {
@@ -50,12 +52,31 @@ std::vector<SupplyAttribute> parseSupplyUevent(std::string_view text);
 /// A later attribute of the same name replaces an earlier one; names without a meaning here are passed over.
 PowerSupply makePowerSupply(const std::vector<SupplyAttribute>& attributes);
 
-/// The supplies below `folder`, in natural order; those of devices are left out.
+/// The supplies of one folder. Called from one thread at a time.
 ///
 /// A supply's `uevent` holds all its attributes and costs one open, where the attributes one by one cost ten.
 /// The kernel leaves out of it only what the driver has no value for (ENODEV, ENODATA). But any other error
 /// of any attribute empties the whole text, and some kernels do not write the type into it: a text without
 /// the type is completed from the single attributes.
-std::expected<std::vector<PowerSupply>, FileError> readPowerSupplies(const std::filesystem::path& folder);
+///
+/// The `uevent` of a mouse or headset asks the device: that wakes it, or takes seconds over Bluetooth. So
+/// `scope` is read first, which drivers answer by themselves, and a supply of scope "Device" is not asked for
+/// anything again while it is plugged in.
+class PowerSupplyFolder {
+public:
+    explicit PowerSupplyFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    const std::filesystem::path& path() const { return folder_; }
+
+    /// The supplies of the machine now; those of devices are left out.
+    std::expected<std::vector<PowerSupply>, FileError> read();
+
+private:
+    /// A name and an inode: a supply that is plugged in anew gets another inode.
+    using Identity = std::pair<std::string, std::uint64_t>;
+
+    std::filesystem::path folder_;
+    std::set<Identity> devices_; ///< those listed last whose scope is "Device"
+};
 
 } // namespace cindertop::linux_platform

@@ -1,4 +1,5 @@
 #include "FixtureMachine.h"
+#include "OpenCounter.h"
 #include "TemporaryTree.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/PowerOverview.h"
@@ -7,7 +8,9 @@
 
 #include <chrono>
 #include <map>
+#include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cindertop::linux_platform {
@@ -16,15 +19,17 @@ namespace {
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 
-/// Supplies as short uevent texts: "TYPE=Mains ONLINE=1".
+/// "TYPE=Battery STATUS=Not charging" as the lines of a uevent.
+std::string ueventFrom(const std::string& text) {
+    static const std::regex name("(^| )([A-Z_]+=)");
+    return std::regex_replace(text, name, "\nPOWER_SUPPLY_$2") + "\n";
+}
+
+/// Supplies as short uevent texts.
 std::vector<PowerSupply> suppliesFrom(const std::vector<std::string>& texts) {
     std::vector<PowerSupply> supplies;
     for (const auto& text : texts) {
-        std::string uevent = "POWER_SUPPLY_";
-        for (const char character : text) {
-            uevent += character == ' ' ? "\nPOWER_SUPPLY_"s : std::string(1, character);
-        }
-        supplies.push_back(makePowerSupply(parseSupplyUevent(uevent)));
+        supplies.push_back(makePowerSupply(parseSupplyUevent(ueventFrom(text))));
     }
     return supplies;
 }
@@ -40,33 +45,53 @@ TEST(PowerOverview, NamesTheProvidingSource) {
     };
 
     for (const auto& [supplies, source, isExternal] : std::vector<Case>{
-             {{}, "AC Power", false},
-             {{"TYPE=Mains ONLINE=1", fullBattery}, "AC Power", true},
-             {{"TYPE=Mains ONLINE=0", dischargingBattery}, "Battery Power", false},
-             {{"TYPE=Mains ONLINE=0", "TYPE=USB ONLINE=1", dischargingBattery}, "AC Power", true},
-             {{"TYPE=USB ONLINE=2", dischargingBattery}, "AC Power", true},
-             {{"TYPE=USB_PD ONLINE=1", dischargingBattery}, "AC Power", true},
-             {{"TYPE=Wireless ONLINE=1", dischargingBattery}, "AC Power", true},
-             {{"TYPE=USB ONLINE=0", "TYPE=USB ONLINE=0", dischargingBattery}, "Battery Power", false},
-             {{dischargingBattery}, "Battery Power", false},
-             {{"TYPE=Battery STATUS=Charging"}, "AC Power", true}, // nothing else could charge it
-             {{"TYPE=Mains ONLINE=0", "TYPE=Battery STATUS=Charging"}, "Battery Power", false},
-             {{"TYPE=Mains ONLINE=0"}, "Off Line", false},
-             {{"TYPE=Mains ONLINE=0", "TYPE=Battery PRESENT=0"}, "Off Line", false},
-             {{"TYPE=Mains ONLINE=0", "TYPE=Battery SCOPE=Device"}, "Off Line", false},
-             {{"TYPE=Mains", fullBattery}, std::nullopt, std::nullopt}, // ONLINE could not be read
-             {{"TYPE=Mains", dischargingBattery}, "Battery Power", false},
-             {{"TYPE=Mains", "TYPE=Battery STATUS=Charging"}, "AC Power", true},
-             {{"TYPE=Mains", "TYPE=USB ONLINE=1", dischargingBattery}, "AC Power", true},
-             {{"TYPE=Mains ONLINE=-1"}, std::nullopt, std::nullopt},
-             {{"TYPE=UPS STATUS=Discharging"}, "UPS Power", false},
+             // A UPS that discharges comes first: the adapter that it feeds stays on.
+             {{"TYPE=UPS STATUS=Discharging"}, "UPS Power", std::nullopt},
              {{"TYPE=Mains ONLINE=1", "TYPE=UPS STATUS=Discharging"}, "UPS Power", true},
-             {{"TYPE=UPS STATUS=Full"}, "AC Power", false},
-             {{"TYPE=UPS ONLINE=1"}, "AC Power", false},
+             {{"TYPE=UPS STATUS=Discharging", dischargingBattery}, "UPS Power", std::nullopt},
              {{"TYPE=UPS STATUS=Full", "TYPE=Mains ONLINE=0", dischargingBattery}, "Battery Power", false},
-             {{"TYPE=UPS STATUS=Unknown"}, "Off Line", false},
-             {{"TYPE=Unknown"}, "Off Line", false}, // neither a battery nor an adapter
-             {{"ONLINE=1"}, std::nullopt, false},
+             // Without a battery the machine runs on mains, whatever its ports say.
+             {{}, "AC Power", std::nullopt},
+             {{"TYPE=Mains ONLINE=0"}, "AC Power", false},
+             {{"TYPE=USB ONLINE=0", "TYPE=USB"}, "AC Power", std::nullopt},
+             {{"TYPE=Mains ONLINE=0", "TYPE=Battery STATUS=Discharging PRESENT=0"}, "AC Power", false},
+             {{"TYPE=Battery STATUS=Discharging SCOPE=Device"}, "AC Power", std::nullopt},
+             {{"TYPE=UPS STATUS=Unknown"}, "AC Power", std::nullopt},
+             {{"TYPE=Unknown"}, "AC Power", std::nullopt},
+             {{"ONLINE=1"}, std::nullopt, std::nullopt}, // perhaps a battery
+             // Discharging is off the mains, but for adapters that are all on and too weak.
+             {{dischargingBattery}, "Battery Power", std::nullopt},
+             {{"TYPE=Mains ONLINE=0", dischargingBattery}, "Battery Power", false},
+             {{"TYPE=Mains ONLINE=1", dischargingBattery}, "AC Power", true},
+             {{"TYPE=Mains ONLINE=1", "TYPE=Mains ONLINE=1", dischargingBattery}, "AC Power", true},
+             {{"TYPE=Mains ONLINE=1", "TYPE=Mains ONLINE=0", dischargingBattery}, "Battery Power", true},
+             {{"TYPE=Mains ONLINE=1", "TYPE=Mains", dischargingBattery}, "Battery Power", true},
+             {{"TYPE=Mains ONLINE=0", "TYPE=USB ONLINE=1", dischargingBattery}, "Battery Power", true},
+             {{"TYPE=Mains ONLINE=1", "TYPE=USB ONLINE=0", dischargingBattery}, "AC Power", true},
+             {{"TYPE=USB_PD ONLINE=1", dischargingBattery}, "Battery Power", true},
+             {{"TYPE=Wireless ONLINE=2", dischargingBattery}, "Battery Power", true},
+             {{"TYPE=Mains", dischargingBattery}, "Battery Power", std::nullopt},
+             {{"TYPE=USB ONLINE=1", fullBattery, dischargingBattery}, "Battery Power", true},
+             {{"TYPE=USB ONLINE=1", "TYPE=Battery STATUS=Charging", dischargingBattery},
+              "Battery Power",
+              true},
+             // Any other word is said on the mains only, also where none is listed.
+             {{"TYPE=Battery STATUS=Charging"}, "AC Power", std::nullopt},
+             {{fullBattery}, "AC Power", std::nullopt},
+             {{"TYPE=Battery STATUS=Not charging"}, "AC Power", std::nullopt},
+             {{"TYPE=Mains ONLINE=0", "TYPE=Battery STATUS=Charging"}, "AC Power", false},
+             {{"TYPE=USB ONLINE=0", "TYPE=Mains ONLINE=0", fullBattery}, "AC Power", false},
+             {{"TYPE=Mains", fullBattery}, "AC Power", std::nullopt},
+             {{fullBattery, "TYPE=Battery STATUS=Unknown"}, "AC Power", std::nullopt},
+             // A battery that says nothing leaves it to the supplies.
+             {{"TYPE=Battery STATUS=Unknown", "TYPE=Mains ONLINE=1"}, "AC Power", true},
+             {{"TYPE=Battery", "TYPE=USB ONLINE=1", "TYPE=Mains ONLINE=0"}, "AC Power", true},
+             {{"TYPE=Battery", "TYPE=BrickID ONLINE=1"}, "AC Power", true},
+             {{"TYPE=Battery STATUS=Unknown", "TYPE=Wireless ONLINE=1"}, "AC Power", true},
+             {{"TYPE=Battery STATUS=Unknown", "TYPE=Mains ONLINE=0"}, std::nullopt, false},
+             {{"TYPE=Battery", "TYPE=Mains ONLINE=-1"}, std::nullopt, std::nullopt},
+             {{"TYPE=Battery", "TYPE=UPS ONLINE=1 STATUS=Full"}, std::nullopt, std::nullopt},
+             {{"TYPE=Battery STATUS=Unknown"}, std::nullopt, std::nullopt},
          }) {
         const auto read = suppliesFrom(supplies);
         EXPECT_EQ(providingSource(read), source) << testing::PrintToString(supplies);
@@ -264,13 +289,53 @@ TEST(LinuxPowerSources, OneReadServesATick) {
     tree.attribute("sys/class/power_supply/BAT0/type", "Battery");
     tree.attribute("sys/class/power_supply/BAT0/status", "Charging");
     std::chrono::nanoseconds now{5s};
-    const LinuxPowerSources sources(tree.roots(), [&] { return now; });
+    std::chrono::nanoseconds passing{}; // between the next look at the clock and the one behind it
+    const LinuxPowerSources sources(tree.roots(),
+                                    [&] { return std::exchange(now, now + std::exchange(passing, 0ns)); });
+    EXPECT_EQ(sources.providingPowerSourceType(), "AC Power");
+    now += 1s;
+    passing = 3s;
     EXPECT_EQ(sources.providingPowerSourceType(), "AC Power");
     tree.remove("sys/class/power_supply");
     now += 100ms - 1ns;
-    EXPECT_FALSE(batteryOf(sources).empty());
+    EXPECT_FALSE(batteryOf(sources).empty()) << "asked twice although the first answer took seconds";
     now += 1ns;
     EXPECT_TRUE(batteryOf(sources).empty());
+}
+
+TEST(LinuxPowerSources, AsksADeviceOnlyForItsScope) {
+    const TemporaryTree tree;
+    const auto mouse = "sys/class/power_supply/hid-mouse-battery/"s;
+    const auto battery = "sys/class/power_supply/BAT0/"s;
+    const auto plugIn = [&] {
+        tree.attribute(mouse + "scope", "Device").write(mouse + "uevent", ueventFrom("TYPE=Battery"));
+        tree.attribute(mouse + "type", "Battery").attribute(mouse + "status", "Discharging");
+    };
+    plugIn();
+    tree.attribute(battery + "scope", "System")
+        .write(battery + "uevent", ueventFrom("TYPE=Battery STATUS=Full"));
+    const OpenCounter scope(tree.path() / mouse / "scope");
+    const OpenCounter uevent(tree.path() / mouse / "uevent");
+    const OpenCounter status(tree.path() / mouse / "status");
+    const OpenCounter system(tree.path() / battery / "uevent");
+    PowerSupplyFolder folder(tree.path() / "sys/class/power_supply");
+    for (const int reads : {1, 2, 3}) {
+        ASSERT_TRUE(folder.read());
+        EXPECT_EQ(folder.read()->size(), 1U) << reads;
+    }
+    EXPECT_EQ(scope.take(), 1) << "known, and asked again";
+    EXPECT_EQ(uevent.take() + status.take(), 0) << "woken";
+    EXPECT_EQ(system.take(), 6);
+
+    // The same name may be another supply: the former one's folder is kept, so that its inode is not free.
+    std::filesystem::rename(tree.path() / mouse, tree.path() / "unplugged");
+    tree.write(mouse + "uevent", ueventFrom("TYPE=Mains ONLINE=1"));
+    EXPECT_EQ(folder.read()->size(), 2U);
+    tree.write(mouse + "uevent", ueventFrom("TYPE=Battery SCOPE=Device"));
+    EXPECT_EQ(folder.read()->size(), 1U) << "the scope stands in the summary, too";
+    const OpenCounter known(tree.path() / mouse / "uevent");
+    EXPECT_EQ(folder.read()->size(), 1U);
+    EXPECT_EQ(known.take(), 0);
 }
 
 } // namespace
