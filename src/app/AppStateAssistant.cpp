@@ -41,8 +41,7 @@ ThermalHistoryContextFlags contextFlags(const SystemContextSnapshot& context, bo
     const auto& displays = context.displays;
     const auto& power = context.power;
     return {.hasExternalDisplay = displays.externalDisplayCount > 0,
-            .isProbableClamshell =
-                displays.isAvailable && displays.builtInDisplayCount < 1 && displays.externalDisplayCount > 0,
+            .isProbableClamshell = displays.isProbableClamshell(),
             .isExternalPowerConnected =
                 power.source == PowerSourceKind::acPower || power.source == PowerSourceKind::upsPower,
             .isLowPowerModeEnabled = power.isLowPowerModeEnabled,

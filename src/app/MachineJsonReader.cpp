@@ -96,7 +96,7 @@ ThermalScore scoreOf(const Json& json, Instant measuredAt) {
 DisplayContextSnapshot displaysOf(const Json& json) {
     return {json.at("isAvailable").get<bool>(), wholeNumber<int>(json.at("activeDisplayCount")),
             wholeNumber<int>(json.at("builtInDisplayCount")),
-            wholeNumber<int>(json.at("externalDisplayCount"))};
+            wholeNumber<int>(json.at("externalDisplayCount")), json.value("canFold", true)};
 }
 
 PowerContextSnapshot powerOf(const Json& json) {

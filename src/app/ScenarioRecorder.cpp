@@ -100,7 +100,8 @@ std::string powerText(const PowerSources& sources, const ProcessInformation& pro
     return power.text();
 }
 
-/// The displays are numbered: their identifiers may come from serial numbers.
+/// The displays are numbered: their identifiers may come from serial numbers. One whose place is unknown is
+/// left out, since a scenario knows two places only.
 std::string displaysText(const DisplayList& displays) {
     const auto expected = displays.countActiveDisplays();
     if (expected.status != 0) {
@@ -113,9 +114,13 @@ std::string displaysText(const DisplayList& displays) {
     JsonListText list;
     for (std::size_t index = 0; index < std::min<std::size_t>(listed.count, listed.identifiers.size());
          ++index) {
+        const auto place = displays.placeOf(listed.identifiers[index]);
+        if (place == DisplayPlace::unknown) {
+            continue;
+        }
         JsonObjectText display;
         display.add("id", std::to_string(index + 1));
-        display.add("builtIn", text(displays.isBuiltIn(listed.identifiers[index])));
+        display.add("builtIn", text(place == DisplayPlace::builtIn));
         list.add(display.text());
     }
     return list.text();

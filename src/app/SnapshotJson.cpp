@@ -19,10 +19,14 @@ Json nameOrNull(const std::optional<Enumeration>& value) {
 }
 
 Json displaysJson(const DisplayContextSnapshot& displays) {
-    return {{"isAvailable", displays.isAvailable},
-            {"activeDisplayCount", displays.activeDisplayCount},
-            {"builtInDisplayCount", displays.builtInDisplayCount},
-            {"externalDisplayCount", displays.externalDisplayCount}};
+    Json json{{"isAvailable", displays.isAvailable},
+              {"activeDisplayCount", displays.activeDisplayCount},
+              {"builtInDisplayCount", displays.builtInDisplayCount},
+              {"externalDisplayCount", displays.externalDisplayCount}};
+    if (!displays.canFold) {
+        json["canFold"] = false;
+    }
+    return json;
 }
 
 Json powerJson(const PowerContextSnapshot& power) {

@@ -156,6 +156,11 @@ std::string displaysText(const DisplayContextSnapshot& displays) {
     auto text = std::to_string(displays.activeDisplayCount) +
                 " active: " + std::to_string(displays.builtInDisplayCount) + " built in, " +
                 std::to_string(displays.externalDisplayCount) + " external";
+    const auto unknown =
+        displays.activeDisplayCount - displays.builtInDisplayCount - displays.externalDisplayCount;
+    if (unknown > 0) {
+        text += ", " + std::to_string(unknown) + " unknown";
+    }
     if (displays.isProbableClamshell()) {
         text += " (lid probably closed)";
     }

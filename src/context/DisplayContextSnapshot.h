@@ -9,23 +9,25 @@ struct DisplayContextSnapshot {
     bool isAvailable; ///< false when the list could not be read
     int activeDisplayCount;
     int builtInDisplayCount;
-    int externalDisplayCount;
+    int externalDisplayCount; ///< with `builtInDisplayCount` less than all where one's place is unknown
+    bool canFold;             ///< the machine can be shut over its built-in display
 
     /// A negative count becomes 0, each by itself.
     constexpr DisplayContextSnapshot(bool isAvailable, int activeDisplayCount, int builtInDisplayCount,
-                                     int externalDisplayCount)
+                                     int externalDisplayCount, bool canFold = true)
         : isAvailable(isAvailable),
           activeDisplayCount(std::max(activeDisplayCount, 0)),
           builtInDisplayCount(std::max(builtInDisplayCount, 0)),
-          externalDisplayCount(std::max(externalDisplayCount, 0)) {}
+          externalDisplayCount(std::max(externalDisplayCount, 0)),
+          canFold(canFold) {}
 
     static constexpr DisplayContextSnapshot unavailable() { return {false, 0, 0, 0}; }
 
     constexpr bool hasExternalDisplay() const { return externalDisplayCount > 0; }
 
-    /// An external display is lit and the built-in one is not: on a laptop the lid is closed.
+    /// An external display of a laptop is lit and the built-in one is not: the lid is closed.
     constexpr bool isProbableClamshell() const {
-        return isAvailable && hasExternalDisplay() && !isBuiltInDisplayActive();
+        return isAvailable && canFold && hasExternalDisplay() && !isBuiltInDisplayActive();
     }
 
     constexpr bool isBuiltInDisplayActive() const { return builtInDisplayCount > 0; }

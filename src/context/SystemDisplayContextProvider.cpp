@@ -29,10 +29,14 @@ DisplayContextSnapshot SystemDisplayContextProvider::readDisplayContext() const 
     // A display may come or go between the two questions: the second answer's count holds.
     const auto count = std::min<std::size_t>(listed.count, listed.identifiers.size());
     const auto active = std::span(listed.identifiers).first(count);
-    const auto builtIn = std::ranges::count_if(
-        active, [this](DisplayIdentifier display) { return displays_.isBuiltIn(display); });
-    return {true, countOf(count), countOf(static_cast<std::size_t>(builtIn)),
-            countOf(count - static_cast<std::size_t>(builtIn))};
+    std::size_t builtIn = 0;
+    std::size_t external = 0;
+    for (const auto display : active) {
+        const auto place = displays_.placeOf(display);
+        builtIn += place == DisplayPlace::builtIn ? 1U : 0U;
+        external += place == DisplayPlace::external ? 1U : 0U;
+    }
+    return {true, countOf(count), countOf(builtIn), countOf(external), displays_.canFold()};
 }
 
 } // namespace cindertop

@@ -7,6 +7,9 @@ namespace cindertop {
 
 using DisplayIdentifier = std::uint32_t;
 
+/// Where a display is; `unknown` when the system cannot tell.
+enum class DisplayPlace { builtIn, external, unknown };
+
 /// The displays that show a picture now.
 class DisplayList {
 public:
@@ -22,7 +25,10 @@ public:
     virtual Answer countActiveDisplays() const = 0;
     /// The active displays, as many as `capacity` has room for.
     virtual Answer activeDisplays(std::uint32_t capacity) const = 0;
-    virtual bool isBuiltIn(DisplayIdentifier display) const = 0;
+    /// Of an active display; another one's place is `external`.
+    virtual DisplayPlace placeOf(DisplayIdentifier display) const = 0;
+    /// Whether the machine can be shut over a display of its own, as a laptop can and a desktop cannot.
+    virtual bool canFold() const = 0;
 };
 
 } // namespace cindertop

@@ -28,8 +28,11 @@ std::string hotText() {
 
 /// A double holds today's instants to 0.2 µs only, so it is the texts that have to be equal.
 TEST(MachineJsonReader, ReadsEveryFieldBack) {
-    for (const auto& text : {hotText(), compactText(machineJson(hotLaptop())),
-                             compactText(machineJson(unknownMachine(), MachineVerdict{}))}) {
+    auto desktop = hotLaptop();
+    desktop.context.displays.canFold = false;
+    for (const auto& text :
+         {hotText(), compactText(machineJson(hotLaptop())), compactText(machineJson(desktop)),
+          compactText(machineJson(unknownMachine(), MachineVerdict{}))}) {
         const auto report = machineReport(text);
         ASSERT_TRUE(report) << text;
         EXPECT_EQ(compactText(machineJson(report->snapshot, report->verdict)), text);

@@ -24,6 +24,11 @@ TEST(SnapshotJson, WritesEveryFieldInRecordOrder) {
               R"("isLowPowerModeEnabled":true,"batteryTemperatureCelsius":36.25,)"
               R"("batteryTemperatureLevel":"warm"},"sustainedPressure":{"isSustained":true,)"
               R"("activeDuration":125.5,"currentLevel":"serious","thresholdLevel":"serious"}})");
+    auto desktop = laptop.context;
+    desktop.displays.canFold = false;
+    EXPECT_EQ(compactText(SnapshotJson::context(desktop)["displays"]),
+              R"({"isAvailable":true,"activeDisplayCount":1,"builtInDisplayCount":0,)"
+              R"("externalDisplayCount":1,"canFold":false})");
     EXPECT_EQ(
         compactText(json.offenders(laptop.offenders)),
         R"({"state":"ready","isIndexingOrSetupLikely":true,"measuredAt":12.345,"offenders":[)"

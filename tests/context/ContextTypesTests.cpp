@@ -44,6 +44,7 @@ TEST(DisplayContextSnapshot, DerivesItsFactsFromTheCounts) {
          std::to_array<Case>({
              {{true, 1, 0, 1}, true, true, false, false},
              {{false, 1, 0, 1}, true, false, false, false},
+             {{true, 1, 0, 1, false}, true, false, false, false}, // a desktop
              {{true, 2, 1, 1}, true, false, true, true},
              {{true, 2, 0, 2}, true, true, false, true},
              {{true, 1, 1, 0}, false, false, true, false},

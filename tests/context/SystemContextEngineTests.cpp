@@ -20,8 +20,8 @@ using namespace std::chrono_literals;
 constexpr Instant start{1'700'000'000s + 7ns};
 
 struct Machine {
-    fakes::FakeDisplayList displays{
-        {{.identifier = 1, .builtIn = true}, {.identifier = 2, .builtIn = false}}};
+    fakes::FakeDisplayList displays{{{.identifier = 1, .place = DisplayPlace::builtIn},
+                                     {.identifier = 2, .place = DisplayPlace::external}}};
     fakes::FakePowerSources powerSources;
     fakes::FakeProcessInformation process;
     SystemContextEngine engine{std::make_unique<SystemDisplayContextProvider>(displays),

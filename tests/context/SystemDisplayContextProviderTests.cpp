@@ -12,8 +12,9 @@ namespace {
 
 using fakes::FakeDisplayList;
 
-constexpr fakes::FakeDisplay panel{1, true};
-constexpr fakes::FakeDisplay monitor{2, false};
+constexpr fakes::FakeDisplay panel{1, DisplayPlace::builtIn};
+constexpr fakes::FakeDisplay monitor{2, DisplayPlace::external};
+constexpr fakes::FakeDisplay somewhere{3, DisplayPlace::unknown};
 
 DisplayContextSnapshot contextOf(const FakeDisplayList& list) {
     return SystemDisplayContextProvider(list).readDisplayContext();
@@ -23,6 +24,10 @@ TEST(SystemDisplayContextProvider, CountsActiveBuiltInAndExternalDisplays) {
     EXPECT_EQ(contextOf(FakeDisplayList({panel, monitor})), DisplayContextSnapshot(true, 2, 1, 1));
     EXPECT_EQ(contextOf(FakeDisplayList({monitor})), DisplayContextSnapshot(true, 1, 0, 1));
     EXPECT_EQ(contextOf(FakeDisplayList({panel})), DisplayContextSnapshot(true, 1, 1, 0));
+    EXPECT_EQ(contextOf(FakeDisplayList({somewhere, monitor})), DisplayContextSnapshot(true, 2, 0, 1));
+    FakeDisplayList desktop({monitor});
+    desktop.isLaptop = false;
+    EXPECT_EQ(contextOf(desktop), DisplayContextSnapshot(true, 1, 0, 1, false));
 }
 
 TEST(SystemDisplayContextProvider, AListThatCannotBeReadOrIsEmptyIsUnavailable) {
@@ -57,7 +62,7 @@ TEST(SystemDisplayContextProvider, TheSecondAnswerHolds) {
         list.count = counted;
         EXPECT_EQ(contextOf(list), expected);
         EXPECT_EQ(list.capacities, std::vector{counted});
-        EXPECT_EQ(list.askedWhetherBuiltIn, asked);
+        EXPECT_EQ(list.askedForPlace, asked);
     }
 }
 

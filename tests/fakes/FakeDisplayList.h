@@ -8,7 +8,7 @@ namespace cindertop::fakes {
 
 struct FakeDisplay {
     DisplayIdentifier identifier;
-    bool builtIn;
+    DisplayPlace place;
 };
 
 class FakeDisplayList final : public DisplayList {
@@ -18,7 +18,8 @@ public:
     std::int32_t listStatus = 0;
     std::vector<FakeDisplay> displays; ///< what the second one lists
     mutable std::vector<std::uint32_t> capacities;
-    mutable std::vector<DisplayIdentifier> askedWhetherBuiltIn;
+    bool isLaptop = true;
+    mutable std::vector<DisplayIdentifier> askedForPlace;
 
     FakeDisplayList() = default;
 
@@ -40,10 +41,12 @@ public:
         return answer;
     }
 
-    bool isBuiltIn(DisplayIdentifier display) const override {
-        askedWhetherBuiltIn.push_back(display);
+    bool canFold() const override { return isLaptop; }
+
+    DisplayPlace placeOf(DisplayIdentifier display) const override {
+        askedForPlace.push_back(display);
         const auto found = std::ranges::find(displays, display, &FakeDisplay::identifier);
-        return found != displays.end() && found->builtIn;
+        return found != displays.end() ? found->place : DisplayPlace::external;
     }
 };
 

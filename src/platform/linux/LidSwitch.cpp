@@ -3,6 +3,7 @@
 #include "platform/linux/FileReading.h"
 #include "support/Text.h"
 
+#include <algorithm>
 #include <chrono>
 #include <variant>
 
@@ -29,6 +30,13 @@ std::optional<bool> parseLidState(std::string_view text) {
     return state == "open" ? std::optional(false) : std::nullopt;
 }
 
+bool hasLidSwitch(std::string_view switches) {
+    // The lid is the lowest bit.
+    const auto word = trimmingWhitespace(switches);
+    constexpr std::string_view odd = "13579bdfBDF";
+    return !word.empty() && odd.find(word.back()) != std::string_view::npos;
+}
+
 LidSwitch::LidSwitch(SystemBus& bus, const Roots& roots)
     : logind_(bus,
               {.service = "org.freedesktop.login1",
@@ -36,7 +44,8 @@ LidSwitch::LidSwitch(SystemBus& bus, const Roots& roots)
                .interface = "org.freedesktop.login1.Manager",
                .member = "LidClosed"},
               askAgainAfter),
-      folder_(roots.proc / "acpi/button/lid") {}
+      folder_(roots.proc / "acpi/button/lid"),
+      inputs_(roots, "class/input", [&bus] { return bus.now(); }) {}
 
 std::optional<bool> LidSwitch::readAcpiLid() const {
     const auto names = listFolder(folder_);
@@ -63,6 +72,22 @@ std::optional<bool> LidSwitch::isClosed() {
         reason_ = state ? folder_.string() : "neither logind nor " + folder_.string() + " tells";
     }
     return state;
+}
+
+bool LidSwitch::isFitted() {
+    if (inputs_.isOutdated()) {
+        const auto acpiLids = listFolder(folder_);
+        isFitted_ = (acpiLids && !acpiLids->empty()) || isAmongInputs();
+    }
+    return isFitted_;
+}
+
+bool LidSwitch::isAmongInputs() const {
+    const auto names = listFolder(inputs_.path());
+    return names && std::ranges::any_of(*names, [&](const std::string& name) {
+               const auto switches = readAttribute(inputs_.path() / name / "capabilities/sw");
+               return switches && hasLidSwitch(*switches);
+           });
 }
 
 SourceStatus LidSwitch::status() const {

@@ -2,6 +2,7 @@
 
 #include "platform/SourceStatus.h"
 #include "platform/linux/BusProperty.h"
+#include "platform/linux/DeviceFolder.h"
 #include "platform/linux/Roots.h"
 #include "platform/linux/SystemBus.h"
 
@@ -15,6 +16,10 @@ namespace cindertop::linux_platform {
 /// True for "state:      closed", false for "state:      open", else none.
 std::optional<bool> parseLidState(std::string_view text);
 
+/// Whether the switches of an input device, as its capabilities list them ("0", "40001", words of hexadecimal
+/// digits with the lowest last), are or hold that of a lid.
+bool hasLidSwitch(std::string_view switches);
+
 /// Whether the laptop is shut: from logind, else from the ACPI lid. Belongs to the thread of its bus.
 class LidSwitch {
 public:
@@ -24,14 +29,22 @@ public:
     /// None without a lid that anyone knows of.
     std::optional<bool> isClosed();
 
+    /// Whether the machine has a lid at all: one of ACPI, or one among the input devices. Costs a few reads
+    /// every half minute where there is none.
+    bool isFitted();
+
     /// "lid", as the latest read found it.
     SourceStatus status() const;
 
 private:
     std::optional<bool> readAcpiLid() const;
 
+    bool isAmongInputs() const;
+
     BusProperty logind_;
     std::filesystem::path folder_;
+    DeviceFolder inputs_;
+    bool isFitted_ = false;
     std::string reason_ = "not asked: no built-in display is on";
     bool isAvailable_ = false;
 };

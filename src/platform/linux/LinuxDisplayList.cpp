@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxDisplayList.h"
 
+#include "platform/linux/Chassis.h"
 #include "platform/linux/FileReading.h"
 
 #include <algorithm>
@@ -14,8 +15,14 @@ namespace {
 
 constexpr std::int32_t unreadable = 1;
 
-constexpr std::array builtInTypes = {std::string_view("eDP"), std::string_view("LVDS"),
-                                     std::string_view("DSI")};
+/// Every other type is that of a socket, or of a cable into a virtual one.
+constexpr auto connectorTypes = std::to_array<std::pair<std::string_view, ConnectorKind>>({
+    {"eDP", ConnectorKind::laptopPanel},
+    {"LVDS", ConnectorKind::laptopPanel},
+    {"DSI", ConnectorKind::panel},
+    {"Unknown", ConnectorKind::unknown},
+    {"Writeback", ConnectorKind::writeback},
+});
 
 bool isNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
@@ -69,20 +76,39 @@ std::optional<ConnectorKind> parseConnectorName(std::string_view name) {
     if (type.empty()) {
         return std::nullopt;
     }
-    if (type == "Writeback") {
-        return ConnectorKind::writeback;
+    const auto* const row =
+        std::ranges::find(connectorTypes, type, &std::pair<std::string_view, ConnectorKind>::first);
+    return row != connectorTypes.end() ? row->second : ConnectorKind::external;
+}
+
+DisplayPlace placeOf(ConnectorKind kind) {
+    switch (kind) {
+    case ConnectorKind::laptopPanel:
+    case ConnectorKind::panel:
+        return DisplayPlace::builtIn;
+    case ConnectorKind::external:
+        return DisplayPlace::external;
+    case ConnectorKind::unknown:
+    case ConnectorKind::writeback:
+        break;
     }
-    return std::ranges::find(builtInTypes, type) != builtInTypes.end() ? ConnectorKind::builtIn
-                                                                       : ConnectorKind::external;
+    return DisplayPlace::unknown;
 }
 
 LinuxDisplayList::LinuxDisplayList(LidSwitch& lid, const Roots& roots)
-    : lid_(lid), folder_(roots.sys / "class/drm") {}
+    : lid_(lid), folder_(roots.sys / "class/drm"), doesChassisFold_(doesChassisFold(roots)) {}
+
+LinuxDisplayList::Look LinuxDisplayList::Look::failed(std::string silentConnector) {
+    Look look;
+    look.status = unreadable;
+    look.silentConnector = std::move(silentConnector);
+    return look;
+}
 
 LinuxDisplayList::Look LinuxDisplayList::look() const {
     const auto names = listFolder(folder_);
     if (!names) {
-        return {.status = unreadable, .connectorCount = 0, .active = {}, .silentConnector = {}};
+        return Look::failed({});
     }
     Look found;
     for (const auto& name : *names) {
@@ -91,17 +117,20 @@ LinuxDisplayList::Look LinuxDisplayList::look() const {
             continue;
         }
         ++found.connectorCount;
+        found.hasLaptopPanel = found.hasLaptopPanel || kind == ConnectorKind::laptopPanel;
+        found.hasBuiltIn = found.hasBuiltIn || linux_platform::placeOf(*kind) == DisplayPlace::builtIn;
         const auto lit = isLit(folder_ / name);
         if (!lit) {
-            return {.status = unreadable, .connectorCount = 0, .active = {}, .silentConnector = name};
+            return Look::failed(name);
         }
         if (*lit) {
             found.active.push_back(
-                {.identifier = identifierOf(name), .isBuiltIn = kind == ConnectorKind::builtIn});
+                {.identifier = identifierOf(name), .place = linux_platform::placeOf(*kind)});
         }
     }
-    if (std::ranges::any_of(found.active, &Display::isBuiltIn) && lid_.isClosed().value_or(false)) {
-        std::erase_if(found.active, [](const Display& display) { return display.isBuiltIn; });
+    const auto isBuiltIn = [](const Display& display) { return display.place == DisplayPlace::builtIn; };
+    if (std::ranges::any_of(found.active, isBuiltIn) && lid_.isClosed().value_or(false)) {
+        std::erase_if(found.active, isBuiltIn);
     }
     return found;
 }
@@ -131,10 +160,15 @@ LinuxDisplayList::Answer LinuxDisplayList::activeDisplays(std::uint32_t capacity
     return answer;
 }
 
-bool LinuxDisplayList::isBuiltIn(DisplayIdentifier display) const {
-    return std::ranges::any_of(latest().active, [&](const Display& active) {
-        return active.identifier == display && active.isBuiltIn;
-    });
+DisplayPlace LinuxDisplayList::placeOf(DisplayIdentifier display) const {
+    const auto& active = latest().active;
+    const auto found = std::ranges::find(active, display, &Display::identifier);
+    return found != active.end() ? found->place : DisplayPlace::external;
+}
+
+bool LinuxDisplayList::canFold() const {
+    const auto& found = latest();
+    return found.hasBuiltIn && (lid_.isFitted() || doesChassisFold_.value_or(found.hasLaptopPanel));
 }
 
 SourceStatus LinuxDisplayList::status() const {

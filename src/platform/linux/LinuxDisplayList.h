@@ -15,7 +15,16 @@
 namespace cindertop::linux_platform {
 
 /// What a connector's folder name says.
-enum class ConnectorKind { builtIn, external, writeback };
+enum class ConnectorKind {
+    laptopPanel, ///< eDP or LVDS
+    panel,       ///< DSI: of a tablet or a board, seldom of a laptop
+    external,
+    unknown, ///< the frame buffer that firmware set up, wherever it is shown
+    writeback,
+};
+
+/// Where a display at a connector of this kind is.
+DisplayPlace placeOf(ConnectorKind kind);
 
 /// The kind of "card1-eDP-1" or "card0-HDMI-A-2"; none for a name of another shape ("card0", "renderD128").
 std::optional<ConnectorKind> parseConnectorName(std::string_view name);
@@ -25,7 +34,7 @@ std::optional<ConnectorKind> parseConnectorName(std::string_view name);
 /// fail: a display that is perhaps lit is not a dark one. Called from one thread at a time, that of the lid's
 /// bus.
 ///
-/// `countActiveDisplays` looks at the machine; `activeDisplays` and `isBuiltIn` answer from that same look.
+/// `countActiveDisplays` looks at the machine; the other questions answer from that same look.
 /// An identifier is made from the connector's name: it stays the same while the machine runs, and is never 0.
 class LinuxDisplayList final : public DisplayList {
 public:
@@ -34,7 +43,10 @@ public:
 
     Answer countActiveDisplays() const override;
     Answer activeDisplays(std::uint32_t capacity) const override;
-    bool isBuiltIn(DisplayIdentifier display) const override;
+    DisplayPlace placeOf(DisplayIdentifier display) const override;
+    /// With a built-in connector, lit or not, and a lid. Where no lid shows, the firmware's word on the
+    /// chassis decides, and without one a panel is taken for a laptop's.
+    bool canFold() const override;
 
     /// "displays", as the latest look found them.
     SourceStatus status() const;
@@ -42,14 +54,19 @@ public:
 private:
     struct Display {
         DisplayIdentifier identifier;
-        bool isBuiltIn;
+        DisplayPlace place;
     };
 
     struct Look {
+        /// `silentConnector` is the one whose state could not be read; empty: none could be listed.
+        static Look failed(std::string silentConnector);
+
         std::int32_t status = 0;
         std::size_t connectorCount = 0;
+        bool hasLaptopPanel = false;
+        bool hasBuiltIn = false;
         std::vector<Display> active;
-        std::string silentConnector; ///< whose state could not be read
+        std::string silentConnector;
     };
 
     Look look() const;
@@ -57,6 +74,7 @@ private:
 
     LidSwitch& lid_;
     std::filesystem::path folder_;
+    std::optional<bool> doesChassisFold_; ///< none: the firmware does not tell
     mutable std::optional<Look> latest_;
 };
 

@@ -33,13 +33,13 @@ DisplayList::Answer SimulatedDisplayList::activeDisplays(std::uint32_t capacity)
     return answer;
 }
 
-bool SimulatedDisplayList::isBuiltIn(DisplayIdentifier display) const {
+DisplayPlace SimulatedDisplayList::placeOf(DisplayIdentifier display) const {
     const auto& displays = timeline_.frame().displays;
     if (!displays) {
-        return false;
+        return DisplayPlace::external;
     }
     const auto found = std::ranges::find(*displays, display, &ScenarioDisplay::identifier);
-    return found != displays->end() && found->isBuiltIn;
+    return found != displays->end() && found->isBuiltIn ? DisplayPlace::builtIn : DisplayPlace::external;
 }
 
 } // namespace cindertop::simulated

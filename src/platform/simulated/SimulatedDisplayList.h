@@ -13,7 +13,9 @@ public:
 
     Answer countActiveDisplays() const override;
     Answer activeDisplays(std::uint32_t capacity) const override;
-    bool isBuiltIn(DisplayIdentifier display) const override;
+    DisplayPlace placeOf(DisplayIdentifier display) const override;
+
+    bool canFold() const override { return true; }
 
 private:
     Timeline timeline_;
