@@ -59,11 +59,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (dictionary == nullptr) {
         return 0;
     }
-    FileDefaults defaults(*dictionary);
-    AppSettingsStore store(defaults);
-    const AppSettings settings = store.load();
-    if (settings != AppSettings(*settings) || store.load() != settings) {
-        std::abort();
+    for (const auto& system : casesOf<OperatingSystem>()) {
+        FileDefaults defaults(*dictionary);
+        AppSettingsStore store(defaults, defaultSettings(system.value));
+        const AppSettings settings = store.load();
+        if (settings != AppSettings(*settings) || store.load() != settings) {
+            std::abort();
+        }
     }
     return 0;
 }

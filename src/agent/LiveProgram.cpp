@@ -30,7 +30,8 @@ LiveProgram::LiveProgram(const UserFolders& folders, UserDefaults& defaults,
       loginItem_(folders.config / "autostart", ownProgram(), files_) {}
 
 AppStateEnvironment LiveProgram::environment() {
-    return {.machine = {.clock = machine_.clock(),
+    return {.machine = {.operatingSystem = linux_platform::operatingSystem,
+                        .clock = machine_.clock(),
                         .process = machine_.processInformation(),
                         .pressureReader =
                             DarwinThermalPressureReader::sharedOnFirstUse(machine_.thermalPressure(), log_),

@@ -16,7 +16,7 @@ constexpr Seconds maximumAttributionGap{5 * 60};
 
 AppState::AppState(AppStateEnvironment environment)
     : environment_(std::move(environment)),
-      settingsStore_(environment_.defaults),
+      settingsStore_(environment_.defaults, defaultSettings(environment_.machine.operatingSystem)),
       engines_(environment_.machine),
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,
                            environment_.calendar, environment_.files),

@@ -109,6 +109,7 @@ std::expected<void, std::error_code>
 AppState::exportDiagnosticLogs(const std::filesystem::path& destination) {
     const ProgramCircumstances circumstances{.launchAtLoginStatus =
                                                  *published_.launchAtLoginStatusDescription,
+                                             .operatingSystem = environment_.machine.operatingSystem,
                                              .operatingSystemVersion = environment_.operatingSystemVersion,
                                              .architecture = environment_.architecture};
     const auto context = diagnosticExportContext(currentFields(), circumstances, environment_.systemValues,

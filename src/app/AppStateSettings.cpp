@@ -156,9 +156,7 @@ void AppState::applySettings(const AppSettings& settings) {
 }
 
 void AppState::resetSettingsToDefaults() {
-    const AppSettings defaults;
-    settingsStore_.save(defaults);
-    applySettings(defaults);
+    applySettings(settingsStore_.reset());
     const auto status = environment_.loginItem.status();
     if (status == LoginItemStatus::enabled || status == LoginItemStatus::requiresApproval) {
         setLaunchAtLogin(false);

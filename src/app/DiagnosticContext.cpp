@@ -10,7 +10,8 @@ DiagnosticExportContext diagnosticExportContext(const AppSettingsFields& setting
                                                 const DeploymentFile& deployment) {
     return {.appVersion = deployment.text("CFBundleShortVersionString").value_or("0.1.0"),
             .appBuild = deployment.text("CFBundleVersion").value_or("dev"),
-            .macOSVersion = circumstances.operatingSystemVersion,
+            .operatingSystem = circumstances.operatingSystem,
+            .operatingSystemVersion = circumstances.operatingSystemVersion,
             .architecture = circumstances.architecture,
             .model = system.text("hw.model").value_or("unknown"),
             .menuBarInfoMode = std::string(caseName(settings.menuBarInfoMode)),

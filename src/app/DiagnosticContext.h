@@ -11,7 +11,8 @@ namespace cindertop {
 
 /// What an export tells about a program beside its settings.
 struct ProgramCircumstances {
-    std::string launchAtLoginStatus;    ///< as the settings show it: "On"
+    std::string launchAtLoginStatus; ///< as the settings show it: "On"
+    OperatingSystem operatingSystem;
     std::string operatingSystemVersion; ///< the system's name and version
     std::string architecture;           ///< of the processor that the program was built for
 };

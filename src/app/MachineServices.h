@@ -10,6 +10,7 @@
 #include "platform/SourceStatus.h"
 #include "platform/TemperatureEvents.h"
 #include "support/LocalizedComparison.h"
+#include "support/OperatingSystem.h"
 #include "thermal/DarwinThermalPressureReader.h"
 
 #include <functional>
@@ -19,6 +20,7 @@ namespace cindertop {
 
 /// One machine, live or played, as the engines ask it. The services must outlive whoever holds this.
 struct MachineServices {
+    OperatingSystem operatingSystem; ///< decides texts, the meaning of process names, and default preferences
     const Clock& clock;
     const ProcessInformation& process;
     DarwinThermalPressureReader::Source pressureReader;

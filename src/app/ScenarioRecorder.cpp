@@ -257,6 +257,7 @@ std::optional<std::string> ScenarioRecorder::scenario() const {
     add("schemaVersion", "1");
     add("name", jsonString("Recording"));
     add("start", jsonString(startText(std::chrono::floor<std::chrono::microseconds>(first_))));
+    add("system", jsonString(rawValue(machine_.operatingSystem)));
     add("duration", secondsText(latest_->at - first_));
     add("machine", machineText());
     add("ownProcessIdentifier", std::to_string(machine_.process.processIdentifier()));

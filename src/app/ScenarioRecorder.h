@@ -14,6 +14,7 @@
 #include "platform/SystemValues.h"
 #include "platform/TemperatureEvents.h"
 #include "platform/ThermalPressureNotifications.h"
+#include "support/OperatingSystem.h"
 #include "thermal/ExperimentalSensorTemperatureProvider.h"
 #include "thermal/ThermalScore.h"
 
@@ -28,6 +29,7 @@ namespace cindertop {
 
 /// The services of the machine that is recorded. They must outlive the recorder.
 struct RecordedMachine {
+    OperatingSystem operatingSystem;
     const Clock& clock;
     const ProcessInformation& process;
     std::shared_ptr<ThermalPressureNotifications> pressure;

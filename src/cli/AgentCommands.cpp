@@ -19,9 +19,9 @@ namespace {
 constexpr std::string_view noAgent = "no agent runs; start \"cindertop\" first";
 
 /// The stored preferences; reading them changes nothing.
-AppSettings storedSettings(UserDefaults& defaults) {
-    UnstoredUserDefaults copy(defaults);
-    return AppSettingsStore(copy).load();
+AppSettings storedSettings(const AgentEnvironment& environment) {
+    UnstoredUserDefaults copy(environment.defaults);
+    return AppSettingsStore(copy, environment.standard).load();
 }
 
 AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& environment) {
@@ -29,7 +29,7 @@ AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& env
         return environment.agent->settings();
     }
     AgentClient::Settings settings;
-    const auto stored = storedSettings(environment.defaults);
+    const auto stored = storedSettings(environment);
     for (const auto& preference : preferences()) {
         settings.emplace_back(preference.name, preference.read(*stored));
     }
@@ -38,7 +38,7 @@ AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& env
 
 CommandResult change(AgentEnvironment& environment, const Preference& preference, std::string_view word) {
     const auto value = preferenceValue(preference, word);
-    AppSettingsFields fields = *storedSettings(environment.defaults);
+    AppSettingsFields fields = *storedSettings(environment);
     auto result = preference.write(fields, value);
     if (result && !environment.agent) { // which knows better what it offers now
         result = checkIsOffered(preference, value, fields);
@@ -49,7 +49,8 @@ CommandResult change(AgentEnvironment& environment, const Preference& preference
     if (environment.agent) {
         return environment.agent->set(std::string(preference.name), value);
     }
-    return environment.whileAlone([&] { AppSettingsStore(environment.defaults).save(AppSettings(fields)); });
+    return environment.whileAlone(
+        [&] { AppSettingsStore(environment.defaults, environment.standard).save(AppSettings(fields)); });
 }
 
 Json valueJson(const PreferenceValue& value) {

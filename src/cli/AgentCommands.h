@@ -4,6 +4,7 @@
 #include "cli/Arguments.h"
 #include "cli/Output.h"
 #include "cli/TerminalTraits.h"
+#include "persistence/AppSettings.h"
 #include "platform/UserDefaults.h"
 
 #include <expected>
@@ -17,6 +18,7 @@ namespace cindertop::cli {
 struct AgentEnvironment {
     std::optional<AgentClient>& agent; ///< none: no agent runs, and what can be done without one is
     UserDefaults& defaults;            ///< as they are stored
+    AppSettings standard;              ///< the preferences of a user who never chose anything
     Output& output;
     std::function<TerminalTraits()> terminal;
     /// Runs the action while no agent can start; the error says who is in the way.

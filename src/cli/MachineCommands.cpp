@@ -7,6 +7,7 @@
 #include "cli/SampledMachine.h"
 #include "cli/SignalDescriptor.h"
 #include "platform/linux/LinuxMachine.h"
+#include "platform/linux/OperatingSystemVersion.h"
 #include "support/AtomicFile.h"
 #include "support/PosixFileSystem.h"
 
@@ -39,7 +40,8 @@ public:
 };
 
 MachineServices servicesOf(linux_platform::LinuxMachine& machine) {
-    return {.clock = machine.clock(),
+    return {.operatingSystem = linux_platform::operatingSystem,
+            .clock = machine.clock(),
             .process = machine.processInformation(),
             .pressureReader = DarwinThermalPressureReader::sharedOnFirstUse(machine.thermalPressure(),
                                                                             std::make_shared<NoLog>()),
@@ -156,7 +158,8 @@ ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional
 
 ExitStatus recordMachine(const Arguments& arguments) {
     linux_platform::LinuxMachine machine;
-    ScenarioRecorder recorder({.clock = machine.clock(),
+    ScenarioRecorder recorder({.operatingSystem = linux_platform::operatingSystem,
+                               .clock = machine.clock(),
                                .process = machine.processInformation(),
                                .pressure = machine.thermalPressure(),
                                .temperatureEvents = machine.temperatureEvents(),

@@ -22,9 +22,9 @@ namespace {
 constexpr std::string_view output = "-";
 
 /// The settings as the agent would have them; what it would repair stays as it is stored.
-AppSettings settingsOf(const UserDefaults& defaults) {
-    UnstoredUserDefaults unstored(defaults);
-    return AppSettingsStore(unstored).load();
+AppSettings settingsOf(const StoredEnvironment& environment) {
+    UnstoredUserDefaults unstored(environment.defaults);
+    return AppSettingsStore(unstored, defaultSettings(environment.circumstances.operatingSystem)).load();
 }
 
 ThermalMonitoringSnapshot storedHistory(const StoredEnvironment& environment) {
@@ -89,14 +89,14 @@ WriteResult showHistory(const StoredEnvironment& environment, Format format) {
         const auto json = HistoryJson(unixEpoch).snapshot(snapshot);
         return environment.output.write((traits.isTerminal ? indentedText(json) : compactText(json)) + '\n');
     }
-    const HistoryPageContext context{.isHistoryEnabled = settingsOf(environment.defaults)->historyEnabled,
+    const HistoryPageContext context{.isHistoryEnabled = settingsOf(environment)->historyEnabled,
                                      .comparison = environment.comparison};
     const PageStyle style{.format = traits.format, .temperatures = environment.temperatures};
     return environment.output.write(encoded(historyPage(snapshot, context, style), traits.format));
 }
 
 ExportResult exportDiagnostics(const StoredEnvironment& environment, const std::string& file) {
-    const auto settings = settingsOf(environment.defaults);
+    const auto settings = settingsOf(environment);
     if (!settings->diagnosticLogsEnabled) {
         return std::unexpected("diagnostic logs are switched off in the settings, so nothing is recorded");
     }

@@ -65,6 +65,7 @@ ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
         .diagnosticFile = DiagnosticLogService::defaultFile(),
         .deploymentFile = DeploymentFile::defaultFile(),
         .circumstances = {.launchAtLoginStatus = "Unknown", // only the agent asks the desktop
+                          .operatingSystem = linux_platform::operatingSystem,
                           .operatingSystemVersion = linux_platform::operatingSystemVersion(),
                           .architecture = std::string(builtArchitecture())}};
     if (arguments.command == Command::history) {
@@ -79,6 +80,7 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
     AgentEnvironment environment{
         .agent = agent,
         .defaults = defaults,
+        .standard = defaultSettings(linux_platform::operatingSystem),
         .output = output,
         .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
         .whileAlone = whileNoAgentRuns};

@@ -29,4 +29,13 @@ AppSettings::AppSettings(const AppSettingsFields& fields) : fields_(fields) {
     fields_.menuBarInfoMode = allowedMode(fields);
 }
 
+AppSettings defaultSettings(OperatingSystem system) {
+    if (system == OperatingSystem::gnuLinux) {
+        return AppSettings({.experimentalTemperatureSensorsEnabled = true,
+                            .menuBarInfoMode = MenuBarInfoMode::temperature,
+                            .notificationsEnabled = true});
+    }
+    return AppSettings(AppSettingsFields{});
+}
+
 } // namespace cindertop

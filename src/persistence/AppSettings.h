@@ -2,6 +2,7 @@
 
 #include "persistence/MenuBarInfoMode.h"
 #include "persistence/RecommendationVerbosity.h"
+#include "support/OperatingSystem.h"
 #include "thermal/NotificationMinimumLevel.h"
 
 #include <cstdint>
@@ -10,7 +11,7 @@ namespace cindertop {
 
 inline constexpr std::int64_t appSettingsSchemaVersion = 12;
 
-/// The user's preferences as anybody may fill them in; these are the defaults.
+/// The user's preferences as anybody may fill them in. What is left out is the Mac's default.
 struct AppSettingsFields {
     std::int64_t schemaVersion = appSettingsSchemaVersion;
     bool experimentalTemperatureSensorsEnabled = false;
@@ -44,5 +45,9 @@ public:
 private:
     AppSettingsFields fields_;
 };
+
+/// What a user has who never chose anything. On Linux temperatures are shown and alerts are on: the sensors'
+/// interface is documented and cheap, and notifications need no permission.
+AppSettings defaultSettings(OperatingSystem system);
 
 } // namespace cindertop

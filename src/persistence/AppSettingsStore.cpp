@@ -2,6 +2,9 @@
 
 #include "persistence/StoredValueReaders.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +34,9 @@ constexpr std::string_view effectActivationLevel = "cindertop.thermal.effect-act
 constexpr std::string_view effectsIntensity = "cindertop.effects.intensity";
 
 } // namespace keys
+
+/// Removed at each start.
+constexpr std::array retiredKeys{keys::keyboardReaction, keys::keyboardSos, keys::effectActivationLevel};
 
 template <typename Enumeration>
 PropertyValue rawText(Enumeration value) {
@@ -63,16 +69,15 @@ std::vector<UserDefaultsChange> storingEveryField(const AppSettingsFields& setti
     };
 }
 
-UserDefaults::Registration registeredDefaults() {
+UserDefaults::Registration registration(const AppSettings& standard) {
     UserDefaults::Registration registration;
-    for (const auto& [key, value] : storingEveryField({})) {
+    for (const auto& [key, value] : storingEveryField(*standard)) {
         registration.emplace(key, *value);
     }
     return registration;
 }
 
-AppSettingsFields storedFields(const UserDefaults& defaults) {
-    const AppSettingsFields fallback;
+AppSettingsFields storedFields(const UserDefaults& defaults, const AppSettingsFields& fallback) {
     const auto boolean = [&](std::string_view key, bool otherwise) {
         return storedBoolean(defaults.value(key)).value_or(otherwise);
     };
@@ -115,19 +120,23 @@ std::vector<UserDefaultsChange> migration(std::int64_t storedVersion) {
 
 } // namespace
 
+bool AppSettingsStore::isNew() const {
+    const auto isStored = [this](std::string_view key) { return defaults_.value(key).has_value(); };
+    return std::ranges::none_of(storingEveryField(*standard_), isStored, &UserDefaultsChange::key) &&
+           std::ranges::none_of(retiredKeys, isStored) && !isStored(keys::effectsIntensity);
+}
+
 void AppSettingsStore::migrate() {
-    auto changes = migration(storedInteger(defaults_.value(keys::schemaVersion)).value_or(0));
-    for (const std::string_view key :
-         {keys::keyboardReaction, keys::keyboardSos, keys::effectActivationLevel}) {
-        changes.push_back(removing(key));
-    }
+    auto changes = isNew() ? std::vector<UserDefaultsChange>()
+                           : migration(storedInteger(defaults_.value(keys::schemaVersion)).value_or(0));
+    std::ranges::transform(retiredKeys, std::back_inserter(changes), removing);
     defaults_.apply(changes);
 }
 
 AppSettings AppSettingsStore::load() {
     migrate();
-    defaults_.registerDefaults(registeredDefaults());
-    const AppSettings settings(storedFields(defaults_));
+    defaults_.registerDefaults(registration(standard_));
+    const AppSettings settings(storedFields(defaults_, *standard_));
     save(settings);
     return settings;
 }
@@ -139,9 +148,8 @@ void AppSettingsStore::save(const AppSettings& settings) {
 }
 
 AppSettings AppSettingsStore::reset() {
-    const AppSettings defaults;
-    save(defaults);
-    return defaults;
+    save(standard_);
+    return standard_;
 }
 
 std::vector<MenuBarInfoMode> AppSettingsStore::availableMenuBarInfoModes(bool experimentalSensorsEnabled) {

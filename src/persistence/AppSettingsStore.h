@@ -10,11 +10,12 @@ namespace cindertop {
 /// Keeps the settings among the user's defaults, each under a key of its own. Main thread only.
 class AppSettingsStore {
 public:
-    /// Keeps the reference and does nothing else.
-    explicit AppSettingsStore(UserDefaults& defaults) : defaults_(defaults) {}
+    /// `standard` is what this machine's users have who never chose anything. Reads and writes nothing yet.
+    AppSettingsStore(UserDefaults& defaults, const AppSettings& standard)
+        : defaults_(defaults), standard_(standard) {}
 
     /// The stored settings: migrated, repaired, and stored again as they are returned. Whatever cannot be
-    /// understood has its default.
+    /// understood has its default. A store without any preference is new: it has the defaults.
     AppSettings load();
 
     /// Stores every field.
@@ -27,8 +28,11 @@ public:
     static std::vector<MenuBarInfoMode> availableMenuBarInfoModes(bool experimentalSensorsEnabled);
 
 private:
+    bool isNew() const;
     void migrate();
+
     UserDefaults& defaults_;
+    AppSettings standard_;
 };
 
 } // namespace cindertop

@@ -3,6 +3,7 @@
 #include "persistence/DiagnosticEventCodec.h"
 #include "support/AtomicFile.h"
 #include "support/DateText.h"
+#include "support/Wording.h"
 
 #include <nlohmann/json.hpp>
 
@@ -10,6 +11,9 @@ namespace cindertop {
 namespace {
 
 using nlohmann::json;
+
+/// Under which the system's version stands.
+constexpr Wording versionKey{"macOS", "linux"};
 
 json settingsJson(const DiagnosticExportContext& context) {
     return {
@@ -53,7 +57,9 @@ std::optional<std::string> DiagnosticLogExport::text() const {
         {"supportID", supportID},
         {"app", {{"version", context.appVersion}, {"build", context.appBuild}}},
         {"system",
-         {{"macOS", context.macOSVersion}, {"architecture", context.architecture}, {"model", context.model}}},
+         {{versionKey.in(context.operatingSystem), context.operatingSystemVersion},
+          {"architecture", context.architecture},
+          {"model", context.model}}},
         {"settings", settingsJson(context)},
         {"events", json::array()},
     };

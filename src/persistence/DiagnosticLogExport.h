@@ -3,6 +3,7 @@
 #include "persistence/DiagnosticBuffer.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
+#include "support/OperatingSystem.h"
 
 #include <cstdint>
 #include <expected>
@@ -17,7 +18,8 @@ namespace cindertop {
 struct DiagnosticExportContext {
     std::string appVersion{};
     std::string appBuild{};
-    std::string macOSVersion{}; ///< the operating system's name and version
+    OperatingSystem operatingSystem{};
+    std::string operatingSystemVersion{}; ///< its name and version
     std::string architecture{};
     std::string model{};
     std::string menuBarInfoMode{};

@@ -16,7 +16,7 @@ using simulated::ScenarioSetting;
 
 /// Preferences as a user would have stored them.
 AppSettings settingsOf(const simulated::Scenario& scenario) {
-    AppSettingsFields fields;
+    AppSettingsFields fields = *defaultSettings(scenario.operatingSystem);
     for (const auto& setting : scenario.settings) {
         // Checked before anything is played.
         [[maybe_unused]] const auto result = findPreference(setting.name)->write(fields, setting.value);
@@ -80,7 +80,7 @@ PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario
       notificationCenter_(scenario_->notifications, observer_.notificationAccepted),
       pressureLog_(std::make_shared<simulated::CapturingUnifiedLog>(observer_.pressureLogged)),
       diagnosticLog_([](const simulated::UnifiedLogLine&) {}) {
-    AppSettingsStore(defaults_).save(settingsOf(*scenario_));
+    AppSettingsStore(defaults_, defaultSettings(scenario_->operatingSystem)).save(settingsOf(*scenario_));
     if (scenario_->termsAccepted) {
         storeTermsAccepted(defaults_);
     }
@@ -89,7 +89,8 @@ PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario
 AppStateEnvironment PlayedProgram::environment() {
     const auto pressure =
         DarwinThermalPressureReader::ownOnFirstUse(machine_.thermalPressureNotifications(), pressureLog_);
-    return {.machine = {.clock = time_.clock,
+    return {.machine = {.operatingSystem = scenario_->operatingSystem,
+                        .clock = time_.clock,
                         .process = machine_.processInformation(),
                         .pressureReader = pressure,
                         .temperatureEvents = machine_.temperatureEvents(),

@@ -9,7 +9,7 @@ namespace {
 using namespace std::chrono_literals;
 
 AppSettings stored(FakeProgram& program) {
-    return AppSettingsStore(program.defaults).load();
+    return AppSettingsStore(program.defaults, defaultSettings(program.machine.operatingSystem)).load();
 }
 
 TEST(AppStateSettings, EveryChangeIsStoredAsAWholeRecord) {

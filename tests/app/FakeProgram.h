@@ -74,7 +74,7 @@ public:
 
     /// Starts with what the user has stored before.
     AppState& startWith(const AppSettingsFields& settings) {
-        AppSettingsStore(defaults).save(AppSettings(settings));
+        AppSettingsStore(defaults, defaultSettings(machine.operatingSystem)).save(AppSettings(settings));
         return start();
     }
 

@@ -82,7 +82,8 @@ struct LiveMachine {
     }
 
     RecordedMachine recorded() {
-        return {.clock = fakes.clock,
+        return {.operatingSystem = OperatingSystem::gnuLinux,
+                .clock = fakes.clock,
                 .process = fakes.process,
                 .pressure = fakes.pressure,
                 .temperatureEvents = fakes.temperatureEvents,
@@ -119,6 +120,7 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
     LiveMachine live;
     const auto scenario = parsed(recording(live, 4));
     ASSERT_TRUE(scenario);
+    EXPECT_EQ(scenario->operatingSystem, OperatingSystem::gnuLinux);
     ASSERT_EQ(scenario->frames.size(), 3U); // the fourth sample ends it
     EXPECT_EQ(scenario->duration, 3 * (1s + 137ns));
 

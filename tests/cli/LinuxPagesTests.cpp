@@ -2,6 +2,7 @@
 #include "cli/Pages.h"
 #include "fakes/FakeUnifiedLog.h"
 #include "platform/linux/LinuxMachine.h"
+#include "platform/linux/OperatingSystemVersion.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +21,8 @@ using testing::StartsWith;
 std::string statusOf(const std::string& fixture) {
     const std::filesystem::path tree = std::filesystem::path(CINDERTOP_FIXTURES) / fixture;
     linux_platform::LinuxMachine machine({.proc = tree / "proc", .sys = tree / "sys"});
-    MachineSampler sampler({.clock = machine.clock(),
+    MachineSampler sampler({.operatingSystem = linux_platform::operatingSystem,
+                            .clock = machine.clock(),
                             .process = machine.processInformation(),
                             .pressureReader = DarwinThermalPressureReader::ownOnFirstUse(
                                 machine.thermalPressure(), std::make_shared<fakes::FakeUnifiedLog>()),

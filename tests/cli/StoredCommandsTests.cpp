@@ -50,7 +50,7 @@ protected:
                                   .historyFile = folder / "history",
                                   .diagnosticFile = folder / "events",
                                   .deploymentFile = folder / "Info.plist",
-                                  .circumstances = {"On", "Debian 12", "x86_64"}};
+                                  .circumstances = {"On", OperatingSystem::gnuLinux, "Debian 12", "x86_64"}};
 
     void TearDown() override { ::close(descriptor); } // NOLINT(readability-identifier-naming)
 
@@ -95,12 +95,12 @@ TEST_F(StoredCommandsTest, ExportWhatTheAgentWouldExport) {
     const auto document = json::parse(fakes::textOf(folder / "export"));
     EXPECT_EQ(document["app"], json({{"version", "1.2"}, {"build", "dev"}})) << "a number is no text";
     EXPECT_EQ(document["system"],
-              json({{"macOS", "Debian 12"}, {"architecture", "x86_64"}, {"model", "Mac14,2"}}));
+              json({{"linux", "Debian 12"}, {"architecture", "x86_64"}, {"model", "Mac14,2"}}));
     EXPECT_EQ(document["settings"], json({{"menuBarInfoMode", "thermalStatus"},
                                           {"launchAtLoginStatus", "On"},
                                           {"showDockIcon", false},
-                                          {"experimentalSensorsEnabled", false},
-                                          {"notificationsEnabled", false},
+                                          {"experimentalSensorsEnabled", true},
+                                          {"notificationsEnabled", true},
                                           {"notificationMinimumLevel", "critical"},
                                           {"recommendationVerbosity", "concise"},
                                           {"showProcessOffenders", true},

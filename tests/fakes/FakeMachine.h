@@ -16,8 +16,9 @@
 
 namespace cindertop::fakes {
 
-/// A whole machine of fakes. At first it is cool and idle, with one process and no sensors.
+/// A whole machine of fakes. At first it is a Mac, cool and idle, with one process and no sensors.
 struct FakeMachine {
+    OperatingSystem operatingSystem = OperatingSystem::mac;
     FakeClock clock;
     FakeProcessInformation process;
     std::shared_ptr<FakeThermalPressureNotifications> pressure =
@@ -35,7 +36,8 @@ struct FakeMachine {
     FakeMachine() { processes.add(1, "idle"); }
 
     MachineServices services() {
-        return {.clock = clock,
+        return {.operatingSystem = operatingSystem,
+                .clock = clock,
                 .process = process,
                 .pressureReader =
                     DarwinThermalPressureReader::ownOnFirstUse(pressure, std::make_shared<FakeUnifiedLog>()),

@@ -16,13 +16,14 @@ namespace {
 
 using fakes::FakeUserDefaults;
 using std::string_literals::operator""s;
+using enum OperatingSystem;
 
 constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
 
 /// The changes of one save of these settings, in their order.
 std::vector<UserDefaultsChange> changesOf(const AppSettings& settings) {
     FakeUserDefaults defaults;
-    AppSettingsStore(defaults).save(settings);
+    AppSettingsStore(defaults, defaultSettings(mac)).save(settings);
     return defaults.changes;
 }
 
@@ -112,7 +113,7 @@ TEST(AppSettingsStore, WritesEveryKeyInOrder) {
                                        {"cindertop.effects.intensity", std::nullopt},
                                    }));
     FakeUserDefaults defaults;
-    AppSettingsStore store(defaults);
+    AppSettingsStore store(defaults, defaultSettings(mac));
     store.save(settings);
     EXPECT_EQ(store.load(), settings);
     EXPECT_EQ(store.reset(), AppSettings());
@@ -125,7 +126,7 @@ std::vector<UserDefaultsChange> migrationFrom(const std::optional<PropertyValue>
     if (version) {
         defaults.stored.emplace("cindertop.settings.schema-version", *version);
     }
-    const auto saved = changesOf(AppSettingsStore(defaults).load());
+    const auto saved = changesOf(AppSettingsStore(defaults, defaultSettings(mac)).load());
     const auto count = std::ssize(defaults.changes) - std::ssize(saved);
     EXPECT_TRUE(std::equal(saved.begin(), saved.end(), defaults.changes.begin() + count))
         << "loading ends by saving";
@@ -148,7 +149,42 @@ TEST(AppSettingsStore, MigratesOlderVersions) {
     EXPECT_EQ(migrationFrom(std::int64_t{11}), fromEleven);
     EXPECT_EQ(migrationFrom(std::int64_t{10}), fromOlder);
     EXPECT_EQ(migrationFrom(true), fromOlder);
-    EXPECT_EQ(migrationFrom(std::nullopt), fromOlder);
+    EXPECT_EQ(migrationFrom(std::nullopt), current) << "a new store";
+}
+
+TEST(AppSettingsStore, GivesANewUserTheDefaultsOfTheMachine) {
+    const AppSettings onLinux({.experimentalTemperatureSensorsEnabled = true,
+                               .menuBarInfoMode = MenuBarInfoMode::temperature,
+                               .notificationsEnabled = true});
+    EXPECT_EQ(defaultSettings(gnuLinux), onLinux);
+    EXPECT_EQ(defaultSettings(mac), AppSettings());
+
+    struct Case {
+        FakeUserDefaults::Registration stored;
+        AppSettings loaded;
+    };
+
+    const auto sensorsOn = AppSettings(
+        {.experimentalTemperatureSensorsEnabled = true, .menuBarInfoMode = MenuBarInfoMode::temperature});
+    for (const auto& [stored, loaded] : {
+             Case{{}, onLinux},
+             Case{{{"cindertop.legal.accepted", true}}, onLinux},
+             // Older than the question for notifications, so nobody asked for them.
+             Case{{{"cindertop.history.enabled", true}}, sensorsOn},
+             Case{{{"cindertop.keyboard.sos-enabled", true}}, sensorsOn},
+             Case{{{"cindertop.settings.schema-version", std::int64_t{12}},
+                   {"cindertop.thermal.experimental-sensors", false},
+                   {"cindertop.notifications.enabled", false}},
+                  AppSettings()},
+         }) {
+        FakeUserDefaults defaults;
+        defaults.stored = stored;
+        AppSettingsStore store(defaults, defaultSettings(gnuLinux));
+        EXPECT_EQ(store.load(), loaded);
+        EXPECT_EQ(store.load(), loaded) << "stored as it was returned";
+        EXPECT_EQ(store.reset(), onLinux);
+        EXPECT_EQ(defaults.registered.at("cindertop.notifications.enabled"), PropertyValue(true));
+    }
 }
 
 TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
@@ -165,9 +201,9 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
     const AppSettings expected(
         {.diagnosticLogsEnabled = false, .notificationsEnabled = true, .historyDurationMinutes = 15});
     UnstoredUserDefaults onlyLooking(defaults);
-    EXPECT_EQ(AppSettingsStore(onlyLooking).load(), expected);
+    EXPECT_EQ(AppSettingsStore(onlyLooking, defaultSettings(mac)).load(), expected);
     EXPECT_TRUE(defaults.changes.empty());
-    EXPECT_EQ(AppSettingsStore(defaults).load(), expected);
+    EXPECT_EQ(AppSettingsStore(defaults, defaultSettings(mac)).load(), expected);
     EXPECT_EQ(defaults.registered.size(), 12U);
     EXPECT_EQ(defaults.registered.at("cindertop.history.duration-minutes"), PropertyValue(std::int64_t{60}));
     EXPECT_EQ(defaults.stored.size(), 13U) << "the foreign key stays";

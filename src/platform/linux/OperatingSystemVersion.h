@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/Roots.h"
+#include "support/OperatingSystem.h"
 
 #include <filesystem>
 #include <optional>
@@ -8,6 +9,9 @@
 #include <string_view>
 
 namespace cindertop::linux_platform {
+
+/// What every machine of this platform runs.
+inline constexpr OperatingSystem operatingSystem = OperatingSystem::gnuLinux;
 
 /// The value of a key in an os-release file, without quotes and escapes; none when absent or empty.
 std::optional<std::string> osReleaseValue(std::string_view text, std::string_view key);

@@ -5,6 +5,7 @@
 #include "platform/UserNotificationCenter.h"
 #include "platform/simulated/ScenarioProcessList.h"
 #include "support/Instant.h"
+#include "support/OperatingSystem.h"
 
 #include <chrono>
 #include <cstdint>
@@ -120,6 +121,7 @@ struct Scenario {
     std::string name;
     std::string description;
     Instant start;
+    OperatingSystem operatingSystem{OperatingSystem::mac};
     std::string timeZone{"UTC"};
     std::string locale{"en_GB"};
     std::chrono::nanoseconds duration{};

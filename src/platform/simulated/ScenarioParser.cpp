@@ -53,6 +53,14 @@ Value parseName(const ScenarioNode& node, const std::array<NamedValue<Value>, Co
     node.fail("must be one of " + choice);
 }
 
+OperatingSystem parseSystem(const ScenarioNode& node) {
+    const auto system = fromRawValue<OperatingSystem>(node.text());
+    if (!system) {
+        node.fail("must be one of mac, linux");
+    }
+    return *system;
+}
+
 Instant parseStartOf(const ScenarioNode& node) {
     const auto start = parseStart(node.text());
     if (!start) {
@@ -133,10 +141,10 @@ std::map<std::string, ScenarioBundle, std::less<>> parseBundles(const ScenarioNo
 }
 
 Scenario parseRoot(const ScenarioNode& node) {
-    const ScenarioObject object(node, {"schemaVersion", "name", "description", "start", "timeZone", "locale",
-                                       "duration", "machine", "ownProcessIdentifier", "ownBundleIdentifier",
-                                       "termsAccepted", "settings", "notifications", "bundles", "frames",
-                                       "commands"});
+    const ScenarioObject object(node, {"schemaVersion", "name", "description", "start", "system", "timeZone",
+                                       "locale", "duration", "machine", "ownProcessIdentifier",
+                                       "ownBundleIdentifier", "termsAccepted", "settings", "notifications",
+                                       "bundles", "frames", "commands"});
     if (object.at("schemaVersion").clampedInteger() != schemaVersion) {
         object.at("schemaVersion").fail("must be 1");
     }
@@ -144,6 +152,7 @@ Scenario parseRoot(const ScenarioNode& node) {
     object.readInto(scenario.name, "name", &ScenarioNode::text);
     object.readInto(scenario.description, "description", &ScenarioNode::text);
     scenario.start = parseStartOf(object.at("start"));
+    object.readInto(scenario.operatingSystem, "system", parseSystem);
     object.readInto(scenario.timeZone, "timeZone", parseTimeZone);
     object.readInto(scenario.locale, "locale", parseLocale);
     scenario.duration = parseDuration(object.at("duration"), scenario.start);

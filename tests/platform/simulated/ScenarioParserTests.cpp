@@ -75,6 +75,7 @@ TEST(ScenarioParser, NamesTheKeysOfWhatItRefuses) {
         beginning("2025-03-05T18:30:00Z", "1, \"frame\": []", "frame is not a known key."),
         whole(R"("odd \" key": 1)", R"(["odd \" key"] is not a known key.)"),
         whole(R"("name": null)", "name must be text."),
+        whole(R"("system": "Linux")", "system must be one of mac, linux."),
         whole(R"("timeZone": "Mars/Olympus")", "timeZone is not a known time zone."),
         whole(R"("timeZone": "GMT+5")", "timeZone is not a known time zone."),
         whole(R"("locale": "en_")", "locale is not a name"),
