@@ -9,6 +9,10 @@ LAPTOP_KERNEL ?= installed
 # Recording processes that `make soak` kills one after the other, besides the drills.
 SOAK_KILLS ?= 300
 
+export CTEST_PARALLEL_LEVEL ?= $(shell nproc)
+# Configures and builds, and tests where the preset does; CMakePresets.json has the steps.
+work := cmake --workflow --preset
+
 help: ## this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-12s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
 
@@ -19,22 +23,22 @@ setup: ## install every Debian package that any of these commands needs
 
 run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@scripts/setup build
-	@scripts/build release cindertop cindertopctl themed_icons
+	@$(work) release
 	@scripts/run
 
 demo: ## play an hour of a hot afternoon in a minute; nothing of this machine is measured or kept
 	@scripts/setup build
-	@scripts/build release cindertop cindertopctl
-	@scripts/demo
+	@$(work) release
+	@echo "A made-up hour of a laptop without a fan, sixty times as fast. Nothing of this machine is measured or kept."
+	@build/release/bin/cindertop --headless --scenario scenarios/hot-afternoon.json --speed 60
 
 test: ## build and run the tests
 	@scripts/setup test
-	@scripts/build debug
-	@ctest --test-dir build/debug --output-on-failure -j "$$(nproc)"
+	@$(work) test
 
 desktop-test: ## the program with a real panel and notification server on a screen of its own; pictures in build/pictures
 	@scripts/setup desktop
-	@scripts/build debug alert-poster status-item-player cindertop cindertopctl themed_icons
+	@$(work) desktop
 	@tests/desktop/notifications-demo build/debug build/pictures
 	@tests/desktop/status-item-demo build/debug build/pictures
 	@tests/desktop/program-test build/debug
@@ -43,41 +47,37 @@ desktop-test: ## the program with a real panel and notification server on a scre
 
 laptop-test: ## the program on an emulated laptop with Debian's own kernel, which heats, throttles and cools (3 minutes)
 	@scripts/setup laptop
-	@scripts/build release cindertop cindertopctl
-	@scripts/build debug desktop-witness
+	@$(work) release
+	@$(work) desktop
 	@tests/virtual-laptop/laptop-test build/release build/debug $(LAPTOP_KERNEL)
 
 pictures: ## take the documents' pictures from the program
 	@scripts/setup desktop
-	@scripts/build release cindertop
+	@$(work) release
 	@scripts/pictures
 
 asan: ## the tests under the address and undefined-behaviour sanitizers
 	@scripts/setup test
-	@scripts/build asan
-	@ctest --test-dir build/asan --output-on-failure -j "$$(nproc)"
+	@$(work) asan
 
 tsan: ## the tests under the thread sanitizer
 	@scripts/setup test
-	@scripts/build tsan
-	@ctest --test-dir build/tsan --output-on-failure -j "$$(nproc)"
+	@$(work) tsan
 
 bench: ## measure the budgets; fails where one is not kept
 	@scripts/setup develop
 	@scripts/setup desktop
-	@scripts/build bench bench/all
-	@scripts/build release cindertop
-	@scripts/bench
+	@$(work) bench
 
 fuzz: ## fuzz every parser for FUZZ_SECONDS seconds each (60), FUZZ_JOBS at a time (one a processor)
 	@scripts/setup develop
-	@scripts/build fuzz fuzz/all
+	@$(work) fuzz
 	@scripts/fuzz $(FUZZ_SECONDS)
 
 soak: ## put the program through every fault a machine can have: full disk, kills, lost buses, ... (10 minutes)
 	@scripts/setup soak
-	@scripts/build release cindertop cindertopctl
-	@scripts/build debug
+	@$(work) release
+	@$(work) debug
 	@tests/drills/run build/release build/debug $(SOAK_KILLS)
 
 lint: ## formatting, clang-tidy, layers, shell scripts
@@ -90,9 +90,8 @@ format: ## format the sources in place
 
 coverage: ## line coverage of the tests; fails where rules and persistence have less than 95 %
 	@scripts/setup develop
-	@scripts/build coverage
-	@find build/coverage -name '*.gcda' -delete
-	@ctest --test-dir build/coverage --output-on-failure -j "$$(nproc)" >/dev/null
+	@[ ! -d build/coverage ] || find build/coverage -name '*.gcda' -delete
+	@$(work) coverage
 	@gcovr --root . --filter src/ build/coverage --exclude-throw-branches
 	@gcovr --root . --filter 'src/(thermal|context|cpu|assistant|persistence)/' build/coverage \
 		--exclude-throw-branches --fail-under-line 95

@@ -1,11 +1,28 @@
-# One library a folder. A library sees and links only what it names in LINKS, so the layers hold by themselves;
-# scripts/check-layers reads the same calls and refuses an include that no link covers.
+# One library a folder. A library links only what it names in LINKS. With CINDERTOP_STRICT_LAYERS, as under `make lint`,
+# the compiler finds no header of another library either.
+
+# cindertop_headers(TARGET SCOPE): where the headers of this folder are found, as "folder/Name.h". Strict layers give
+# each library a folder of links to its own headers, anew whenever the build is configured.
+function(cindertop_headers target scope)
+  set(place ${PROJECT_SOURCE_DIR}/src)
+  if(CINDERTOP_STRICT_LAYERS)
+    set(place ${PROJECT_BINARY_DIR}/layers/${target})
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
+    file(REMOVE_RECURSE ${place})
+    file(MAKE_DIRECTORY ${place}/${folder})
+    file(GLOB headers RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.h)
+    foreach(header ${headers})
+      file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${place}/${folder}/${header} SYMBOLIC)
+    endforeach()
+  endif()
+  target_include_directories(${target} ${scope} ${place})
+endfunction()
 
 # cindertop_library(NAME SOURCES file... [LINKS library...])
 function(cindertop_library name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")
   add_library(cindertop_${name} STATIC ${ARG_SOURCES})
-  target_include_directories(cindertop_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  cindertop_headers(cindertop_${name} PUBLIC)
   target_link_libraries(cindertop_${name} PUBLIC ${ARG_LINKS} PRIVATE cindertop_options)
 endfunction()
 
@@ -13,7 +30,7 @@ endfunction()
 function(cindertop_interface name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "LINKS")
   add_library(cindertop_${name} INTERFACE)
-  target_include_directories(cindertop_${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+  cindertop_headers(cindertop_${name} INTERFACE)
   target_link_libraries(cindertop_${name} INTERFACE ${ARG_LINKS})
 endfunction()
 
