@@ -83,7 +83,7 @@ TEST(InfoPresentation, FollowsTheMachineAndIsSilentWhileNothingChanges) {
     QObject::connect(&info, &InfoPresentation::changed, [&changes] { ++changes; });
     program.pass(std::chrono::seconds(30));
     EXPECT_EQ(changes, 0);
-    program.machine.displays = fakes::FakeDisplayList({{.identifier = 9, .builtIn = false}});
+    program.machine.displays = fakes::FakeDisplayList({{.identifier = 9, .place = DisplayPlace::external}});
     program.pass(std::chrono::seconds(30));
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(info.displaysText(), "External display");
