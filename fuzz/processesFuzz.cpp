@@ -86,7 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tryControlGroup(text);
         break;
     case 'u':
-        tryUnit({.name = std::string(text), .isOfUserManager = true, .isBelowAppSlice = true});
+        tryUnit({.name = std::string(text), .userManager = "user@1000.service", .isBelowAppSlice = true});
         break;
     case 'f':
         static_cast<void>(flatpakApplication(text));

@@ -14,9 +14,10 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-/// A unit that desktops and snapd make for one application.
+/// A unit that desktops and snapd make for one application, of the manager that this program can ask.
 bool isOfOneApplication(const ControlGroupUnit& unit) {
-    return unit.isOfUserManager && (unit.name.starts_with("app-") || unit.name.starts_with("snap."));
+    return unit.userManager == "user@" + std::to_string(::geteuid()) + ".service" &&
+           (unit.name.starts_with("app-") || unit.name.starts_with("snap."));
 }
 
 } // namespace
@@ -54,8 +55,11 @@ bool ApplicationGroups::isStillThere(const GroupMember& member) {
 
 std::optional<ApplicationGroup> ApplicationGroups::find(const Question& isWanted) {
     ApplicationGroup group;
-    const auto all = ownProcesses();
+    const auto all = allProcesses();
     for (const auto identifier : all) {
+        if (!isOwn(identifier)) {
+            continue;
+        }
         auto application = applications_.applicationOfProcess(identifier);
         if (!application || !isWanted(*application)) {
             continue;
@@ -75,15 +79,16 @@ std::optional<ApplicationGroup> ApplicationGroups::find(const Question& isWanted
     return group;
 }
 
-std::vector<std::int32_t> ApplicationGroups::ownProcesses() {
+std::vector<std::int32_t> ApplicationGroups::allProcesses() {
     std::vector<std::int32_t> identifiers(static_cast<std::size_t>(std::max(processes_.countProcesses(), 0)));
     identifiers.resize(static_cast<std::size_t>(std::max(processes_.listProcesses(identifiers), 0)));
-    std::erase_if(identifiers, [&](std::int32_t identifier) {
-        const auto process = processes_.accounting(identifier);
-        return !process || process->realUserIdentifier != ::geteuid() ||
-               (process->flags & ProcessAccounting::systemFlag) != 0;
-    });
     return identifiers;
+}
+
+bool ApplicationGroups::isOwn(std::int32_t processIdentifier) {
+    const auto process = processes_.accounting(processIdentifier);
+    return process && process->realUserIdentifier == ::geteuid() &&
+           (process->flags & ProcessAccounting::systemFlag) == 0;
 }
 
 std::optional<ProcessStat> ApplicationGroups::stat(std::int32_t processIdentifier) {
@@ -113,22 +118,27 @@ bool ApplicationGroups::isUntouchable(const ProcessStat& process, std::int32_t p
            (unit && unit->isBelowSessionSlice);
 }
 
-/// A unit that holds untouchable processes, of whatever application, must not be ended as a whole.
+/// A unit with anything else in it must not be ended as a whole: a compositor, another user's process, or
+/// what a terminal's shells started.
 void ApplicationGroups::keepKillableUnits(std::vector<GroupMember>& members,
                                           const std::vector<std::int32_t>& all) {
     if (std::ranges::all_of(members, &std::string::empty, &GroupMember::unit)) {
         return;
     }
-    std::set<std::string> mixed;
+    std::set<std::string> shared;
     for (const auto identifier : all) {
+        const auto member = std::ranges::find(members, identifier, &GroupMember::processIdentifier);
+        if (member != members.end() && !member->isUntouchable) {
+            continue;
+        }
         const auto process = stat(identifier);
         const auto unit = unitOf(identifier);
-        if (process && unit && isUntouchable(*process, identifier)) {
-            mixed.insert(unit->name);
+        if (process && !process->isZombie() && unit && isOfOneApplication(*unit)) {
+            shared.insert(unit->name);
         }
     }
     for (auto& member : members) {
-        if (mixed.contains(member.unit)) {
+        if (shared.contains(member.unit)) {
             member.unit.clear();
         }
     }

@@ -26,7 +26,7 @@ struct GroupMember {
     std::uint64_t startTicks{}; ///< with the identifier it names the process for good
     /// Part of the desktop or of the session, or this program itself: it must not be ended.
     bool isUntouchable{};
-    /// The unit of the user's service manager that holds this application and nothing untouchable; empty:
+    /// The unit of the user's service manager that holds members of this application and nothing else; empty:
     /// there is none.
     std::string unit;
 
@@ -60,7 +60,8 @@ private:
     using Question = std::function<bool(const ProcessApplication&)>;
 
     std::optional<ApplicationGroup> find(const Question& isWanted);
-    std::vector<std::int32_t> ownProcesses();
+    std::vector<std::int32_t> allProcesses();
+    bool isOwn(std::int32_t processIdentifier);
     std::optional<ProcessStat> stat(std::int32_t processIdentifier);
     std::optional<GroupMember> member(std::int32_t processIdentifier);
     std::optional<ControlGroupUnit> unitOf(std::int32_t processIdentifier);

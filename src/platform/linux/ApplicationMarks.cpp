@@ -37,4 +37,12 @@ std::optional<std::string> launchedDesktopFile(std::string_view environment, std
     return file && file->starts_with('/') ? std::optional<std::string>(*file) : std::nullopt;
 }
 
+std::optional<std::string> appImageFile(std::string_view environment, std::string_view executable) {
+    const auto folder = variable(environment, "APPDIR");
+    const auto file = variable(environment, "APPIMAGE");
+    const bool isInside = folder && !folder->empty() && executable.starts_with(*folder) &&
+                          executable.substr(folder->size()).starts_with('/');
+    return isInside && file && file->starts_with('/') ? std::optional<std::string>(*file) : std::nullopt;
+}
+
 } // namespace cindertop::linux_platform

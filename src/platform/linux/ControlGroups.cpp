@@ -17,13 +17,17 @@ namespace {
 //   snap      := "snap." NAME "." APP [ ("-" | ".") UUID ] ( ".scope" | ".service" )
 //   scope     := "app-" [ LAUNCHER "-" ] ID "-" RANDOM ".scope"
 //   service   := "app-" [ LAUNCHER "-" ] ID [ "@" INSTANCE ] ".service"
-//   terminal  := "vte-spawn-" UUID ".scope"
+//   terminal  := ("vte" | "ptyxis" | "tmux" | ...) "-spawn-" UUID ".scope"
 //   RANDOM    := one or more digits or hexadecimal digits
 //   UUID      := 8 "-" 4 "-" 4 "-" 4 "-" 12 hexadecimal digits
 //
 // Inside LAUNCHER, ID and NAME systemd writes "-" and other bytes as "\xHH", so a name is split first and
 // unescaped then. Not every launcher escapes: "app-gnome-terminal-9.scope" may be gnome's "terminal" or
 // "gnome-terminal".
+//
+// Below its unit a program may make groups of its own. Those of one terminal look like units:
+//
+//   konsole   := scope "/" ( "main.scope" | "tab(" PID ").scope" )
 
 struct UnitName {
     std::string_view stem;
@@ -44,6 +48,22 @@ std::optional<UnitName> splitSuffix(std::string_view name) {
 
 bool isUserManager(std::string_view component) {
     return component.starts_with("user@") && component.ends_with(".service");
+}
+
+bool isTab(std::string_view component) {
+    return component.starts_with("tab(") && component.ends_with(").scope");
+}
+
+/// A part of the unit that stands above it.
+bool isPartOfUnit(std::string_view component, std::string_view above) {
+    return (component == "main.scope" || isTab(component)) && above.starts_with("app-") &&
+           splitSuffix(above).has_value();
+}
+
+/// "vte-spawn-UUID", but not "app-x-spawn-1".
+bool isSpawnedByTerminal(const UnitName& unit) {
+    const auto mark = unit.stem.find("-spawn-");
+    return unit.isScope && mark != 0 && mark != std::string_view::npos && !unit.stem.starts_with("app-");
 }
 
 bool isHexadecimal(char character) {
@@ -165,19 +185,27 @@ std::optional<ControlGroupUnit> parseControlGroup(std::string_view text) {
         }
         const auto components = split(line.substr(mark.size()), '/');
         const auto reversed = std::views::reverse(components);
-        const auto unit =
-            std::ranges::find_if(reversed, [](auto name) { return splitSuffix(name).has_value(); });
+        auto unit = std::ranges::find_if(reversed, [](auto name) { return splitSuffix(name).has_value(); });
         if (unit == reversed.end()) {
             return std::nullopt;
         }
+        const auto above = std::next(unit);
+        const bool isPart = above != reversed.end() && isPartOfUnit(*unit, *above);
+        const bool isTerminalTab = isPart && isTab(*unit);
+        if (isPart) {
+            unit = above;
+        }
+        const auto manager = std::find_if(std::next(unit), reversed.end(), isUserManager);
+        const bool isOfUser = manager != reversed.end();
         const auto isBelow = [&](std::string_view slice) {
             return std::find(unit, reversed.end(), slice) != reversed.end();
         };
         return ControlGroupUnit{.name = std::string(*unit),
-                                .isOfUserManager =
-                                    std::any_of(std::next(unit), reversed.end(), isUserManager),
+                                .userManager = isOfUser ? std::string(*manager) : std::string(),
                                 .isBelowAppSlice = isBelow("app.slice"),
-                                .isBelowSessionSlice = isBelow("session.slice")};
+                                .isBelowSessionSlice = isBelow("session.slice"),
+                                .isBelowSystemSlice = !isOfUser && isBelow("system.slice"),
+                                .isTerminalTab = isTerminalTab};
     }
     return std::nullopt;
 }
@@ -188,10 +216,13 @@ UnitApplication parseUnit(const ControlGroupUnit& unit) {
     if (!name) {
         return application;
     }
-    application.isTerminalChild = name->isScope && name->stem.starts_with("vte-spawn-");
+    application.isTerminalChild = unit.isTerminalTab || isSpawnedByTerminal(*name);
+    if (application.isTerminalChild) {
+        return application;
+    }
     application.snapId = snapId(name->stem);
     const auto inner = launcherAndId(*name);
-    if (!inner || !unit.isOfUserManager) {
+    if (!inner || unit.userManager.empty()) {
         return application;
     }
     constexpr std::string_view flatpak = "flatpak-";

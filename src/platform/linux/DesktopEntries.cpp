@@ -29,6 +29,11 @@ std::optional<KeyFile> parseApplicationEntry(const std::expected<std::string, Fi
     return isApplication || isDeleted ? std::move(entry) : std::nullopt;
 }
 
+bool isTerminalEmulator(const KeyFile& entry) {
+    const auto categories = ";" + entry.text(mainGroup, "Categories").value_or("") + ";";
+    return categories.contains(";TerminalEmulator;");
+}
+
 /// "kde/okular.desktop" is "kde-okular"; none for a file of another kind.
 std::optional<std::string> identifierOf(const std::filesystem::path& relativeFile) {
     auto name = relativeFile.string();
@@ -57,13 +62,13 @@ std::optional<DesktopEntry> DesktopEntries::withIdentifier(std::string_view iden
     if (found == entries_.end() || found->second.isDeleted) {
         return std::nullopt;
     }
-    auto& [path, isDeleted, name] = found->second;
+    auto& [path, isTerminal, isDeleted, name] = found->second;
     if (!name) {
         const auto text = readTextFile(path, entrySizeLimit);
         const auto entry = describe(found->first, path, text);
         name = entry ? entry->name : found->first;
     }
-    return DesktopEntry{.identifier = found->first, .path = path, .name = *name};
+    return DesktopEntry{.identifier = found->first, .path = path, .name = *name, .isTerminal = isTerminal};
 }
 
 std::optional<DesktopEntry> DesktopEntries::inFile(const std::string& path) {
@@ -113,8 +118,10 @@ DesktopEntries::describe(const std::string& identifier, const std::string& path,
         return std::nullopt;
     }
     const auto name = entry->localizedText(mainGroup, "Name", environment_.languages);
-    return DesktopEntry{
-        .identifier = identifier, .path = path, .name = name && !name->empty() ? *name : identifier};
+    return DesktopEntry{.identifier = identifier,
+                        .path = path,
+                        .name = name && !name->empty() ? *name : identifier,
+                        .isTerminal = isTerminalEmulator(*entry)};
 }
 
 void DesktopEntries::refresh() {
@@ -172,7 +179,10 @@ void DesktopEntries::readEntry(const std::filesystem::path& file, const std::str
         return;
     }
     const bool isDeleted = entry->boolean(mainGroup, "Hidden");
-    entries_.emplace(identifier, IndexedEntry{.path = file.string(), .isDeleted = isDeleted, .name = {}});
+    entries_.emplace(identifier, IndexedEntry{.path = file.string(),
+                                              .isTerminal = isTerminalEmulator(*entry),
+                                              .isDeleted = isDeleted,
+                                              .name = {}});
     if (isDeleted) {
         return;
     }

@@ -23,6 +23,7 @@ struct DesktopEntry {
     std::string identifier; ///< without ".desktop": "org.gnome.Maps"
     std::string path;       ///< of the entry's file
     std::string name;       ///< in the user's language; the identifier when the entry has none
+    bool isTerminal{};      ///< an emulator of terminals, by its categories
 
     bool operator==(const DesktopEntry&) const = default;
 };
@@ -58,6 +59,7 @@ private:
 
     struct IndexedEntry {
         std::string path;
+        bool isTerminal{};
         bool isDeleted{};                ///< hides entries of the same identifier in later folders
         std::optional<std::string> name; ///< once it was asked for: all translations are a lot to read
     };

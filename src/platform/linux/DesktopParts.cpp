@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace cindertop::linux_platform {
 
@@ -27,6 +28,7 @@ constexpr auto parts = std::to_array<std::string_view>({
     "i3",
     "icewm",
     "kwin_wayland",
+    "kwin_wayland_wrapper",
     "kwin_x11",
     "labwc",
     "marco",
@@ -69,6 +71,8 @@ constexpr auto parts = std::to_array<std::string_view>({
     "gdm-wayland-session",
     "gdm-x-session",
     "gnome-session-binary",
+    "gnome-session-init-worker",
+    "gnome-session-service",
     "ksmserver",
     "lightdm",
     "lxqt-session",
@@ -84,11 +88,21 @@ constexpr auto parts = std::to_array<std::string_view>({
     "xinit",
 });
 
+constexpr std::array wrapperMarks{std::string_view("-wrapped"), std::string_view("-real")};
+
 } // namespace
 
 bool isDesktopPart(std::string_view shortName) {
-    return std::ranges::any_of(
-        parts, [&](std::string_view part) { return part.substr(0, shortNameLimit) == shortName; });
+    // Nix and Guix call the program behind a wrapper ".NAME-wrapped" and ".NAME-real".
+    const bool isWrapped = shortName.starts_with('.');
+    return std::ranges::any_of(parts, [&](std::string_view part) {
+        if (!isWrapped) {
+            return part.substr(0, shortNameLimit) == shortName;
+        }
+        return std::ranges::any_of(wrapperMarks, [&](std::string_view mark) {
+            return ("." + std::string(part) + std::string(mark)).substr(0, shortNameLimit) == shortName;
+        });
+    });
 }
 
 } // namespace cindertop::linux_platform

@@ -45,6 +45,15 @@ constexpr auto wrappers = std::to_array<std::string_view>({
     "sudo",  "systemd-run", "toolbox",          "xdg-open",
 });
 
+constexpr auto multiplexers = std::to_array<std::string_view>({
+    "abduco",
+    "dtach",
+    "screen",
+    "tmux",
+    "tmux: server",
+    "zellij",
+});
+
 bool contains(std::span<const std::string_view> names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
@@ -121,6 +130,21 @@ bool isLauncher(std::string_view path) {
 
 bool isShell(std::string_view name) {
     return contains(shells, withoutVersion(name));
+}
+
+bool isMultiplexer(std::string_view name) {
+    return contains(multiplexers, name);
+}
+
+std::optional<std::string> wrapperOf(std::string_view path) {
+    const auto name = fileName(path);
+    const auto folder = path.substr(0, path.size() - name.size());
+    for (const std::string_view suffix : {"-wrapped", "-real"}) {
+        if (name.starts_with('.') && name.size() > suffix.size() + 1 && name.ends_with(suffix)) {
+            return std::string(folder) + std::string(name.substr(1, name.size() - 1 - suffix.size()));
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace cindertop::linux_platform

@@ -26,4 +26,11 @@ bool isLauncher(std::string_view path);
 /// Whether a process of this name is a command shell.
 bool isShell(std::string_view name);
 
+/// Whether a process of this name keeps shells running behind any terminal: "tmux: server", "screen".
+bool isMultiplexer(std::string_view name);
+
+/// The program that a wrapper of Nix or Guix starts, by the wrapper's name: "/x/bin/.maps-wrapped" and
+/// "/x/bin/.maps-real" are "/x/bin/maps". None of another path.
+std::optional<std::string> wrapperOf(std::string_view path);
+
 } // namespace cindertop::linux_platform

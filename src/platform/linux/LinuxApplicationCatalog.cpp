@@ -27,9 +27,21 @@ std::string_view nameOf(const KnownProcess& process) {
     return untilZeroByte({name.data(), name.size()});
 }
 
+bool leadsSession(const KnownProcess& process) {
+    return process.session == process.processIdentifier;
+}
+
 bool isLeaderOfItsOwn(const KnownProcess& process) {
     const auto name = nameOf(process);
-    return process.session == process.processIdentifier || isShell(name) || name == "systemd";
+    return leadsSession(process) || isShell(name) || isMultiplexer(name) || name == "systemd";
+}
+
+bool isSystemService(const KnownProcess& process, const ControlGroupUnit& unit) {
+    return unit.isBelowSystemSlice && process.accounting.realUserIdentifier == 0;
+}
+
+bool isService(std::string_view unit) {
+    return unit.ends_with(".service");
 }
 
 /// "org.gnome.Maps" is "Maps", "firefox_firefox" is "firefox".
@@ -84,24 +96,64 @@ LinuxApplicationCatalog::applicationOfProcess(std::int32_t processIdentifier) {
 
 std::shared_ptr<const ProcessApplication>
 LinuxApplicationCatalog::inheritedApplication(const KnownProcess& process) {
-    auto child = ownAnswer(process);
-    auto parent = process.accounting.parentProcessIdentifier;
-    for (int distance = 0; distance < ancestorLimit && parent > 1 && !child.standsForItself; ++distance) {
-        const auto* const ancestor = processes_.known(parent);
-        if (ancestor == nullptr || ancestor->isKernelThread()) {
+    auto child = process;
+    auto answer = ownAnswer(child);
+    for (int distance = 0; distance < ancestorLimit; ++distance) {
+        const auto parent = parentOf(child);
+        const auto parentAnswer = parent ? ownAnswer(*parent) : OwnAnswer{};
+        if (answer.terminalUnit && !parentAnswer.isInUnitOf(answer)) {
+            return isTerminalItself(child) ? answer.terminalUnit->terminal : nullptr;
+        }
+        const bool leavesTerminal = answer.isTerminalChild && !parentAnswer.isTerminalChild;
+        if (!parent || answer.standsForItself || leavesTerminal) {
             return nullptr;
         }
-        parent = ancestor->accounting.parentProcessIdentifier;
-        const auto& answer = ownAnswer(KnownProcess(*ancestor));
-        if (child.isTerminalChild && !answer.isTerminalChild) {
-            return nullptr;
+        if (parentAnswer.application) {
+            return parentAnswer.isForChildren ? parentAnswer.application : nullptr;
         }
-        if (answer.application) {
-            return answer.isForChildren ? answer.application : nullptr;
-        }
-        child = answer;
+        child = *parent;
+        answer = parentAnswer;
     }
     return nullptr;
+}
+
+/// None of the first process, of one whose parent has gone, and of a child of the kernel.
+std::optional<KnownProcess> LinuxApplicationCatalog::parentOf(const KnownProcess& process) {
+    const auto identifier = process.accounting.parentProcessIdentifier;
+    const auto* const parent = identifier > 1 ? processes_.known(identifier) : nullptr;
+    return parent != nullptr && !parent->isKernelThread() ? std::optional(*parent) : std::nullopt;
+}
+
+bool LinuxApplicationCatalog::OwnAnswer::isInUnitOf(const OwnAnswer& other) const {
+    return terminalUnit && other.terminalUnit && terminalUnit->name == other.terminalUnit->name;
+}
+
+/// Of the processes in a terminal's unit whose parent stands outside, whether this one is the terminal. It
+/// was started by the desktop, in the desktop's session, or as the service that the unit is. The others are
+/// what a shell left behind: they lead a session, or the one who led theirs is gone or in the unit, too.
+bool LinuxApplicationCatalog::isTerminalItself(const KnownProcess& outermost) {
+    if (leadsSession(outermost)) {
+        return isMainOfService(outermost);
+    }
+    const auto name = nameOf(outermost);
+    const auto* const found = processes_.known(outermost.session);
+    if (found == nullptr || isShell(name) || isMultiplexer(name)) {
+        return false;
+    }
+    const KnownProcess leader(*found);
+    return !ownAnswer(leader).isInUnitOf(ownAnswer(outermost)) || isMainOfService(leader);
+}
+
+/// Whether this process in a terminal's unit is the one that the service manager started.
+bool LinuxApplicationCatalog::isMainOfService(const KnownProcess& process) {
+    const auto answer = ownAnswer(process);
+    const auto name = nameOf(process);
+    if (!leadsSession(process) || isShell(name) || isMultiplexer(name) ||
+        !isService(answer.terminalUnit->name)) {
+        return false;
+    }
+    const auto parent = parentOf(process);
+    return !parent || !ownAnswer(*parent).isInUnitOf(answer);
 }
 
 const LinuxApplicationCatalog::OwnAnswer& LinuxApplicationCatalog::ownAnswer(const KnownProcess& process) {
@@ -118,12 +170,26 @@ LinuxApplicationCatalog::OwnAnswer LinuxApplicationCatalog::findOwnAnswer(const 
     const auto group = readTextFile(file(identifier, "cgroup"));
     const auto unit = group ? parseControlGroup(*group) : std::nullopt;
     const auto inUnit = unit ? parseUnit(*unit) : UnitApplication{};
+    hasSeenUnit_ = hasSeenUnit_ || unit.has_value();
     OwnAnswer answer;
     answer.standsForItself = isLeaderOfItsOwn(process);
     answer.isTerminalChild = inUnit.isTerminalChild;
-    auto application = (inUnit.flatpakId ? std::nullopt : sandboxApplication(identifier))
-                           .or_else([&] { return applicationOfUnit(inUnit); })
-                           .or_else([&] { return launchedApplication(identifier); });
+    if (unit && isSystemService(process, *unit)) {
+        answer.standsForItself = true;
+        return answer;
+    }
+    auto application = inUnit.flatpakId ? std::nullopt : sandboxApplication(identifier);
+    if (auto owner = application ? std::nullopt : ownerOfUnit(inUnit)) {
+        if (owner->isTerminal) {
+            auto terminal = std::make_shared<const ProcessApplication>(std::move(owner->application));
+            answer.terminalUnit = std::make_shared<const TerminalUnit>(unit->name, std::move(terminal));
+        } else {
+            application = std::move(owner->application);
+        }
+    }
+    if (!application) {
+        application = launchedApplication(identifier);
+    }
     if (!application) {
         application = executableApplication(identifier);
         answer.isForChildren = !answer.standsForItself || (unit && unit->isBelowAppSlice);
@@ -134,13 +200,15 @@ LinuxApplicationCatalog::OwnAnswer LinuxApplicationCatalog::findOwnAnswer(const 
     return answer;
 }
 
-std::optional<ProcessApplication> LinuxApplicationCatalog::applicationOfUnit(const UnitApplication& unit) {
+std::optional<LinuxApplicationCatalog::UnitOwner>
+LinuxApplicationCatalog::ownerOfUnit(const UnitApplication& unit) {
     if (const auto& identifier = unit.flatpakId ? unit.flatpakId : unit.snapId) {
         return installedOr(*identifier, readableName(unit, *identifier));
     }
     for (const auto& identifier : unit.desktopIds) {
         if (auto entry = entries_.withIdentifier(identifier)) {
-            return toApplication(*std::move(entry));
+            const bool isTerminal = entry->isTerminal;
+            return UnitOwner{.application = toApplication(*std::move(entry)), .isTerminal = isTerminal};
         }
     }
     return std::nullopt;
@@ -153,15 +221,18 @@ LinuxApplicationCatalog::sandboxApplication(std::int32_t processIdentifier) {
     if (!identifier) {
         return std::nullopt;
     }
-    return installedOr(*identifier, readableName({}, *identifier));
+    return installedOr(*identifier, readableName({}, *identifier)).application;
 }
 
-ProcessApplication LinuxApplicationCatalog::installedOr(const std::string& identifier,
-                                                        std::string_view name) {
-    auto entry = entries_.withIdentifier(identifier);
-    return entry ? toApplication(*std::move(entry))
-                 : ProcessApplication{
-                       .bundlePath = {}, .bundleIdentifier = identifier, .displayName = std::string(name)};
+LinuxApplicationCatalog::UnitOwner LinuxApplicationCatalog::installedOr(const std::string& identifier,
+                                                                        std::string_view name) {
+    if (auto entry = entries_.withIdentifier(identifier)) {
+        const bool isTerminal = entry->isTerminal;
+        return {.application = toApplication(*std::move(entry)), .isTerminal = isTerminal};
+    }
+    return {
+        .application = {.bundlePath = {}, .bundleIdentifier = identifier, .displayName = std::string(name)},
+        .isTerminal = false};
 }
 
 std::optional<ProcessApplication>
@@ -173,9 +244,24 @@ LinuxApplicationCatalog::launchedApplication(std::int32_t processIdentifier) {
 
 std::optional<ProcessApplication>
 LinuxApplicationCatalog::executableApplication(std::int32_t processIdentifier) {
-    return processes_.executablePath(processIdentifier)
-        .and_then([&](const auto& path) { return entries_.startingProgram(path); })
+    const auto path = processes_.executablePath(processIdentifier);
+    if (!path) {
+        return std::nullopt;
+    }
+    const auto started = [&](const std::string& program) { return entries_.startingProgram(program); };
+    return started(*path)
+        .or_else([&] { return wrapperOf(*path).and_then(started); })
+        .or_else([&] { return appImageOf(processIdentifier, *path).and_then(started); })
         .transform(toApplication);
+}
+
+std::optional<std::string> LinuxApplicationCatalog::appImageOf(std::int32_t processIdentifier,
+                                                               const std::string& executable) const {
+    if (!executable.contains("/.mount_")) { // where AppImages mount themselves: spares reading the rest
+        return std::nullopt;
+    }
+    const auto environment = readTextFile(file(processIdentifier, "environ"), environmentSizeLimit);
+    return environment ? appImageFile(*environment, executable) : std::nullopt;
 }
 
 std::filesystem::path LinuxApplicationCatalog::file(std::int32_t processIdentifier,
@@ -195,10 +281,11 @@ void LinuxApplicationCatalog::dropGoneProcesses() {
 }
 
 SourceStatus LinuxApplicationCatalog::status() {
+    const auto* const withoutUnits = answers_.empty() || hasSeenUnit_ ? "" : ", no units of systemd";
     if (const auto count = entries_.count(); count > 0) {
         return {.name = "applications",
                 .isAvailable = true,
-                .reason = std::to_string(count) + " desktop entries"};
+                .reason = std::to_string(count) + " desktop entries" + withoutUnits};
     }
     std::string folders;
     for (const auto& folder : entries_.folders()) {

@@ -25,11 +25,15 @@ namespace cindertop::linux_platform {
 ///   2. the unit of a snap application
 ///   3. the unit that the desktop made for an installed application
 ///   4. the desktop entry that the process was started from
-///   5. an installed application that starts the executable
+///   5. an installed application that starts the executable, the AppImage or the wrapper around it
 ///   6. the application of the nearest ancestor
 /// Shells, systemd and leaders of a session stand for themselves: 6 does not reach beyond them, nor out of
 /// what a terminal started; and what 5 says of them (a desktop shell is an application, too) does not pass to
-/// children.
+/// children. Services of the system are no application.
+///
+/// Some terminals run everything that is started in them in their own unit, others in units beside it. For
+/// both to be alike, the unit of a terminal emulator does not decide: 4 to 6 do, 6 no further than the unit
+/// reaches, and only what no shell stands before is the terminal.
 class LinuxApplicationCatalog final : public ApplicationCatalog {
 public:
     /// `processes` must live as long as this. At each of its censuses the catalog looks whether other
@@ -45,9 +49,15 @@ public:
     std::unique_ptr<ApplicationBundle> openBundle(const std::string& folder) override;
     std::optional<ProcessApplication> applicationOfProcess(std::int32_t processIdentifier) override;
 
+    /// "applications"; says so where no process yet was in a unit, and 4 to 6 are all there is.
     SourceStatus status();
 
 private:
+    struct TerminalUnit {
+        std::string name;
+        std::shared_ptr<const ProcessApplication> terminal;
+    };
+
     /// What a process says by itself, without its ancestors.
     struct OwnAnswer {
         std::uint64_t identityStamp{};
@@ -55,16 +65,29 @@ private:
         bool isForChildren = true; ///< the application holds for children without their own
         bool standsForItself{};    ///< asks no ancestor
         bool isTerminalChild{};
+        std::shared_ptr<const TerminalUnit> terminalUnit; ///< which it runs in, if it does
+
+        bool isInUnitOf(const OwnAnswer& other) const;
+    };
+
+    struct UnitOwner {
+        ProcessApplication application;
+        bool isTerminal;
     };
 
     const OwnAnswer& ownAnswer(const KnownProcess& process);
     OwnAnswer findOwnAnswer(const KnownProcess& process);
     std::shared_ptr<const ProcessApplication> inheritedApplication(const KnownProcess& process);
-    std::optional<ProcessApplication> applicationOfUnit(const UnitApplication& unit);
+    std::optional<KnownProcess> parentOf(const KnownProcess& process);
+    bool isTerminalItself(const KnownProcess& outermost);
+    bool isMainOfService(const KnownProcess& process);
+    std::optional<UnitOwner> ownerOfUnit(const UnitApplication& unit);
     std::optional<ProcessApplication> sandboxApplication(std::int32_t processIdentifier);
     std::optional<ProcessApplication> launchedApplication(std::int32_t processIdentifier);
     std::optional<ProcessApplication> executableApplication(std::int32_t processIdentifier);
-    ProcessApplication installedOr(const std::string& identifier, std::string_view name);
+    std::optional<std::string> appImageOf(std::int32_t processIdentifier,
+                                          const std::string& executable) const;
+    UnitOwner installedOr(const std::string& identifier, std::string_view name);
     std::filesystem::path file(std::int32_t processIdentifier, std::string_view name) const;
     void dropGoneProcesses();
     void askAgainAfterInstallation();
@@ -72,6 +95,7 @@ private:
     std::filesystem::path proc_;
     LinuxProcessTable& processes_;
     DesktopEntries entries_;
+    bool hasSeenUnit_ = false;
     std::uint64_t generation_ = 0; ///< of the entries, for which the answers hold
     std::unordered_map<std::int32_t, OwnAnswer> answers_;
 };

@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxProcessTable.h"
 
 #include "platform/linux/FileReading.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <string_view>
@@ -74,7 +75,7 @@ LinuxProcessTable::LinuxProcessTable(const Roots& roots, std::unique_ptr<Process
     : folders_(roots.proc), clocks_(std::move(clocks)) {}
 
 int LinuxProcessTable::countProcesses() {
-    const auto listed = folders_.list();
+    const auto listed = list();
     isListed_ = listed.has_value();
     if (!listed) {
         return 0;
@@ -84,6 +85,16 @@ int LinuxProcessTable::countProcesses() {
     }
     adopt(*listed);
     return static_cast<int>(processes_.size());
+}
+
+LinuxProcessTable::Listing LinuxProcessTable::list() {
+    const auto listed = folders_.list();
+    if (listed) {
+        latestCount_ = listed->size();
+    } else {
+        latestCount_ = std::unexpected(listed.error());
+    }
+    return listed;
 }
 
 int LinuxProcessTable::listProcesses(std::span<std::int32_t> buffer) {
@@ -304,16 +315,35 @@ ClockUnit LinuxProcessTable::clockUnit() const {
     return {.numerator = 1, .denominator = 1};
 }
 
+/// The first process that a sandbox sees is the one that built it.
+bool LinuxProcessTable::isConfined() const {
+    const auto* const first = find(1);
+    return first != nullptr &&
+           untilZeroByte({first->accounting.shortName.data(), first->accounting.shortName.size()}) == "bwrap";
+}
+
+/// The first process of all is root's: it is missing where /proc hides other users' processes.
+bool LinuxProcessTable::seesOwnUserOnly() const {
+    return std::ranges::any_of(processes_, &KnownProcess::isRead) && find(1) == nullptr;
+}
+
 SourceStatus LinuxProcessTable::status() {
-    const auto listed = folders_.list();
-    if (listed && !listed->empty()) {
-        return {.name = "processes", .isAvailable = true, .reason = folders_.path().string()};
+    if (!latestCount_) {
+        static_cast<void>(list());
     }
-    const auto names = listFolder(folders_.path());
-    const auto why = names ? std::string_view("lists no process") : describe(names.error());
-    return {.name = "processes",
-            .isAvailable = false,
-            .reason = folders_.path().string() + ": " + std::string(why)};
+    const auto& count = *latestCount_;
+    const auto folder = folders_.path().string();
+    if (!count || *count == 0) {
+        const auto why = count ? std::string_view("lists no process") : describe(count.error());
+        return {.name = "processes", .isAvailable = false, .reason = folder + ": " + std::string(why)};
+    }
+    if (isConfined()) {
+        return {.name = "processes", .isAvailable = true, .reason = folder + ", this sandbox only"};
+    }
+    if (seesOwnUserOnly()) {
+        return {.name = "processes", .isAvailable = true, .reason = folder + ", other users' hidden"};
+    }
+    return {.name = "processes", .isAvailable = true, .reason = folder};
 }
 
 } // namespace cindertop::linux_platform

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <expected>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -80,14 +81,20 @@ public:
     /// Processes that the last census found.
     std::size_t knownCount() const { return processes_.size(); }
 
+    /// "processes", as the latest census found them; only without one /proc is listed for it.
     SourceStatus status();
 
 private:
+    using Listing = std::expected<std::span<const std::int32_t>, FileError>;
+
     struct ExecutablePath {
         std::uint64_t identityStamp{};
         std::optional<std::string> path;
     };
 
+    Listing list();
+    bool isConfined() const;
+    bool seesOwnUserOnly() const;
     void adopt(std::span<const std::int32_t> listed);
     void markSettled();
     void markChildrenOfUnsettled();
@@ -109,6 +116,7 @@ private:
     std::uint64_t lastStamp_ = 0;
     ExecutablePath lastExecutable_; ///< the catalog asks for the same path right behind the provider
     bool isListed_ = false;
+    std::optional<std::expected<std::size_t, FileError>> latestCount_; ///< of the latest listing
 };
 
 } // namespace cindertop::linux_platform

@@ -1,6 +1,7 @@
 #include "platform/linux/ProcessFolders.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cstring>
@@ -60,10 +61,10 @@ std::string withoutDeletedMark(std::string_view target) {
 
 ProcessFolders::ProcessFolders(std::filesystem::path proc) : proc_(std::move(proc)) {}
 
-std::optional<std::span<const std::int32_t>> ProcessFolders::list() {
+std::expected<std::span<const std::int32_t>, FileError> ProcessFolders::list() {
     identifiers_.clear();
     if (!open() || ::lseek(folder_.number(), 0, SEEK_SET) != 0 || !readListing()) {
-        return std::nullopt;
+        return std::unexpected(fileErrorOf(errno));
     }
     // /proc ascends by itself.
     if (!std::ranges::is_sorted(identifiers_)) {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/FileReading.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <expected>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -20,9 +22,9 @@ class ProcessFolders {
 public:
     explicit ProcessFolders(std::filesystem::path proc);
 
-    /// The identifiers of all visible processes, ascending; none when /proc cannot be listed. Stands until
-    /// the next call.
-    std::optional<std::span<const std::int32_t>> list();
+    /// The identifiers of all visible processes, ascending, or why /proc cannot be listed. Stands until the
+    /// next call.
+    std::expected<std::span<const std::int32_t>, FileError> list();
 
     /// The start of a file, 4096 bytes at most, in one read; none when the process is gone or the file
     /// refused. Stands until the next call.
@@ -38,7 +40,7 @@ public:
 
 private:
     bool open();
-    bool readListing();
+    bool readListing(); ///< false: `errno` says why
 
     std::filesystem::path proc_;
     FileDescriptor folder_;

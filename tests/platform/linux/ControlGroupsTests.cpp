@@ -33,7 +33,8 @@ UnitApplication terminalChild() {
 }
 
 UnitApplication ofUser(std::string_view unit) {
-    return parseUnit({.name = std::string(unit), .isOfUserManager = true, .isBelowAppSlice = true});
+    return parseUnit(
+        {.name = std::string(unit), .userManager = "user@1000.service", .isBelowAppSlice = true});
 }
 
 TEST(ControlGroups, FindsTheInnermostUnit) {
@@ -44,17 +45,38 @@ TEST(ControlGroups, FindsTheInnermostUnit) {
 
     for (const auto& [text, unit] : std::to_array<Case>({
              {"0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-a-1.scope\n",
-              ControlGroupUnit{.name = "app-a-1.scope", .isOfUserManager = true, .isBelowAppSlice = true}},
+              ControlGroupUnit{
+                  .name = "app-a-1.scope", .userManager = "user@1000.service", .isBelowAppSlice = true}},
              {"12:pids:/x.service\n0::/user.slice/user-1000.slice/user@1000.service/session.slice/b.service/"
               "sub\n",
-              ControlGroupUnit{.name = "b.service", .isOfUserManager = true, .isBelowSessionSlice = true}},
+              ControlGroupUnit{
+                  .name = "b.service", .userManager = "user@1000.service", .isBelowSessionSlice = true}},
              {"0::/system.slice/cron.service",
-              ControlGroupUnit{.name = "cron.service", .isOfUserManager = false, .isBelowAppSlice = false}},
+              ControlGroupUnit{.name = "cron.service", .userManager = {}, .isBelowSystemSlice = true}},
              {"0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-a-1.scope/user.slice/"
               "pod-5.scope\n",
-              ControlGroupUnit{.name = "pod-5.scope", .isOfUserManager = true, .isBelowAppSlice = true}},
+              ControlGroupUnit{
+                  .name = "pod-5.scope", .userManager = "user@1000.service", .isBelowAppSlice = true}},
+             // What Konsole makes below its own unit.
+             {"0::/user@1000.service/app.slice/app-org.kde.konsole-7.scope/main.scope\n",
+              ControlGroupUnit{.name = "app-org.kde.konsole-7.scope",
+                               .userManager = "user@1000.service",
+                               .isBelowAppSlice = true}},
+             {"0::/user@1000.service/app.slice/app-org.kde.konsole-7.scope/tab(8).scope\n",
+              ControlGroupUnit{.name = "app-org.kde.konsole-7.scope",
+                               .userManager = "user@1000.service",
+                               .isBelowAppSlice = true,
+                               .isTerminalTab = true}},
+             {"0::/user@1000.service/app.slice/main.scope\n",
+              ControlGroupUnit{
+                  .name = "main.scope", .userManager = "user@1000.service", .isBelowAppSlice = true}},
+             {"0::/user@1000.service/system.slice/a.service\n",
+              ControlGroupUnit{.name = "a.service", .userManager = "user@1000.service"}},
+             {"0::/system.slice/system-getty.slice/getty@tty1.service\n",
+              ControlGroupUnit{.name = "getty@tty1.service", .userManager = {}, .isBelowSystemSlice = true}},
              {"0::/user.slice/user-1000.slice/user@1000.service/init.scope\n",
-              ControlGroupUnit{.name = "init.scope", .isOfUserManager = true, .isBelowAppSlice = false}},
+              ControlGroupUnit{
+                  .name = "init.scope", .userManager = "user@1000.service", .isBelowAppSlice = false}},
              {"0::/\n", std::nullopt},
              {"0::/.scope/.service\n", std::nullopt},
              {"1:name=systemd:/system.slice/cron.service\n", std::nullopt},
@@ -80,6 +102,11 @@ TEST(ControlGroups, ReadsTheApplicationFromTheUnit) {
              {"snap.lxd.hook.configure-4706fe54-7802-4808-aa7e-ae8b567239e0.scope", {}},
              {"snap.lxd.service", {}},
              {"vte-spawn-4706fe54-7802-4808-aa7e-ae8b567239e0.scope", terminalChild()},
+             {"ptyxis-spawn-4706fe54-7802-4808-aa7e-ae8b567239e0.scope", terminalChild()},
+             {"tmux-spawn-4706fe54-7802-4808-aa7e-ae8b567239e0.scope", terminalChild()},
+             {"vte-spawn-1.service", {}},
+             {"-spawn-1.scope", {}},
+             {"app-vte-spawn-1.scope", installed({"spawn", "vte-spawn"})},
              {"app-org.kde.konsole-a1b2c3.scope", installed({"org.kde.konsole"})},
              {R"(app-gnome-firefox\x2desr-1234.scope)", installed({"firefox-esr", "gnome-firefox-esr"})},
              {"app-gnome-terminal-1234.scope", installed({"terminal", "gnome-terminal"})},
@@ -103,8 +130,11 @@ TEST(ControlGroups, ReadsTheApplicationFromTheUnit) {
 }
 
 TEST(ControlGroups, OnlyTheUserManagerStartsApplications) {
-    EXPECT_EQ(parseUnit({.name = "app-org.kde.konsole-a1b2c3.scope"}), UnitApplication{});
-    EXPECT_EQ(parseUnit({.name = "app-flatpak-org.gnome.Maps-1.scope"}), UnitApplication{});
+    EXPECT_EQ(parseUnit({.name = "app-org.kde.konsole-a1b2c3.scope", .userManager = {}}), UnitApplication{});
+    EXPECT_EQ(parseUnit({.name = "app-flatpak-org.gnome.Maps-1.scope", .userManager = {}}),
+              UnitApplication{});
+    EXPECT_EQ(parseUnit({.name = "app-a-1.scope", .userManager = "user@1.service", .isTerminalTab = true}),
+              terminalChild());
 }
 
 } // namespace

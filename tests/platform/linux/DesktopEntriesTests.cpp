@@ -183,5 +183,13 @@ TEST(LaunchCommand, TellsTheProgramFromWhatStartsIt) {
     }
 }
 
+TEST(LaunchCommand, TellsAWrapperByTheNameOfWhatItWraps) {
+    EXPECT_EQ(wrapperOf("/nix/store/1-maps/bin/.maps-wrapped"), "/nix/store/1-maps/bin/maps");
+    EXPECT_EQ(wrapperOf("/gnu/store/1-maps/bin/.maps-real"), "/gnu/store/1-maps/bin/maps");
+    for (const auto* const path : {"/bin/maps", "/bin/maps-wrapped", "/bin/.maps", "/bin/.-wrapped", ""}) {
+        EXPECT_EQ(wrapperOf(path), std::nullopt) << path;
+    }
+}
+
 } // namespace
 } // namespace cindertop::linux_platform

@@ -5,6 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
 namespace cindertop::linux_platform {
 namespace {
 
@@ -57,7 +62,8 @@ TEST_F(LinuxApplicationCatalogTest, DescribesAnInstalledApplication) {
         catalog.applicationOfProcess(42),
         (ProcessApplication{desktop.path("share/applications/browser.desktop"), "browser", "Webbrowser"}));
     EXPECT_EQ(catalog.openBundle("/Applications/Maps.app"), nullptr);
-    EXPECT_EQ(catalog.status(), (SourceStatus{"applications", true, "6 desktop entries"}));
+    EXPECT_EQ(catalog.status(),
+              (SourceStatus{"applications", true, "6 desktop entries, no units of systemd"}));
 }
 
 TEST_F(LinuxApplicationCatalogTest, TheStrongerMarkWins) {
@@ -178,6 +184,134 @@ TEST_F(LinuxApplicationCatalogTest, ADesktopShellKeepsItsNameToItself) {
     EXPECT_EQ(application(51), "Webbrowser");
 }
 
+/// A desktop, a terminal in it and what people start in one.
+class TerminalTest : public LinuxApplicationCatalogTest {
+protected:
+    struct Style {
+        std::string name;
+        std::string terminal; ///< its unit
+        std::string tab;      ///< the unit of what it starts; empty: the same
+        std::string program;  ///< the entry's own; empty: another, as for one that a script starts
+    };
+
+    enum : std::int32_t {
+        manager = 20,
+        desktopShell = 30,
+        emulator = 40,
+        helper,
+        shellOfTab,
+        make,
+        webBrowser,
+        renderer,
+        monitor,
+        abandoned,
+        detached,
+        multiplexer,
+    };
+
+    void run(const Style& style) {
+        const bool isService = style.terminal.ends_with(".service");
+        const auto session = isService ? std::int32_t{emulator} : std::int32_t{desktopShell};
+        start({.identifier = manager, .name = "systemd", .session = manager}, "init.scope");
+        start(
+            {.identifier = desktopShell, .name = "desktop-shell", .parent = manager, .session = desktopShell},
+            "session.slice/org.a.Shell.service");
+        const auto parentOfTerminal = isService ? std::int32_t{manager} : std::int32_t{desktopShell};
+        start({.identifier = emulator, .name = "emulator", .parent = parentOfTerminal, .session = session},
+              style.terminal);
+        machine.executable(emulator, style.program.empty() ? "/usr/bin/python3" : style.program);
+        start({.identifier = helper, .name = "emulator-gpu", .parent = emulator, .session = session},
+              style.terminal);
+        const auto& tab = style.tab.empty() ? style.terminal : style.tab;
+        start({.identifier = shellOfTab, .name = "bash", .parent = emulator, .session = shellOfTab}, tab);
+        start({.identifier = make, .name = "make", .parent = shellOfTab, .session = shellOfTab}, tab);
+        start({.identifier = webBrowser, .name = "browser", .parent = shellOfTab, .session = shellOfTab},
+              tab);
+        machine.executable(webBrowser, browser);
+        start({.identifier = renderer, .name = "r", .parent = webBrowser, .session = shellOfTab}, tab);
+        start({.identifier = monitor, .name = "htop", .parent = emulator, .session = monitor}, tab);
+        // Their shells have gone, or run on.
+        start({.identifier = abandoned, .name = "job", .parent = manager, .session = 4711}, tab);
+        start({.identifier = detached, .name = "job", .parent = manager, .session = shellOfTab}, tab);
+        start({.identifier = multiplexer, .name = "tmux: server", .parent = manager, .session = multiplexer},
+              tab);
+    }
+
+    void start(ScriptedProcess process, std::string_view below) {
+        process.startTicks = ++started;
+        machine.run(process);
+        unit(process.identifier, below);
+    }
+};
+
+TEST_F(TerminalTest, OwnsNothingThatItsShellsStart) {
+    const auto program = desktop.program("lib/emulator");
+    desktop.entry("share", "emulator", "Name=Emulator\nCategories=System;TerminalEmulator;\nExec=" + program)
+        .entry("share", "emulator_emulator", "Name=Emulator\nCategories=TerminalEmulator");
+    desktop.now() += std::chrono::seconds(30);
+    const std::string uuid = "4706fe54-7802-4808-aa7e-ae8b567239e0";
+    for (const auto& style : std::vector<Style>{
+             {"units beside it", "app.slice/emulator-server.service",
+              "app.slice/vte-spawn-" + uuid + ".scope", program},
+             {"units beside its own", "app.slice/app-gnome-emulator-40.scope",
+              "app.slice/ptyxis-spawn-" + uuid + ".scope", ""},
+             {"parts of its unit", "app.slice/app-emulator-40.scope/main.scope",
+              "app.slice/app-emulator-40.scope/tab(42).scope", ""},
+             {"one scope", "app.slice/app-emulator-40.scope", "", program},
+             {"one scope, a script", "app.slice/app-Hyprland-emulator-8f3a2b1c.scope", "", ""},
+             {"one service", "app.slice/app-emulator@0123abcd.service", "", program},
+             {"one service, a script", "app.slice/app-emulator@0123abcd.service", "", ""},
+             {"a snap", "app.slice/snap.emulator.emulator-" + uuid + ".scope", "", ""},
+             {"the session's scope", "../session-2.scope", "", program},
+         }) {
+        run(style);
+        for (const auto process : {emulator, helper}) {
+            EXPECT_EQ(application(process), "Emulator") << style.name << ": " << process;
+        }
+        for (const auto process : {webBrowser, renderer}) {
+            EXPECT_EQ(application(process), "Webbrowser") << style.name << ": " << process;
+        }
+        for (const auto process : {shellOfTab, make, monitor, abandoned, detached, multiplexer}) {
+            EXPECT_EQ(application(process), "none") << style.name << ": " << process;
+        }
+    }
+}
+
+TEST_F(LinuxApplicationCatalogTest, OtherUnitsDecideForTheShellsInThem) {
+    machine.run({.identifier = 40, .name = "sh"}).run({.identifier = 41, .name = "wrapped", .parent = 40});
+    for (const auto process : {40, 41}) {
+        unit(process, "app.slice/app-gnome-mail-40.scope");
+        EXPECT_EQ(application(process), "Post") << "a script that starts the application";
+    }
+}
+
+TEST_F(LinuxApplicationCatalogTest, ServicesOfTheSystemAreNone) {
+    machine.run({.identifier = 40, .name = "browser"}).executable(40, browser);
+    machine.file(40, "cgroup", "0::/system.slice/browser.service\n");
+    machine.run({.identifier = 41, .name = "child", .parent = 40});
+    const auto own = ::geteuid() == 0 ? "none" : "Webbrowser"; // without root nobody runs as root here
+    EXPECT_EQ(application(40), own);
+    EXPECT_EQ(application(41), own);
+    machine.run({.identifier = 42, .name = "daemon"});
+    machine.file(42, "cgroup", "0::/system.slice/snap.code.code.service\n");
+    EXPECT_EQ(application(42), ::geteuid() == 0 ? "none" : "code");
+    if (::geteuid() == 0) { // a session that a display manager without PAM started
+        const auto folder = machine.tree().path() / ScriptedMachine::folder(40);
+        ASSERT_EQ(::chown(folder.c_str(), 4321, static_cast<gid_t>(-1)), 0);
+        machine.run({.identifier = 40, .name = "browser", .startTicks = 77});
+        EXPECT_EQ(application(40), "Webbrowser");
+    }
+}
+
+TEST_F(LinuxApplicationCatalogTest, FindsTheProgramInsideItsWrapping) {
+    machine.run({.identifier = 40, .name = "browser"})
+        .executable(40, desktop.path("lib/browser/.browser-wrapped"));
+    machine.run({.identifier = 41, .name = "browser"}).executable(41, "/tmp/.mount_browXY/usr/bin/browser");
+    machine.file(41, "environ", "APPDIR=/tmp/.mount_browXY" + std::string(1, '\0') + "APPIMAGE=" + browser);
+    EXPECT_EQ(application(40), "Webbrowser");
+    EXPECT_EQ(application(41), "Webbrowser");
+}
+
 TEST_F(LinuxApplicationCatalogTest, SaysNothingOfKernelThreadsCirclesAndTheGone) {
     machine.run({.identifier = 9, .name = "kthread", .parent = 2, .flags = 0x00200000})
         .executable(9, browser);
@@ -203,6 +337,11 @@ TEST(ApplicationMarks, ReadsTheSandboxFileAndTheEnvironment) {
     EXPECT_FALSE(launchedDesktopFile(good, 4));
     EXPECT_FALSE(launchedDesktopFile("GIO_LAUNCHED_DESKTOP_FILE=a\0GIO_LAUNCHED_DESKTOP_FILE_PID=4"sv, 4));
     EXPECT_FALSE(launchedDesktopFile("\0\0="sv, 4));
+    const auto image = "APPDIR=/tmp/.mount_a\0APPIMAGE=/home/a.AppImage\0"sv;
+    EXPECT_EQ(appImageFile(image, "/tmp/.mount_a/usr/bin/a"), "/home/a.AppImage");
+    EXPECT_FALSE(appImageFile(image, "/usr/bin/browser")) << "started by it, and no part of it";
+    EXPECT_FALSE(appImageFile(image, "/tmp/.mount_ab/a"));
+    EXPECT_FALSE(appImageFile("APPDIR=/tmp/.mount_a\0"sv, "/tmp/.mount_a/a"));
 }
 
 } // namespace

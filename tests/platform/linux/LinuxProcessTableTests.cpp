@@ -82,6 +82,26 @@ TEST_F(LinuxProcessTableTest, FailsWithoutAProcFolder) {
     EXPECT_EQ(none.status(), (SourceStatus{"processes", false, "/nonexistent/proc: not there"}));
 }
 
+TEST_F(LinuxProcessTableTest, SaysWhatTheLatestCensusSaw) {
+    const auto status = [&] { return table.status().reason.substr(machine.tree().path().string().size()); };
+    machine.run({.identifier = 4, .name = "a"});
+    EXPECT_EQ(status(), "/proc") << "without a census";
+    table.countProcesses();
+    table.accounting(4);
+    EXPECT_EQ(status(), "/proc, other users' hidden") << "the first process is";
+    machine.run({.identifier = 1, .name = "bwrap"});
+    table.countProcesses();
+    table.accounting(1);
+    EXPECT_EQ(status(), "/proc, this sandbox only");
+    machine.run({.identifier = 1, .name = "systemd"});
+    table.accounting(1);
+    EXPECT_EQ(status(), "/proc");
+    machine.end(1).end(4);
+    EXPECT_EQ(status(), "/proc") << "listed again";
+    table.countProcesses();
+    EXPECT_EQ(status(), "/proc: lists no process");
+}
+
 TEST_F(LinuxProcessTableTest, DescribesAProcess) {
     machine.run({.identifier = 42, .name = "gnome-terminal-", .parent = 7});
     machine.file(42, "cmdline",

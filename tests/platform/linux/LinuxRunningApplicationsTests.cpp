@@ -37,7 +37,8 @@ protected:
         machine.file(process.identifier, "environ",
                      "GIO_LAUNCHED_DESKTOP_FILE=" + entry(application) + '\0' +
                          "GIO_LAUNCHED_DESKTOP_FILE_PID=" + std::to_string(process.identifier) + '\0');
-        machine.file(process.identifier, "cgroup", "0::/user@1.service/" + unit + "\n");
+        machine.file(process.identifier, "cgroup",
+                     "0::/user@" + std::to_string(::geteuid()) + ".service/" + unit + "\n");
     }
 
     std::string entry(const std::string& application) const {
@@ -104,6 +105,9 @@ TEST_F(RunningApplicationsTest, PartsOfTheDesktopAreUntouchable) {
              {"maps", "session.slice/maps.service", true},
              {"gnome-shell", "", true},
              {"gnome-session-b", "", true}, // as the kernel cuts it
+             {".plasmashell-wr", "", true}, // behind a wrapper of Nix
+             {".sway-real", "", true},      // and of Guix
+             {".sway-other", "", false},
              {"gnome-session", "", false},
          })) {
         run({.identifier = none + 1, .name = name}, "maps", unit);
@@ -143,6 +147,38 @@ TEST_F(RunningApplicationsTest, ForceEndsUnitsThatHoldNothingElse) {
     isManagerWilling = false;
     EXPECT_FALSE(force("maps")) << "no signal can reach them";
     EXPECT_EQ(ended.size(), 1U) << "asked again although it may hang";
+}
+
+TEST_F(RunningApplicationsTest, WhatATerminalRunsIsEndedWithoutIt) {
+    desktop.entry("share", "terminal", "Name=Terminal\nCategories=TerminalEmulator");
+    const std::string scope = "app.slice/app-terminal-1.scope";
+    std::vector<std::string> ended;
+    const auto force = [&](const char* application) {
+        ended.clear();
+        LinuxRunningApplications applications(
+            groups(), [&](const std::string& unit) { return ended.push_back(unit), true; });
+        applications.forceTerminate(applications.findByBundleIdentifier(application).value());
+        return ended;
+    };
+    run({.identifier = none + 1, .name = "terminal"}, "terminal", scope);
+    EXPECT_EQ(force("terminal"), std::vector<std::string>{"app-terminal-1.scope"});
+    run({.identifier = none + 2, .name = "maps", .parent = none + 4, .session = none + 4}, "maps", scope);
+    EXPECT_EQ(main("maps"), none + 2);
+    EXPECT_EQ(force("maps"), std::vector<std::string>{});
+    EXPECT_EQ(force("terminal"), std::vector<std::string>{});
+    machine.end(none + 2);
+    for (const auto* const part : {"", "/tab(4).scope"}) {
+        run({.identifier = none + 4, .name = "bash", .parent = none + 1, .session = none + 4}, "gone",
+            scope + part);
+        EXPECT_EQ(force("terminal"), std::vector<std::string>{}) << "a shell in it is no part of it";
+    }
+    run({.identifier = none + 4, .name = "bash", .state = 'Z'}, "gone", scope);
+    EXPECT_EQ(force("terminal"), std::vector<std::string>{"app-terminal-1.scope"})
+        << "a zombie keeps nothing";
+    machine.run({.identifier = none + 4, .name = "other"});
+    machine.file(none + 4, "cgroup", "0::/user@4321.service/" + scope + "\n");
+    EXPECT_EQ(force("terminal"), std::vector<std::string>{"app-terminal-1.scope"})
+        << "of another user's manager";
 }
 
 /// A live process that says it was started as an application. It reads from a pipe until a signal or the end
