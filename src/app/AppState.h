@@ -93,6 +93,8 @@ public:
     void setShowDockIcon(bool isShown);
     void setDiagnosticLogsEnabled(bool isEnabled);
     void setNotificationsEnabled(bool isEnabled);
+    /// Asks the notification centre anew, since its server may be another one.
+    void refreshNotificationState();
     void setNotificationMinimumLevel(NotificationMinimumLevel level);
     void setRecommendationVerbosity(RecommendationVerbosity verbosity);
     void setShowProcessOffenders(bool isShown);
@@ -177,7 +179,6 @@ private:
 
     // Settings and commands
     void saveSettings();
-    void refreshNotificationState(bool isEnabled);
     void showExportSuccess();
     void finishHardwareCheck();
     void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,

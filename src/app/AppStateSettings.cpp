@@ -82,6 +82,11 @@ void AppState::setDiagnosticLogsEnabled(bool isEnabled) {
 void AppState::setNotificationsEnabled(bool isEnabled) {
     published_.notificationsEnabled.set(isEnabled);
     saveSettings();
+    refreshNotificationState();
+}
+
+void AppState::refreshNotificationState() {
+    const bool isEnabled = *published_.notificationsEnabled;
     environment_.executor.post([this, isEnabled, request = ++notificationStateRequests_] {
         systemNotificationService_.prepare(isEnabled, [this, request](SystemNotificationState state) {
             if (request == notificationStateRequests_) { // the answer to the latest change is the last word

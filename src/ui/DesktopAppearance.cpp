@@ -5,7 +5,6 @@
 #include <QDBusPendingReply>
 #include <QGuiApplication>
 #include <QPalette>
-#include <utility>
 
 namespace cindertop::ui {
 
@@ -39,14 +38,29 @@ QVariant unwrapped(QVariant value) {
 
 } // namespace
 
-DesktopAppearance::DesktopAppearance(Appearance& appearance, QDBusConnection bus, std::optional<bool> isDark)
-    : appearance_(appearance), bus_(std::move(bus)), isFixed_(isDark.has_value()) {
+DesktopAppearance::DesktopAppearance(Appearance& appearance, const QDBusConnection& bus,
+                                     std::optional<bool> isDark)
+    : appearance_(appearance),
+      bus_(bus),
+      portal_(service, bus, QDBusServiceWatcher::WatchForRegistration),
+      isFixed_(isDark.has_value()) {
     appearance_.setDark(isDark.value_or(isPaletteDark()));
+    connect(&portal_, &QDBusServiceWatcher::serviceRegistered, this, &DesktopAppearance::readAll);
+    useBus(bus);
+}
+
+void DesktopAppearance::useBus(const QDBusConnection& bus) {
+    bus_ = bus;
+    portal_.setConnection(bus_);
     if (!bus_.isConnected()) {
         return;
     }
     bus_.connect(service, path, interface, "SettingChanged", this,
                  SLOT(settingChanged(QString, QString, QDBusVariant)));
+    readAll();
+}
+
+void DesktopAppearance::readAll() {
     read(appearanceGroup, colorScheme);
     read(interfaceGroup, enableAnimations);
     read(interfaceGroup, textScale);

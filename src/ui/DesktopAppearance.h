@@ -3,6 +3,7 @@
 #include "ui/Appearance.h"
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
@@ -17,15 +18,20 @@ class DesktopAppearance : public QObject {
 
 public:
     /// `isDark` overrules the desktop. `appearance` must outlive this.
-    DesktopAppearance(Appearance& appearance, QDBusConnection bus, std::optional<bool> isDark);
+    DesktopAppearance(Appearance& appearance, const QDBusConnection& bus, std::optional<bool> isDark);
+
+    /// There is another connection, or none any more: what was read last stays until something else is.
+    void useBus(const QDBusConnection& bus);
 
 private:
     Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void readAll();
     void read(const QString& group, const QString& key);
     void apply(const QString& key, const QVariant& value);
 
     Appearance& appearance_;
     QDBusConnection bus_;
+    QDBusServiceWatcher portal_; ///< it may start late and again
     bool isFixed_;
 };
 

@@ -32,6 +32,9 @@ public:
     /// `timers` must outlive this. A bus that is not connected is an error of each call.
     BusCalls(QDBusConnection bus, Timers& timers);
 
+    /// Further calls go there; those under way are answered as before.
+    void useBus(const QDBusConnection& bus) { bus_ = bus; }
+
     void send(const QDBusMessage& call, Answer answer);
 
     /// Sends nothing; the answer is this error, as late as any.

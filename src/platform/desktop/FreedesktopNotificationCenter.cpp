@@ -47,7 +47,20 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(QDBusConnection bus
       isSwitchedOff_(std::move(isSwitchedOff)),
       owner_(notificationService, bus, QDBusServiceWatcher::WatchForOwnerChange),
       calls_(std::move(bus), timers) {
-    QObject::connect(&owner_, &QDBusServiceWatcher::serviceOwnerChanged, &owner_, [this] { server_ = {}; });
+    QObject::connect(&owner_, &QDBusServiceWatcher::serviceOwnerChanged, &owner_, [this] { forgetServer(); });
+}
+
+void FreedesktopNotificationCenter::useBus(const QDBusConnection& bus) {
+    owner_.setConnection(bus);
+    calls_.useBus(bus);
+    forgetServer();
+}
+
+void FreedesktopNotificationCenter::forgetServer() {
+    server_ = {};
+    if (serverObserver_) {
+        serverObserver_();
+    }
 }
 
 void FreedesktopNotificationCenter::readAuthorizationStatus(StatusCompletion completion) {

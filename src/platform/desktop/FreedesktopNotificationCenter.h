@@ -31,6 +31,12 @@ public:
     FreedesktopNotificationCenter(QDBusConnection bus, Timers& timers, UserDefaults& defaults,
                                   NotificationSwitch isSwitchedOff);
 
+    /// There is another connection, or none any more.
+    void useBus(const QDBusConnection& bus);
+
+    /// Called when another server runs, or none any more: what the status was need not hold.
+    void observeServer(std::function<void()> observer) { serverObserver_ = std::move(observer); }
+
     /// Never asked: the servers do not know who is in front, and show every notification.
     void setDelegate(const UserNotificationCenterDelegate* /*delegate*/) override {}
 
@@ -61,6 +67,7 @@ private:
     void findStartableServer(std::function<void(bool)> completion);
     NotificationAuthorizationStatus statusWithServer() const;
 
+    void forgetServer();
     void beginPosting();
     void takeCapabilities(const BusCalls::Result& result);
     void notify();
@@ -71,6 +78,7 @@ private:
     NotificationSwitch isSwitchedOff_;
     QDBusServiceWatcher owner_;
     Server server_;
+    std::function<void()> serverObserver_;
     std::deque<Posting> postings_; ///< the first is under way: the next one may have to take its place
     BusCalls calls_;
 };

@@ -104,6 +104,15 @@ PortalSavePanel::PortalSavePanel(QDBusConnection bus, Timers& timers, Fallback o
 
 PortalSavePanel::~PortalSavePanel() = default;
 
+void PortalSavePanel::useBus(const QDBusConnection& bus) {
+    bus_ = bus;
+    calls_.useBus(bus);
+    for (auto& [number, open] : std::exchange(pending_, {})) {
+        open.request.reset();
+        open.completion(std::nullopt);
+    }
+}
+
 void PortalSavePanel::choose(const SavePanel& panel, Completion completion) {
     const auto number = ++asked_;
     const auto token = freshToken();

@@ -27,6 +27,9 @@ public:
     PortalSavePanel(QDBusConnection bus, Timers& timers, Fallback otherwise);
     ~PortalSavePanel();
 
+    /// There is another connection, or none any more: open panels end without a place.
+    void useBus(const QDBusConnection& bus);
+
     /// Completes exactly once, never within the call, when the user has chosen or left, or the portal has
     /// ended; never once this object is gone. The place has the panel's extension.
     void choose(const SavePanel& panel, Completion completion);
