@@ -26,7 +26,8 @@ public:
 
     /// The agent's JSON, see docs/json.md.
     Result<std::string> snapshot();
-    /// Calls a method without arguments and answers: "Pause", "Resume", "AcceptTerms", "ResetSettings".
+    /// Calls a method without arguments and answers: "Pause", "Resume", "Quit", "AcceptTerms",
+    /// "ResetSettings".
     Result<void> call(const char* method);
     Result<Settings> settings();
     Result<void> set(const std::string& name, const PreferenceValue& value);

@@ -16,7 +16,10 @@ namespace cindertop::cli {
 
 namespace {
 
-constexpr std::string_view noAgent = "no agent runs; start \"cindertop\" first";
+CommandResult tell(AgentEnvironment& environment, const char* method) {
+    return environment.agent ? environment.agent->call(method)
+                             : CommandResult(std::unexpected(environment.whyNoAgent()));
+}
 
 /// The stored preferences; reading them changes nothing.
 AppSettings storedSettings(const AgentEnvironment& environment) {
@@ -93,13 +96,19 @@ void sortAsListed(AgentClient::Settings& settings) {
 } // namespace
 
 CommandResult pauseAgent(AgentEnvironment& environment) {
-    return environment.agent ? environment.agent->call("Pause")
-                             : CommandResult(std::unexpected(std::string(noAgent)));
+    return tell(environment, "Pause");
 }
 
 CommandResult resumeAgent(AgentEnvironment& environment) {
-    return environment.agent ? environment.agent->call("Resume")
-                             : CommandResult(std::unexpected(std::string(noAgent)));
+    return tell(environment, "Resume");
+}
+
+CommandResult quitAgent(AgentEnvironment& environment) {
+    auto result = tell(environment, "Quit");
+    if (result && !environment.waitForEnd()) {
+        return std::unexpected("the agent was told to end, but still runs");
+    }
+    return result;
 }
 
 PageResult acceptTerms(AgentEnvironment& environment) {

@@ -23,6 +23,8 @@ struct AgentEnvironment {
     std::function<TerminalTraits()> terminal;
     /// Runs the action while no agent can start; the error says who is in the way.
     std::function<std::expected<void, std::string>(const std::function<void()>&)> whileAlone;
+    std::function<std::string()> whyNoAgent; ///< one sentence
+    std::function<bool()> waitForEnd;        ///< false: the agent still runs after a long time
 };
 
 /// An error is one sentence for the user.
@@ -31,6 +33,9 @@ using CommandResult = std::expected<void, std::string>;
 /// Pauses or resumes the monitoring of the running agent.
 CommandResult pauseAgent(AgentEnvironment& environment);
 CommandResult resumeAgent(AgentEnvironment& environment);
+
+/// Ends the running agent, and returns when it has ended.
+CommandResult quitAgent(AgentEnvironment& environment);
 
 /// The outer error is one sentence about the user's mistake or the agent's refusal, the inner one the
 /// output's.

@@ -33,6 +33,7 @@ constexpr std::array commands{
     CommandSyntax{.name = "settings", .command = Command::settings, .takesJson = true, .mostOperands = 2},
     CommandSyntax{.name = "pause", .command = Command::pause},
     CommandSyntax{.name = "resume", .command = Command::resume},
+    CommandSyntax{.name = "quit", .command = Command::quit},
     CommandSyntax{.name = "accept-terms", .command = Command::acceptTerms},
     CommandSyntax{.name = "export",
                   .command = Command::exportDiagnostics,

@@ -18,6 +18,7 @@ enum class Command : std::uint8_t {
     settings,
     pause,
     resume,
+    quit,
     acceptTerms,
     exportDiagnostics,
     replay,

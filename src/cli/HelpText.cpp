@@ -7,7 +7,7 @@ std::string_view helpText() {
 
 usage: cindertopctl status | watch | offenders | history [--json]
        cindertopctl settings [NAME [VALUE]] [--json]
-       cindertopctl pause | resume | accept-terms
+       cindertopctl pause | resume | quit | accept-terms
        cindertopctl export FILE
        cindertopctl replay FILE [--until SECONDS] [--state-dir FOLDER]
        cindertopctl record FILE [--seconds SECONDS]
@@ -27,6 +27,7 @@ The agent:
   settings    All preferences, or the one named; with a VALUE, change it.
   pause, resume
               Pause and resume the monitoring.
+  quit        End the agent, and wait until it has ended.
   accept-terms
               Show the terms of use and accept them. Before, nothing is watched
               in the background and nothing is kept. A look that you ask for

@@ -2,6 +2,7 @@
 
 #include "app/HardwareProfile.h"
 #include "cli/AgentCommands.h"
+#include "cli/AgentPresence.h"
 #include "cli/StoredCommands.h"
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
@@ -27,7 +28,7 @@ CommandResult whileNoAgentRuns(const std::function<void()>& action) {
     const auto folder = UserFolders::ofUser().programData();
     const auto lock = linux_platform::AgentLock::tryAcquire(folder);
     if (!lock && lock.error() == std::errc::device_or_resource_busy) {
-        return std::unexpected("an agent runs, but is not to be reached over this session's bus");
+        return std::unexpected(std::string(unreachableAgent));
     }
     if (!lock) {
         return std::unexpected("cannot use " + folder.string() + ": " +
@@ -83,12 +84,16 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
         .standard = defaultSettings(linux_platform::operatingSystem),
         .output = output,
         .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
-        .whileAlone = whileNoAgentRuns};
+        .whileAlone = whileNoAgentRuns,
+        .whyNoAgent = whyNoAgent,
+        .waitForEnd = waitForAgentsEnd};
     switch (arguments.command) {
     case Command::pause:
         return exitStatus(pauseAgent(environment));
     case Command::resume:
         return exitStatus(resumeAgent(environment));
+    case Command::quit:
+        return exitStatus(quitAgent(environment));
     case Command::acceptTerms:
         return exitStatusOf(acceptTerms(environment));
     default:

@@ -1,5 +1,6 @@
 #include "app/Version.h"
 #include "cli/AgentClient.h"
+#include "cli/AgentPresence.h"
 #include "cli/Arguments.h"
 #include "cli/HelpText.h"
 #include "cli/MachineCommands.h"
@@ -21,6 +22,28 @@ namespace cindertop::cli {
 
 namespace {
 
+/// Commands that need the agent fail and say so themselves.
+bool doesWithoutAgent(const Arguments& arguments) {
+    switch (arguments.command) {
+    case Command::pause:
+    case Command::resume:
+    case Command::quit:
+    case Command::acceptTerms:
+        return false;
+    case Command::settings:
+        return arguments.operands.size() < 2;
+    default:
+        return true;
+    }
+}
+
+/// What is shown then is not what the agent knows.
+void noteUnreachableAgent(const Arguments& arguments, const std::optional<AgentClient>& agent) {
+    if (!agent && doesWithoutAgent(arguments) && doesAgentRun()) {
+        complain(std::string(unreachableAgent));
+    }
+}
+
 ExitStatus carryOut(const Arguments& arguments, Output& output) {
     switch (arguments.command) {
     case Command::help:
@@ -33,11 +56,13 @@ ExitStatus carryOut(const Arguments& arguments, Output& output) {
         return recordMachine(arguments);
     case Command::history:
     case Command::exportDiagnostics:
+        noteUnreachableAgent(arguments, AgentClient::find());
         return showStoredThings(arguments, output);
     default:
         break;
     }
     auto agent = AgentClient::find();
+    noteUnreachableAgent(arguments, agent);
     const bool isShown = arguments.command == Command::status || arguments.command == Command::watch ||
                          arguments.command == Command::offenders;
     return isShown ? showMachine(arguments, output, agent) : steer(arguments, output, agent);

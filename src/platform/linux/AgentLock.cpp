@@ -11,12 +11,18 @@
 
 namespace cindertop::linux_platform {
 
+namespace {
+
+constexpr auto lockFile = "agent.lock";
+
+} // namespace
+
 std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem::path& dataFolder) {
     PosixFileSystem files;
     if (const auto made = makeFolders(files, dataFolder); !made) {
         return std::unexpected(made.error());
     }
-    FileDescriptor file(::open((dataFolder / "agent.lock").c_str(),
+    FileDescriptor file(::open((dataFolder / lockFile).c_str(),
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
                                S_IRUSR | S_IWUSR));
     if (!file.isOpen()) {
@@ -27,6 +33,12 @@ std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem:
                                                     : static_cast<std::errc>(errno));
     }
     return AgentLock(std::move(file));
+}
+
+bool AgentLock::isHeld(const std::filesystem::path& dataFolder) {
+    const FileDescriptor file(
+        ::open((dataFolder / lockFile).c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    return file.isOpen() && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 } // namespace cindertop::linux_platform

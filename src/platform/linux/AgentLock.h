@@ -17,6 +17,10 @@ public:
     /// Never waits. `std::errc::device_or_resource_busy` when another process holds it.
     static std::expected<AgentLock, std::errc> tryAcquire(const std::filesystem::path& dataFolder);
 
+    /// Whether a process holds it, without making anything. It is taken for a moment to find out, so that who
+    /// takes it in that moment has to try again.
+    static bool isHeld(const std::filesystem::path& dataFolder);
+
 private:
     explicit AgentLock(FileDescriptor file) : file_(std::move(file)) {}
 

@@ -12,7 +12,9 @@ TEST(AgentLock, IsHeldByOneAtATime) {
     const TemporaryTree tree;
     const auto folder = tree.path() / "share/Cindertop";
     {
+        EXPECT_FALSE(AgentLock::isHeld(folder));
         const auto first = AgentLock::tryAcquire(folder);
+        EXPECT_TRUE(AgentLock::isHeld(folder));
         ASSERT_TRUE(first);
         EXPECT_EQ(AgentLock::tryAcquire(folder).error(), std::errc::device_or_resource_busy);
     }
