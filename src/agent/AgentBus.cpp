@@ -26,8 +26,10 @@ void reply(const QDBusConnection& connection, const QDBusMessage& question, cons
 
 } // namespace
 
-AgentBus::AgentBus(QDBusConnection connection, AppState& state)
-    : connection_(std::move(connection)), methods_(state), published_(methods_.properties()) {
+AgentBus::AgentBus(QDBusConnection connection, AppState& state, BusActions actions)
+    : connection_(std::move(connection)),
+      methods_(state, std::move(actions)),
+      published_(methods_.properties()) {
     publishing_.setSingleShot(true);
     connect(&publishing_, &QTimer::timeout, this, &AgentBus::publishChanges);
     const auto& published = state.published();
@@ -38,11 +40,22 @@ AgentBus::AgentBus(QDBusConnection connection, AppState& state)
 }
 
 AgentBus::~AgentBus() {
+    disappear();
+}
+
+void AgentBus::disappear() {
     if (!connection_.isConnected()) {
         return; // Qt would ask a bus that is not there
     }
     connection_.unregisterObject(busPath);
     connection_.unregisterService(busName);
+}
+
+AgentBus::Claim AgentBus::useBus(const QDBusConnection& connection) {
+    disappear();
+    connection_ = connection;
+    isSnapshotKnown_ = false;
+    return claimName();
 }
 
 AgentBus::Claim AgentBus::claimName() {

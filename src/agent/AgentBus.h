@@ -24,11 +24,14 @@ public:
     };
 
     /// `state` must outlive this.
-    AgentBus(QDBusConnection connection, AppState& state);
+    AgentBus(QDBusConnection connection, AppState& state, BusActions actions);
     ~AgentBus() override;
 
     /// Takes the name on the bus.
     Claim claimName();
+
+    /// There is another connection, on which the program appears, or none any more.
+    Claim useBus(const QDBusConnection& connection);
 
     /// Tells the bus what has changed since the last time; commands and what the user does elsewhere are told
     /// without it.
@@ -40,6 +43,7 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
 private:
+    void disappear();
     void publishLater();
     void publish(const QVariantMap& changed);
     QVariantMap takeChanges();

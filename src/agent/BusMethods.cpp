@@ -87,6 +87,7 @@ QString BusMethods::introspection() {
     return QStringLiteral(R"(  <interface name="app.cindertop.Agent">
 %1    <method name="Open"><arg name="isShown" type="b" direction="out"/></method>
     <method name="OpenSettings"><arg name="isShown" type="b" direction="out"/></method>
+    <method name="Quit"/>
     <method name="Settings"><arg name="settings" type="a{sv}" direction="out"/></method>
     <method name="Set"><arg name="name" type="s" direction="in"/><arg name="value" type="v" direction="in"/></method>
     <method name="ExportDiagnostics"><arg name="file" type="s" direction="in"/></method>
@@ -141,8 +142,12 @@ BusAnswer BusMethods::call(const QString& method, const QString& signature, cons
         }
     }
     if (method == QLatin1String("Open") && signature.isEmpty()) {
-        state_.showMainWindow();
+        actions_.open();
         return hasWindows();
+    }
+    if (method == QLatin1String("Quit") && signature.isEmpty()) {
+        actions_.quit();
+        return QVariantList{};
     }
     if (method == QLatin1String("OpenSettings") && signature.isEmpty()) {
         state_.showSettingsWindow();

@@ -6,6 +6,8 @@
 #include <QVariantList>
 #include <QVariantMap>
 #include <expected>
+#include <functional>
+#include <utility>
 
 namespace cindertop::agent {
 
@@ -17,10 +19,16 @@ struct BusError {
 
 using BusAnswer = std::expected<QVariantList, BusError>;
 
+/// What the bus's methods do besides what the program's state does. All are set.
+struct BusActions {
+    std::function<void()> open; ///< shows the window that the program opens with
+    std::function<void()> quit; ///< ends the program after the caller has its answer
+};
+
 /// The interface app.cindertop.Agent as data and calls, without the bus.
 class BusMethods {
 public:
-    explicit BusMethods(AppState& state) : state_(state) {}
+    BusMethods(AppState& state, BusActions actions) : state_(state), actions_(std::move(actions)) {}
 
     /// The interface's part of the introspection, properties and annotations included.
     static QString introspection();
@@ -38,6 +46,7 @@ private:
     BusAnswer exportDiagnostics(const QString& file);
 
     AppState& state_;
+    BusActions actions_;
 };
 
 } // namespace cindertop::agent

@@ -7,15 +7,41 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <chrono>
 #include <utility>
 
 namespace cindertop::agent {
 
-DesktopFace::DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say)
+namespace {
+
+/// Panels answer at once; one that hangs must not keep the user from the window.
+constexpr std::chrono::seconds longestWaitForPanel{2};
+
+Opening openingOf(ui::WindowKind window) {
+    switch (window) {
+    case ui::WindowKind::onboarding:
+        return Opening::onboarding;
+    case ui::WindowKind::settings:
+        return Opening::settings;
+    case ui::WindowKind::popover:
+    case ui::WindowKind::overview:
+        break;
+    }
+    return Opening::popover;
+}
+
+} // namespace
+
+DesktopFace::DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say, Restarter startAnew)
     : bus_(std::move(bus)),
       say_(std::move(say)),
       desktopAppearance_(appearance_, bus_, isDark),
-      windows_(appearance_, say_),
+      windows_(appearance_,
+               {.say = say_,
+                .startAnew =
+                    [startAnew = std::move(startAnew)](ui::WindowKind asked, const QString& libraryBuild) {
+                        return startAnew(openingOf(asked), libraryBuild);
+                    }}),
       savePanel_(bus_, timers_,
                  [this](const SavePanel& panel, const Desktop::SaveCompletion& completion) {
                      saveWithoutPanel(panel, completion);
@@ -39,19 +65,43 @@ AppStateEnvironment DesktopFace::completed(AppStateEnvironment environment) {
 void DesktopFace::start(AppState& state, Opening opening, bool isBackground) {
     state_ = &state;
     windows_.present(state, actions(), [this] { controller_->popoverDidClose(); });
-    item_ = std::make_unique<ui::StatusNotifierItem>(bus_);
-    menu_ = std::make_unique<ui::StatusMenu>(bus_, state, menuActions());
-    controller_ = std::make_unique<ui::StatusItemController>(state, *item_, windows_.popover(), timers_);
     if (!state.isMonitoringPermitted()) {
         opening = Opening::onboarding;
     }
+    opensByItself_ = opening == Opening::none && !isBackground;
+    termsNotifier_ = state.published().legalTermsAccepted.bindable().addNotifier([this] {
+        // The first run goes on in a window that stays.
+        if (state_->isMonitoringPermitted() && windows_.isOnboardingShown() && !hasHost()) {
+            windows_.showOverview();
+        }
+    });
+    placeItem();
     open(opening);
-    const bool opensWindow = opening == Opening::none && !isBackground;
-    item_->watcher().observeHost([this, opensWindow] { tellWithoutHost(opensWindow); });
-    tellWithoutHost(opensWindow);
+}
+
+void DesktopFace::placeItem() {
+    controller_.reset();
+    menu_.reset();
+    item_.reset();
+    item_ = std::make_unique<ui::StatusNotifierItem>(bus_);
+    menu_ = std::make_unique<ui::StatusMenu>(bus_, *state_, menuActions());
+    controller_ = std::make_unique<ui::StatusItemController>(*state_, *item_, windows_.popover(), timers_);
+    item_->watcher().observeHost([this] { hostIsKnown(); });
+    if (item_->watcher().isSettled()) {
+        hostIsKnown();
+    }
+}
+
+void DesktopFace::useBus(const QDBusConnection& bus) {
+    bus_ = bus;
+    desktopAppearance_.useBus(bus_);
+    savePanel_.useBus(bus_);
+    placeItem();
 }
 
 void DesktopFace::end() {
+    termsNotifier_ = {};
+    popoverWaits_.reset();
     windows_.closeAll();
     controller_.reset();
     menu_.reset();
@@ -81,8 +131,11 @@ void DesktopFace::open(Opening opening) {
     case Opening::none:
         return;
     case Opening::popover:
-        // Nobody has clicked: the pointer is where the user looks.
-        windows_.popover().show(QCursor::pos());
+        if (item_->watcher().isSettled()) {
+            openPopover();
+        } else {
+            popoverWaits_ = timers_.start(longestWaitForPanel, [this] { openPopover(); });
+        }
         return;
     case Opening::settings:
         state_->showMainWindow();
@@ -90,6 +143,24 @@ void DesktopFace::open(Opening opening) {
     case Opening::onboarding:
         state_->showOnboardingWindow();
         return;
+    }
+}
+
+void DesktopFace::openPopover() {
+    popoverWaits_.reset();
+    if (hasHost()) {
+        // Nobody has clicked: the pointer is where the user looks.
+        windows_.popover().show(QCursor::pos());
+    } else {
+        windows_.showOverview();
+    }
+}
+
+void DesktopFace::openMainWindow() {
+    if (state_->isMonitoringPermitted() && !hasHost()) {
+        windows_.showOverview();
+    } else {
+        state_->showMainWindow();
     }
 }
 
@@ -132,15 +203,23 @@ void DesktopFace::notify(UserNotificationRequest notice) {
                                                  });
 }
 
-/// Without a panel that shows status items the settings are the way in. It is told once; a panel that ends
+bool DesktopFace::hasHost() const {
+    return item_->watcher().hasHost();
+}
+
+/// Without a panel that shows status items the overview is the way in. It is told once; a panel that ends
 /// later comes back.
-void DesktopFace::tellWithoutHost(bool opensWindow) {
-    if (!item_->watcher().isSettled() || std::exchange(isHostTold_, true) || item_->watcher().hasHost()) {
+void DesktopFace::hostIsKnown() {
+    windows_.setHasStatusItem(hasHost());
+    if (popoverWaits_) {
+        openPopover();
+    }
+    if (std::exchange(isHostTold_, true) || hasHost()) {
         return;
     }
     say_("this desktop shows no status items; start cindertop again to open its window");
-    if (opensWindow) {
-        open(Opening::settings);
+    if (opensByItself_) {
+        windows_.showOverview();
     }
 }
 

@@ -15,6 +15,7 @@
 #include "update/FeedUpdateService.h"
 
 #include <QDBusConnection>
+#include <QPropertyNotifier>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -27,9 +28,12 @@ class DesktopFace {
 public:
     /// `say` is told a sentence that the user should know.
     using Speaker = std::function<void(const QString& sentence)>;
+    /// True: the program is about to start anew with this window, because the library of the windows is that
+    /// of another build.
+    using Restarter = std::function<bool(Opening opening, const QString& libraryBuild)>;
 
     /// `isDark` overrules the desktop's preference.
-    DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say);
+    DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speaker say, Restarter startAnew);
     DesktopFace(const DesktopFace&) = delete;
     DesktopFace& operator=(const DesktopFace&) = delete;
 
@@ -37,20 +41,30 @@ public:
     AppStateEnvironment completed(AppStateEnvironment environment);
 
     /// Shows the item in the panel, and what the program opens with: before the terms are accepted the
-    /// onboarding, and where no panel shows the item the settings, unless it is to stay in the background.
+    /// onboarding, and where no panel shows the item the overview, unless it is to stay in the background.
     /// The state must outlive this, or `end` be called before.
     void start(AppState& state, Opening opening, bool isBackground);
     void end();
 
+    /// There is another connection, or none any more. Only after `start`.
+    void useBus(const QDBusConnection& bus);
+
+    /// Opens the settings, before the terms are accepted the onboarding, and where no panel shows the item
+    /// the overview. Only after `start`.
+    void openMainWindow();
+
 private:
     ui::ProgramActions actions();
     ui::StatusMenu::Actions menuActions();
+    void placeItem();
     void open(Opening opening);
+    void openPopover();
     void openPage(ui::Page page);
     void saveWithoutPanel(const SavePanel& panel, const Desktop::SaveCompletion& completion);
     void presentUpdate(const UpdateResult& result);
     void notify(UserNotificationRequest notice);
-    void tellWithoutHost(bool opensWindow);
+    bool hasHost() const;
+    void hostIsKnown();
 
     QDBusConnection bus_;
     Speaker say_;
@@ -63,7 +77,10 @@ private:
     std::optional<ui::Pages> pages_;             ///< from `completed` on
     std::unique_ptr<FeedUpdateService> updates_; ///< from `completed` on
     AppState* state_ = nullptr;
+    bool opensByItself_ = false;
     bool isHostTold_ = false;
+    std::unique_ptr<Timer> popoverWaits_; ///< until it is known whether a panel shows the item
+    QPropertyNotifier termsNotifier_;
     std::unique_ptr<ui::StatusNotifierItem> item_;
     std::unique_ptr<ui::StatusMenu> menu_;
     std::unique_ptr<ui::StatusItemController> controller_;

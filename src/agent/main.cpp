@@ -4,6 +4,7 @@
 #include "agent/Display.h"
 #include "agent/LiveProgram.h"
 #include "agent/MemoryReturn.h"
+#include "agent/Restart.h"
 #include "agent/RunOnlyTerms.h"
 #include "agent/ScenarioProgram.h"
 #include "agent/StatusLines.h"
@@ -12,11 +13,13 @@
 #include "app/EventLoopTimers.h"
 #include "app/LegalTerms.h"
 #include "app/Version.h"
+#include "cli/AgentPresence.h"
 #include "cli/DisplayText.h"
 #include "cli/LocalTime.h"
 #include "cli/StandardDescriptors.h"
 #include "platform/desktop/FreedesktopNotificationCenter.h"
 #include "platform/desktop/NotificationSwitch.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/linux/AgentLock.h"
 #include "replay/ScenarioFile.h"
 
@@ -29,6 +32,7 @@
 #include <exception>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <malloc.h>
@@ -74,13 +78,14 @@ bool hasWindows() {
 }
 
 /// The program's windows; none without a display.
-std::unique_ptr<DesktopFace> makeFace(const Arguments& arguments, const cli::Output& problems) {
+std::unique_ptr<DesktopFace> makeFace(const Arguments& arguments, const QDBusConnection& bus,
+                                      const cli::Output& problems, DesktopFace::Restarter startAnew) {
     if (!hasWindows()) {
         return nullptr;
     }
     return std::make_unique<DesktopFace>(
-        arguments.isDark, QDBusConnection::sessionBus(),
-        [&problems](const QString& text) { say(problems, text.toStdString()); });
+        arguments.isDark, bus, [&problems](const QString& text) { say(problems, text.toStdString()); },
+        std::move(startAnew));
 }
 
 AppStateEnvironment completed(AppStateEnvironment environment, DesktopFace* face) {
@@ -108,7 +113,11 @@ int playScenario(const Arguments& arguments, const TerminationSignals& signals) 
     const TerminationNotifier termination(signals, [] { QCoreApplication::quit(); });
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
-    const auto face = makeFace(arguments, problems);
+    EventLoopTimers timers;
+    desktop::SessionBus bus(timers);
+    // Started anew, it would play from the beginning.
+    const auto face = makeFace(arguments, bus.connection(), problems,
+                               [](Opening /*opening*/, const QString& /*libraryBuild*/) { return false; });
     StatusLines lines(output, pauseBetweenPlayedLines);
     ScenarioProgram program(*scenario, arguments.speed, arguments.pauseAt,
                             [&lines](const UserNotificationRequest& request) {
@@ -124,15 +133,14 @@ int playScenario(const Arguments& arguments, const TerminationSignals& signals) 
 }
 
 /// Brings the one that runs already to the front.
-int showRunningAgent() {
-    auto bus = QDBusConnection::sessionBus();
+int showRunningAgent(const QDBusConnection& bus) {
     const auto call = QDBusMessage::createMethodCall(busName, busPath, busName, "Open");
     const auto answer = bus.isConnected() ? bus.call(call, QDBus::Block, timeToShow) : QDBusMessage();
     const bool isReached = answer.type() == QDBusMessage::ReplyMessage;
     const bool isShown = isReached && answer.arguments().value(0).toBool();
     say(STDOUT_FILENO, isShown     ? "already running; its window is open now"
                        : isReached ? "already running without windows; \"cindertopctl\" talks to it"
-                                   : "already running, but not to be reached over this session's bus");
+                                   : std::string(cli::unreachableAgent));
     return success;
 }
 
@@ -167,8 +175,21 @@ std::string environmentText(const char* name) {
     return qEnvironmentVariable(name).toStdString();
 }
 
+BusActions busActions(AppState& state, DesktopFace* face) {
+    return {.open =
+                [&state, face] {
+                    if (face != nullptr) {
+                        face->openMainWindow();
+                    } else {
+                        state.showMainWindow();
+                    }
+                },
+            .quit = [] { QCoreApplication::quit(); }};
+}
+
 /// Runs on the machine until it is told to end.
-int watchMachine(const Arguments& arguments, const UserFolders& folders, const TerminationSignals& signals) {
+int watchMachine(const Arguments& arguments, const UserFolders& folders, const TerminationSignals& signals,
+                 Restart& restart) {
     const TerminationNotifier termination(signals, [] { QCoreApplication::quit(); });
     PosixFileSystem files;
     linux_platform::PropertyListUserDefaults stored(linux_platform::PropertyListUserDefaults::defaultFile(),
@@ -184,19 +205,34 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
     if (!hasWindows() && !prepareTerms(defaults, signals.descriptor())) {
         return success;
     }
-    auto bus = QDBusConnection::sessionBus();
     EventLoopTimers timers;
+    desktop::SessionBus bus(timers);
     desktop::FreedesktopNotificationCenter notifications(
-        bus, timers, defaults,
+        bus.connection(), timers, defaults,
         desktop::notificationSwitch(environmentText("XDG_CURRENT_DESKTOP"), folders.config));
     LiveProgram program(folders, defaults, notifications);
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
-    const auto face = makeFace(arguments, problems);
+    const auto face = makeFace(
+        arguments, bus.connection(), problems, [&restart](Opening opening, const QString& libraryBuild) {
+            const bool isPrepared = restart.prepare(opening, libraryBuild.toStdString());
+            if (isPrepared) {
+                QCoreApplication::exit();
+            }
+            return isPrepared;
+        });
     AppState state(completed(program.environment(), face.get()));
-    AgentBus agentBus(bus, state);
+    AgentBus agentBus(bus.connection(), state, busActions(state, face.get()));
     if (agentBus.claimName() == AgentBus::Claim::taken) {
-        return showRunningAgent();
+        return showRunningAgent(bus.connection());
     }
+    notifications.observeServer([&state] { state.refreshNotificationState(); });
+    bus.observe([&](const QDBusConnection& connection) {
+        notifications.useBus(connection);
+        agentBus.useBus(connection);
+        if (face) {
+            face->useBus(connection);
+        }
+    });
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
     StatusLines lines(output, 0ms);
     const bool isShown = isTerminal(STDOUT_FILENO);
@@ -211,17 +247,31 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
     return runEventLoop(state, face.get(), arguments);
 }
 
-int runLive(const Arguments& arguments, const TerminationSignals& signals) {
+/// A command that looks whether an agent runs holds the lock for a moment.
+auto acquireLock(const std::filesystem::path& folder) {
+    constexpr int tries = 5;
+    constexpr auto moment = 10ms;
+    auto lock = linux_platform::AgentLock::tryAcquire(folder);
+    for (int tried = 1; tried < tries && !lock && lock.error() == std::errc::device_or_resource_busy;
+         ++tried) {
+        std::this_thread::sleep_for(moment);
+        lock = linux_platform::AgentLock::tryAcquire(folder);
+    }
+    return lock;
+}
+
+int runLive(const Arguments& arguments, const TerminationSignals& signals, Restart& restart) {
     const auto folders = UserFolders::ofUser();
-    const auto lock = linux_platform::AgentLock::tryAcquire(folders.programData());
+    const auto lock = acquireLock(folders.programData());
     if (!lock && lock.error() == std::errc::device_or_resource_busy) {
-        return showRunningAgent();
+        return showRunningAgent(
+            QDBusConnection::connectToBus(desktop::sessionBusAddress(), "cindertop-second-start"));
     }
     if (!lock) {
         say(STDERR_FILENO, "nothing will be kept: " + folders.programData().string() + ": " +
                                std::make_error_code(lock.error()).message());
     }
-    return watchMachine(arguments, folders, signals);
+    return watchMachine(arguments, folders, signals, restart);
 }
 
 /// The history is written as one long text every few seconds, and glibc would keep the room for it, once for
@@ -250,6 +300,13 @@ std::unique_ptr<QCoreApplication> makeApplication(const Arguments& arguments, in
     return application;
 }
 
+/// Whatever it has opened is closed when it returns.
+int runProgram(const Arguments& arguments, int& count, char** texts, Restart& restart) {
+    const TerminationSignals signals;
+    const auto application = makeApplication(arguments, count, texts);
+    return arguments.scenario ? playScenario(arguments, signals) : runLive(arguments, signals, restart);
+}
+
 int run(int count, char** texts) {
     const std::vector<std::string_view> words(texts + (count > 0 ? 1 : 0), texts + count);
     const auto arguments = parseArguments(words);
@@ -264,9 +321,13 @@ int run(int count, char** texts) {
     if (arguments->action == Action::version) {
         return output.write("cindertop " + std::string(version) + '\n') ? success : failure;
     }
-    const TerminationSignals signals;
-    const auto application = makeApplication(*arguments, count, texts);
-    return arguments->scenario ? playScenario(*arguments, signals) : runLive(*arguments, signals);
+    Restart restart({words.begin(), words.end()});
+    const int status = runProgram(*arguments, count, texts, restart);
+    if (restart.isPrepared()) {
+        say(STDERR_FILENO, restart.carryOut());
+        return failure;
+    }
+    return status;
 }
 
 } // namespace

@@ -22,6 +22,25 @@ void PopoverPresentation::setHasCompositor(bool hasCompositor) {
     }
 }
 
+void PopoverPresentation::setIsWindow(bool isWindow) {
+    if (std::exchange(isWindow_, isWindow) != isWindow) {
+        Q_EMIT surroundingsChanged();
+    }
+}
+
+QString PopoverPresentation::note() const {
+    return isWindow_ && !hasStatusItem_
+               ? "This desktop's panel shows no status items. Monitoring goes on when you close this window; "
+                 "start Cindertop again to come back to it."
+               : QString();
+}
+
+void PopoverPresentation::setHasStatusItem(bool hasItem) {
+    if (std::exchange(hasStatusItem_, hasItem) != hasItem) {
+        Q_EMIT surroundingsChanged();
+    }
+}
+
 void PopoverPresentation::toggleMonitoring() {
     if (state_.isMonitoringPermitted()) {
         state_.setPaused(!*state_.published().isPaused);

@@ -30,6 +30,8 @@ class PopoverPresentation : public QObject {
     Q_PROPERTY(QString toggleSymbolName READ toggleSymbolName NOTIFY changed)
     Q_PROPERTY(bool savesPower READ savesPower NOTIFY changed)
     Q_PROPERTY(bool hasCompositor READ hasCompositor WRITE setHasCompositor NOTIFY hasCompositorChanged)
+    Q_PROPERTY(bool isWindow READ isWindow NOTIFY surroundingsChanged)
+    Q_PROPERTY(QString note READ note NOTIFY surroundingsChanged)
     Q_PROPERTY(int shadowMargin READ shadowMargin NOTIFY hasCompositorChanged)
 
 public:
@@ -74,6 +76,17 @@ public:
 
     void setHasCompositor(bool hasCompositor);
 
+    /// Whether the contents stand in an ordinary window, with a frame of the desktop's. False at first.
+    bool isWindow() const { return isWindow_; }
+
+    void setIsWindow(bool isWindow);
+
+    /// How to get back to a window on a desktop whose panel has no place for the program; else empty.
+    QString note() const;
+
+    /// True at first.
+    void setHasStatusItem(bool hasItem);
+
     /// How far the window reaches beyond the panel on each side, for its shadow.
     int shadowMargin() const { return hasCompositor_ ? 24 : 0; }
 
@@ -88,6 +101,7 @@ public:
 Q_SIGNALS:
     void changed();
     void hasCompositorChanged();
+    void surroundingsChanged();
 
 private:
     void observe();
@@ -97,6 +111,8 @@ private:
     ProgramActions actions_;
     PopoverContents contents_;
     bool hasCompositor_ = false;
+    bool isWindow_ = false;
+    bool hasStatusItem_ = true;
     std::vector<QPropertyNotifier> observations_;
 };
 

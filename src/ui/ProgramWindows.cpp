@@ -2,14 +2,28 @@
 
 #include "ui/Compositor.h"
 #include "ui/IdleMemory.h"
-#include "ui/ViewsLibrary.h"
 
 #include <utility>
 
 namespace cindertop::ui {
 
-ProgramWindows::ProgramWindows(Appearance& appearance, Problem problem)
-    : appearance_(appearance), problem_(std::move(problem)) {}
+namespace {
+
+/// What it opens does not take its place: it is the way back.
+ProgramActions staying(ProgramActions actions) {
+    actions.closePopover = [] {};
+    return actions;
+}
+
+} // namespace
+
+OverviewWindowController::OverviewWindowController(AppState& state, ProgramActions actions)
+    : presentation(state, staying(std::move(actions))) {
+    presentation.setIsWindow(true);
+}
+
+ProgramWindows::ProgramWindows(Appearance& appearance, Problems problems)
+    : appearance_(appearance), problems_(std::move(problems)) {}
 
 ProgramWindows::~ProgramWindows() = default;
 
@@ -17,7 +31,7 @@ void ProgramWindows::present(AppState& state, ProgramActions actions, std::funct
     state_ = &state;
     actions_ = std::move(actions);
     popover_ = std::make_unique<PopoverWindow>(PopoverWindow::Parts{
-        .views = [this] { return views(); },
+        .views = [this] { return views(WindowKind::popover); },
         .presentation =
             [this] {
                 auto presentation = std::make_unique<PopoverPresentation>(*state_, actions_);
@@ -31,16 +45,20 @@ void ProgramWindows::closeAll() {
     popover_.reset();
     onboarding_.reset();
     settings_.reset();
+    overview_.reset();
 }
 
 /// One engine for all windows that are open.
-std::shared_ptr<Views> ProgramWindows::views() {
+std::shared_ptr<Views> ProgramWindows::views(WindowKind asked) {
     if (auto shared = views_.lock()) {
         return shared;
     }
-    auto made = loadViews(appearance_);
+    auto made = library_.makeViews(appearance_);
     if (!made) {
-        problem_(made.error());
+        const auto& [sentence, otherBuild] = made.error();
+        if (!otherBuild || !problems_.startAnew(asked, *otherBuild)) {
+            problems_.say(sentence);
+        }
         return nullptr;
     }
     std::shared_ptr<Views> shared(made->release(), [](const Views* views) {
@@ -52,12 +70,13 @@ std::shared_ptr<Views> ProgramWindows::views() {
 }
 
 template <typename Controller, typename Make>
-void ProgramWindows::show(std::unique_ptr<Controller>& controller, const QString& title, Make make) {
+void ProgramWindows::show(std::unique_ptr<Controller>& controller, const Description& description,
+                          Make make) {
     if (state_ == nullptr) {
         return;
     }
     if (!controller) {
-        auto library = views();
+        auto library = views(description.kind);
         if (!library) {
             return;
         }
@@ -65,19 +84,23 @@ void ProgramWindows::show(std::unique_ptr<Controller>& controller, const QString
         auto window = make(*library, controller->presentation);
         if (!window) {
             controller.reset();
-            problem_("The window \"" + title + "\" cannot be shown.");
+            problems_.say("The window \"" + description.title + "\" cannot be shown.");
             return;
         }
-        controller->window = std::make_unique<WindowController>(std::move(library), std::move(window), title,
-                                                                [&controller] { controller.reset(); });
+        controller->window =
+            std::make_unique<WindowController>(std::move(library), std::move(window), description.title,
+                                               description.layer, [&controller] { controller.reset(); });
     }
-    controller->window->setTaskBarEntry(hasTaskBarEntry_);
+    // Where there is nothing in the panel, a minimised window without an entry would be lost.
+    controller->window->setTaskBarEntry(hasTaskBarEntry_ || description.kind == WindowKind::overview);
     controller->window->show();
 }
 
 void ProgramWindows::showOnboarding() {
-    show(onboarding_, "Cindertop",
-         [](Views& views, auto& presentation) { return views.makeOnboarding(presentation); });
+    show(
+        onboarding_,
+        {.kind = WindowKind::onboarding, .title = "Cindertop", .layer = WindowController::Layer::aboveOthers},
+        [](Views& views, auto& presentation) { return views.makeOnboarding(presentation); });
 }
 
 void ProgramWindows::closeOnboarding() {
@@ -87,8 +110,25 @@ void ProgramWindows::closeOnboarding() {
 }
 
 void ProgramWindows::showSettings() {
-    show(settings_, "Settings",
+    show(settings_,
+         {.kind = WindowKind::settings, .title = "Settings", .layer = WindowController::Layer::aboveOthers},
          [](Views& views, auto& presentation) { return views.makeSettings(presentation); });
+}
+
+void ProgramWindows::showOverview() {
+    show(overview_,
+         {.kind = WindowKind::overview, .title = "Cindertop", .layer = WindowController::Layer::ordinary},
+         [this](Views& views, auto& presentation) {
+             presentation.setHasStatusItem(hasStatusItem_);
+             return views.makePopover(presentation);
+         });
+}
+
+void ProgramWindows::setHasStatusItem(bool hasItem) {
+    hasStatusItem_ = hasItem;
+    if (overview_) {
+        overview_->presentation.setHasStatusItem(hasItem);
+    }
 }
 
 void ProgramWindows::setTaskBarEntry(bool isShown) {
@@ -104,6 +144,9 @@ void ProgramWindows::setTaskBarEntry(bool isShown) {
 void ProgramWindows::activate() {
     if (onboarding_) {
         onboarding_->window->activate();
+    }
+    if (overview_) {
+        overview_->window->activate();
     }
     if (settings_) {
         settings_->window->activate();

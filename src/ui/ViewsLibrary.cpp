@@ -1,32 +1,52 @@
 #include "ui/ViewsLibrary.h"
 
+#include "ui/ViewsFactory.h"
+
 #include <QCoreApplication>
 #include <QFile>
-#include <QLibrary>
+#include <QJsonObject>
+#include <QPluginLoader>
+#include <utility>
 
 namespace cindertop::ui {
 
-namespace {
+ViewsLibrary::ViewsLibrary(QString file) : file_(std::move(file)) {}
 
-using MakeViews = Views* (*)(Appearance*);
-
-/// Beside the program where it was built, else where it was installed.
-QString libraryFile() {
+QString ViewsLibrary::installedFile() {
     const auto folder = QCoreApplication::applicationDirPath();
     const auto built = folder + "/libcindertop-views.so";
     return QFile::exists(built) ? built : folder + "/../lib/cindertop/libcindertop-views.so";
 }
 
-} // namespace
-
-std::expected<std::unique_ptr<Views>, QString> loadViews(Appearance& appearance) {
-    QLibrary library(libraryFile());
-    library.setLoadHints(QLibrary::PreventUnloadHint); // its QML types stay registered
-    const auto makeViews = reinterpret_cast<MakeViews>(library.resolve("cindertopMakeViews"));
-    if (makeViews == nullptr) {
-        return std::unexpected("The windows cannot be shown: " + library.errorString());
+std::expected<std::unique_ptr<Views>, ViewsLibrary::Problem>
+ViewsLibrary::makeViews(const Appearance& appearance) {
+    if (factory_ == nullptr) {
+        const auto loaded = load();
+        if (!loaded) {
+            return std::unexpected(loaded.error());
+        }
+        factory_ = *loaded;
     }
-    return std::unique_ptr<Views>(makeViews(&appearance));
+    return factory_->makeViews(appearance);
+}
+
+/// What the library calls itself stands in its file: one of another build, whose constructors would run in
+/// this program, is not even loaded.
+std::expected<ViewsFactory*, ViewsLibrary::Problem> ViewsLibrary::load() const {
+    QPluginLoader loader(file_);
+    loader.setLoadHints(QLibrary::PreventUnloadHint); // its QML types stay registered
+    const auto interface = loader.metaData().value("IID").toString();
+    if (QFile::exists(file_) && interface != QLatin1String(CINDERTOP_VIEWS_INTERFACE)) {
+        return std::unexpected(
+            Problem{.sentence = "The windows cannot be shown: they belong to another version of the program.",
+                    .otherBuild = interface});
+    }
+    auto* const factory = qobject_cast<ViewsFactory*>(loader.instance());
+    if (factory == nullptr) {
+        return std::unexpected(Problem{.sentence = "The windows cannot be shown: " + loader.errorString(),
+                                       .otherBuild = std::nullopt});
+    }
+    return factory;
 }
 
 } // namespace cindertop::ui

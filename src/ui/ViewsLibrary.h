@@ -6,11 +6,36 @@
 #include <QString>
 #include <expected>
 #include <memory>
+#include <optional>
 
 namespace cindertop::ui {
 
-/// Loads the library with the windows, which then stays, and makes what it holds. `appearance` must outlive
-/// the result. The error is one sentence.
-std::expected<std::unique_ptr<Views>, QString> loadViews(Appearance& appearance);
+class ViewsFactory;
+
+/// The library with the windows: loaded for the first one, after which it stays, whatever becomes of its
+/// file. Main thread.
+class ViewsLibrary {
+public:
+    struct Problem {
+        QString sentence;
+        /// What the library calls itself, where it belongs to another build of the program. It was not
+        /// loaded.
+        std::optional<QString> otherBuild;
+    };
+
+    explicit ViewsLibrary(QString file = installedFile());
+
+    /// Makes what it holds. `appearance` must outlive the result.
+    std::expected<std::unique_ptr<Views>, Problem> makeViews(const Appearance& appearance);
+
+    /// Beside the program where it was built, else where it was installed.
+    static QString installedFile();
+
+private:
+    std::expected<ViewsFactory*, Problem> load() const;
+
+    QString file_;
+    ViewsFactory* factory_ = nullptr; ///< of the library
+};
 
 } // namespace cindertop::ui

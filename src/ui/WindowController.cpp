@@ -10,10 +10,10 @@
 namespace cindertop::ui {
 
 WindowController::WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window,
-                                   const QString& title, std::function<void()> didClose)
+                                   const QString& title, Layer layer, std::function<void()> didClose)
     : views_(std::move(views)), window_(std::move(window)), didClose_(std::move(didClose)) {
     window_->setTitle(title);
-    window_->setFlag(Qt::WindowStaysOnTopHint);
+    window_->setFlag(Qt::WindowStaysOnTopHint, layer == Layer::aboveOthers);
     window_->installEventFilter(this);
 }
 

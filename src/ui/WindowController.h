@@ -12,10 +12,12 @@ namespace cindertop::ui {
 /// One window of the program, from its first showing until it closes. Main thread.
 class WindowController : public QObject {
 public:
+    enum class Layer { ordinary, aboveOthers };
+
     /// `views` made `window`. `didClose` is called once, some time after the window has closed, and may
     /// destroy the controller.
     WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window, const QString& title,
-                     std::function<void()> didClose);
+                     Layer layer, std::function<void()> didClose);
     ~WindowController() override;
 
     /// Centres the window on its screen, and brings it to the front of all others.

@@ -56,7 +56,7 @@ struct Conversation {
     explicit Conversation(const PrivateBus& daemon, std::string_view more = "")
         : agent(PlayedAgent::hotFrames, more),
           connection(daemon),
-          bus(connection.connection, agent.state),
+          bus(connection.connection, agent.state, agent.actions()),
           client(daemon.address()) {
         EXPECT_EQ(bus.claimName(), AgentBus::Claim::done);
     }
@@ -84,16 +84,32 @@ struct Conversation {
 TEST_F(AgentBusTest, ClaimsTheNameOnce) {
     PlayedAgent agent;
     const Connection second(daemon, "second");
-    AgentBus late(second.connection, agent.state);
+    AgentBus late(second.connection, agent.state, agent.actions());
     {
         const Connection first(daemon, "first");
-        AgentBus bus(first.connection, agent.state);
+        AgentBus bus(first.connection, agent.state, agent.actions());
         EXPECT_EQ(bus.claimName(), AgentBus::Claim::done);
         EXPECT_EQ(late.claimName(), AgentBus::Claim::taken);
     }
-    const AgentBus next(second.connection, agent.state);
-    AgentBus none(QDBusConnection("no such connection"), agent.state);
+    const AgentBus next(second.connection, agent.state, agent.actions());
+    AgentBus none(QDBusConnection("no such connection"), agent.state, agent.actions());
     EXPECT_EQ(none.claimName(), AgentBus::Claim::refused);
+}
+
+TEST_F(AgentBusTest, MovesToAnotherConnection) {
+    PlayedAgent agent;
+    const Connection first(daemon, "first");
+    AgentBus bus(first.connection, agent.state, agent.actions());
+    EXPECT_EQ(bus.claimName(), AgentBus::Claim::done);
+    EXPECT_EQ(bus.useBus(QDBusConnection("no such connection")), AgentBus::Claim::refused);
+    bus.publishTick();
+    const Connection second(daemon, "second");
+    EXPECT_EQ(bus.useBus(second.connection), AgentBus::Claim::done);
+    BusClient client(daemon.address());
+    EXPECT_EQ(client.property("Level"), "normal");
+    agent.state.setPaused(true);
+    desktop::runUntil([&] { return !client.announcements.empty(); });
+    EXPECT_EQ(client.announcements.front().changed.at("Paused"), "true");
 }
 
 TEST_F(AgentBusTest, Answers) {

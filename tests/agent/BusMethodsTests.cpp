@@ -30,12 +30,14 @@ TEST(BusMethods, RefusesWhatItDoesNotUnderstand) {
     };
 
     PlayedAgent agent;
-    BusMethods methods(agent.state);
+    BusMethods methods(agent.state, agent.actions());
     const auto before = *methods.call("Settings", "", {});
     for (const auto& [method, signature, arguments, error] : std::vector<Case>{
              {"", "", {}, "UnknownMethod"},
              {"pause", "", {}, "UnknownMethod"},
              {"Pause", "s", {"now"}, "InvalidArgs"},
+             {"Quit", "i", {1}, "UnknownMethod"},
+             {"quit", "", {}, "UnknownMethod"},
              {"AcceptTerms", "b", {true}, "InvalidArgs"},
              {"Settings", "s", {"x"}, "UnknownMethod"},
              {"Set", "", {}, "UnknownMethod"},
@@ -73,7 +75,7 @@ TEST(BusMethods, SetsEveryPreference) {
     };
 
     PlayedAgent agent;
-    BusMethods methods(agent.state);
+    BusMethods methods(agent.state, agent.actions());
     const std::vector<Case> cases{
         {"experimentalTemperatureSensorsEnabled", true, true},
         {"menuBarInfoMode", "temperature", "temperature"},
@@ -110,7 +112,7 @@ TEST(BusMethods, SetsEveryPreference) {
 
 TEST(BusMethods, CarriesOutCommands) {
     PlayedAgent agent(PlayedAgent::hotFrames, R"("termsAccepted": false, )");
-    BusMethods methods(agent.state);
+    BusMethods methods(agent.state, agent.actions());
     agent.passTo(1s);
     EXPECT_TRUE(methods.call("Pause", "", {}));
     EXPECT_EQ(methods.properties().value("Paused"), false)
@@ -130,11 +132,13 @@ TEST(BusMethods, CarriesOutCommands) {
 
     EXPECT_EQ(*methods.call("Open", "", {}), QVariantList{false}) << "there are no windows";
     EXPECT_EQ(*methods.call("OpenSettings", "", {}), QVariantList{false});
+    EXPECT_EQ(*methods.call("Quit", "", {}), QVariantList{});
+    EXPECT_EQ(agent.asked, "open quit ");
 }
 
 TEST(BusMethods, TellsEverythingInTheSnapshot) {
     PlayedAgent agent;
-    const BusMethods methods(agent.state);
+    const BusMethods methods(agent.state, agent.actions());
     const auto before = Json::parse(methods.snapshot().toStdString());
     EXPECT_TRUE(before.at("score").is_null());
     EXPECT_EQ(before.at("presentation").at("status"), "normal");

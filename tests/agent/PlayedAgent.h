@@ -1,5 +1,6 @@
 #pragma once
 
+#include "agent/BusMethods.h"
 #include "app/AppState.h"
 #include "app/InlineExecutor.h"
 #include "platform/simulated/MemoryFileSystem.h"
@@ -8,6 +9,7 @@
 #include "replay/PlayedProgram.h"
 
 #include <chrono>
+#include <string>
 #include <string_view>
 
 namespace cindertop::agent {
@@ -41,6 +43,12 @@ public:
         }
         clock_.advanceTo(end);
     }
+
+    BusActions actions() {
+        return {.open = [this] { asked += "open "; }, .quit = [this] { asked += "quit "; }};
+    }
+
+    std::string asked; ///< of the actions, in order
 
     void runTasks() { executor_.runTasks(); }
 

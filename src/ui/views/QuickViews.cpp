@@ -1,8 +1,9 @@
+#include "ui/views/QuickViews.h"
+
 #include "ui/Appearance.h"
 #include "ui/OnboardingPresentation.h"
 #include "ui/PopoverPresentation.h"
 #include "ui/SettingsPresentation.h"
-#include "ui/Views.h"
 #include "ui/views/controls/ApplicationIconProvider.h"
 #include "ui/views/controls/ThemeSingleton.h"
 #include "ui/views/popover/ShadowImageProvider.h"
@@ -30,7 +31,7 @@ public:
 
     std::unique_ptr<QWindow> makePopover(PopoverPresentation& presentation) override {
         auto window = makeWindow("Popover/RootPopoverView", presentation);
-        if (window) {
+        if (window && !presentation.isWindow()) {
             window->setColor(Qt::transparent); // round corners and a shadow
         }
         return window;
@@ -90,9 +91,8 @@ private:
 
 } // namespace
 
-} // namespace cindertop::ui
-
-extern "C" Q_DECL_EXPORT cindertop::ui::Views*
-cindertopMakeViews(const cindertop::ui::Appearance* appearance) {
-    return new cindertop::ui::QuickViews(*appearance);
+std::unique_ptr<Views> makeQuickViews(const Appearance& appearance) {
+    return std::make_unique<QuickViews>(appearance);
 }
+
+} // namespace cindertop::ui

@@ -47,14 +47,15 @@ public:
     Appearance appearance;
     QStringList asked;
     AppState* state;
+    ViewsLibrary library;
     std::unique_ptr<Views> views;
 
     ShownProgram() : state(&startIn(program, *this)) {
         qputenv("QT_QUICK_BACKEND", "software");
         application();
         QAccessible::setActive(true);
-        if (auto loaded = loadViews(appearance)) {
-            views = *std::move(loaded);
+        if (auto made = library.makeViews(appearance)) {
+            views = *std::move(made);
         }
     }
 

@@ -82,6 +82,27 @@ FocusScope {
 
         PopoverDivider {
             width: parent.width
+            visible: note.visible
+        }
+
+        Text {
+            id: note
+
+            x: 10
+            width: parent.width - 20
+            visible: text.length > 0
+            topPadding: 1
+            bottomPadding: 1
+            text: root.presentation.note
+            wrapMode: Text.Wrap
+            color: Theme.secondaryText
+            font: Theme.caption
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        PopoverDivider {
+            width: parent.width
         }
 
         MenuActionButton {

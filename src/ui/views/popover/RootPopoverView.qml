@@ -2,7 +2,8 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Popover
 
-// The panel with its shadow. Where nothing composes the screen it fills the window with straight edges.
+// The panel with its shadow. Where nothing composes the screen, and in an ordinary window, it fills the window with
+// straight edges.
 Item {
     id: root
 
@@ -52,7 +53,7 @@ Item {
         height: content.implicitHeight
         radius: root.presentation.hasCompositor ? Theme.radiusWindow : 0
         color: Theme.window
-        border.width: 1
+        border.width: root.presentation.isWindow ? 0 : 1
         border.color: Theme.divider
 
         Accessible.role: Accessible.Pane

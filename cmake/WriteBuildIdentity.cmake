@@ -1,0 +1,10 @@
+# cmake -D HEADER=file -D ROOT=folder -D PATTERNS=list -D FACTS=text -P cmake/WriteBuildIdentity.cmake
+file(GLOB_RECURSE sources RELATIVE ${ROOT} ${PATTERNS})
+set(summary "${FACTS}")
+foreach(source IN LISTS sources)
+  file(SHA256 ${ROOT}/${source} hash)
+  string(APPEND summary "\n${source} ${hash}")
+endforeach()
+string(SHA256 identity "${summary}")
+string(SUBSTRING ${identity} 0 32 identity)
+file(WRITE ${HEADER} "#pragma once\n\n#define CINDERTOP_VIEWS_INTERFACE \"app.cindertop.Views/${identity}\"\n")

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "ui/Appearance.h"
+#include "ui/Views.h"
+
+#include <memory>
+
+namespace cindertop::ui {
+
+/// The windows in Qt Quick. `appearance` must outlive the result.
+std::unique_ptr<Views> makeQuickViews(const Appearance& appearance);
+
+} // namespace cindertop::ui
