@@ -1,5 +1,7 @@
 #include "cli/AgentClient.h"
 
+#include "platform/linux/ProcessHandle.h"
+
 #include <systemd/sd-bus.h>
 
 #include <chrono>
@@ -15,6 +17,9 @@ constexpr const char* agentPath = "/app/cindertop/Agent";
 constexpr const char* agentInterface = "app.cindertop.Agent";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 constexpr std::chrono::microseconds timeLimit{std::chrono::seconds{2}};
+
+/// It may have to write everything to a slow disk.
+constexpr std::chrono::seconds longestEnd{15};
 
 /// sd-bus returns negative error numbers.
 std::unexpected<std::string> failure(int code) {
@@ -146,6 +151,33 @@ AgentClient::Result<void> AgentClient::call(const char* method) {
     }
     const auto answer = answerTo(std::move(*call));
     return answer ? Result<void>() : std::unexpected(answer.error());
+}
+
+AgentClient::Result<int> AgentClient::agentProcess() {
+    ErrorHolder holder;
+    sd_bus_message* reply = nullptr;
+    std::uint32_t process = 0;
+    int code = sd_bus_call_method(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                  "org.freedesktop.DBus", "GetConnectionUnixProcessID", &holder.error, &reply,
+                                  "s", agentName);
+    const Message message(reply);
+    if (code >= 0) {
+        code = sd_bus_message_read(reply, "u", &process);
+    }
+    return code < 0 ? Result<int>(failure(code)) : static_cast<int>(process);
+}
+
+AgentClient::Result<void> AgentClient::quit() {
+    const auto process = agentProcess();
+    if (!process) {
+        return std::unexpected(process.error());
+    }
+    const auto handle = linux_platform::ProcessHandle::open(*process);
+    auto told = call("Quit");
+    if (told && handle && !handle->waitForEnd(longestEnd)) {
+        return std::unexpected("the agent was told to end, but still runs");
+    }
+    return told;
 }
 
 AgentClient::Result<AgentClient::Settings> AgentClient::settings() {

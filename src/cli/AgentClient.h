@@ -26,9 +26,10 @@ public:
 
     /// The agent's JSON, see docs/json.md.
     Result<std::string> snapshot();
-    /// Calls a method without arguments and answers: "Pause", "Resume", "Quit", "AcceptTerms",
-    /// "ResetSettings".
+    /// Calls a method without arguments and answers: "Pause", "Resume", "AcceptTerms", "ResetSettings".
     Result<void> call(const char* method);
+    /// Ends the agent, and returns when its process has ended.
+    Result<void> quit();
     Result<Settings> settings();
     Result<void> set(const std::string& name, const PreferenceValue& value);
     /// `file` is an absolute path, for the agent to write.
@@ -47,6 +48,7 @@ private:
 
     explicit AgentClient(sd_bus* bus) : bus_(bus) {}
 
+    Result<int> agentProcess();
     Result<Message> newCall(const char* interface, const char* method);
     Result<Message> answerTo(Message call);
 

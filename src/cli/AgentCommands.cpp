@@ -104,11 +104,8 @@ CommandResult resumeAgent(AgentEnvironment& environment) {
 }
 
 CommandResult quitAgent(AgentEnvironment& environment) {
-    auto result = tell(environment, "Quit");
-    if (result && !environment.waitForEnd()) {
-        return std::unexpected("the agent was told to end, but still runs");
-    }
-    return result;
+    return environment.agent ? environment.agent->quit()
+                             : CommandResult(std::unexpected(environment.whyNoAgent()));
 }
 
 PageResult acceptTerms(AgentEnvironment& environment) {

@@ -24,7 +24,6 @@ struct AgentEnvironment {
     /// Runs the action while no agent can start; the error says who is in the way.
     std::function<std::expected<void, std::string>(const std::function<void()>&)> whileAlone;
     std::function<std::string()> whyNoAgent; ///< one sentence
-    std::function<bool()> waitForEnd;        ///< false: the agent still runs after a long time
 };
 
 /// An error is one sentence for the user.

@@ -16,7 +16,4 @@ bool doesAgentRun();
 /// Why no agent answers, for commands that need one.
 std::string whyNoAgent();
 
-/// False: the agent still runs after 15 s, longer than it needs to write everything to a slow disk.
-bool waitForAgentsEnd();
-
 } // namespace cindertop::cli

@@ -85,8 +85,7 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
         .output = output,
         .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
         .whileAlone = whileNoAgentRuns,
-        .whyNoAgent = whyNoAgent,
-        .waitForEnd = waitForAgentsEnd};
+        .whyNoAgent = whyNoAgent};
     switch (arguments.command) {
     case Command::pause:
         return exitStatus(pauseAgent(environment));

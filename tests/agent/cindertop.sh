@@ -143,7 +143,7 @@ await "the bus name" answers
 kill "$bus"
 wait "$bus"
 bus=
-await "the second start without a bus" sh -c "'$program' | grep -q 'not to be reached'"
+await "the second start without a bus" sh -c "'$program' | grep -q 'cannot be reached'"
 end TERM
 [ ! -e "$work/config/Cindertop" ] || ! grep -rqi legal "$work/config" || complain "the terms are accepted for good"
 

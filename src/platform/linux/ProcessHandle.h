@@ -2,6 +2,7 @@
 
 #include "platform/linux/FileDescriptor.h"
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -16,6 +17,9 @@ public:
 
     /// False when the process is gone or may not be sent signals.
     bool send(int signal) const;
+
+    /// Waits until the process has ended; false when it has not within that time.
+    bool waitForEnd(std::chrono::milliseconds longest) const;
 
 private:
     explicit ProcessHandle(FileDescriptor file) : file_(std::move(file)) {}
