@@ -24,6 +24,16 @@ void addStatus(PopoverContents& contents, const ThermalAssistantPresentation& pr
     contents.tipMessage = textOf(presentation.actionMessage);
 }
 
+/// Without any fact the score of 0 is no measurement.
+void addScore(PopoverContents& contents, const ThermalSnapshot& snapshot) {
+    const bool isKnown = snapshot.systemState != SystemThermalState::unavailable ||
+                         snapshot.pressureLevel != ThermalPressureLevel::unavailable ||
+                         snapshot.temperatureCelsius;
+    if (isKnown) {
+        contents.scoreText = QString("Score %1").arg(snapshot.score);
+    }
+}
+
 /// An idle machine would read "Normal", which nobody has measured.
 void addWaiting(PopoverContents& contents) {
     contents.isWaitingForTerms = true;
@@ -58,6 +68,7 @@ PopoverContents PopoverContents::of(const AppState& state) {
     PopoverContents contents;
     if (state.isMonitoringPermitted()) {
         addStatus(contents, state.makePresentation(*published.thermalSnapshot));
+        addScore(contents, *published.thermalSnapshot);
     } else {
         addWaiting(contents);
     }

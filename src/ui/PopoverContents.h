@@ -13,6 +13,7 @@ struct PopoverContents {
     int level{}; ///< a raw ThermalAssistantPresentation::Status
     QString statusText;
     QString symbolName;
+    QString scoreText; ///< empty where nothing tells the heat, or nothing is measured
     QString temperatureText;
     QString trendLabel;
     QString tipMessage;

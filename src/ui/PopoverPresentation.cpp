@@ -11,7 +11,9 @@ PopoverPresentation::PopoverPresentation(AppState& state, ProgramActions actions
 }
 
 QString PopoverPresentation::detailText() const {
-    QStringList parts{contents_.temperatureText, contents_.trendLabel};
+    // Without an item in the panel there is no label that could tell the score.
+    QStringList parts{isWindow_ ? contents_.scoreText : QString(), contents_.temperatureText,
+                      contents_.trendLabel};
     parts.removeAll(QString());
     return parts.join(" · ");
 }
@@ -25,6 +27,7 @@ void PopoverPresentation::setHasCompositor(bool hasCompositor) {
 void PopoverPresentation::setIsWindow(bool isWindow) {
     if (std::exchange(isWindow_, isWindow) != isWindow) {
         Q_EMIT surroundingsChanged();
+        Q_EMIT changed();
     }
 }
 

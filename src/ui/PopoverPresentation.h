@@ -49,7 +49,8 @@ public:
 
     QString trendLabel() const { return contents_.trendLabel; }
 
-    /// What follows the status word: "SoC 96°C · Rising"; may be empty.
+    /// What follows the status word: "SoC 96°C · Rising", in an ordinary window after "Score 83"; may be
+    /// empty.
     QString detailText() const;
 
     /// Empty without a tip.

@@ -33,10 +33,11 @@ ViewsLibrary::makeViews(const Appearance& appearance) {
 /// What the library calls itself stands in its file: one of another build, whose constructors would run in
 /// this program, is not even loaded.
 std::expected<ViewsFactory*, ViewsLibrary::Problem> ViewsLibrary::load() const {
-    QPluginLoader loader(file_);
+    const auto file = file_.isEmpty() ? installedFile() : file_;
+    QPluginLoader loader(file);
     loader.setLoadHints(QLibrary::PreventUnloadHint); // its QML types stay registered
     const auto interface = loader.metaData().value("IID").toString();
-    if (QFile::exists(file_) && interface != QLatin1String(CINDERTOP_VIEWS_INTERFACE)) {
+    if (QFile::exists(file) && interface != QLatin1String(CINDERTOP_VIEWS_INTERFACE)) {
         return std::unexpected(
             Problem{.sentence = "The windows cannot be shown: they belong to another version of the program.",
                     .otherBuild = interface});

@@ -23,18 +23,20 @@ public:
         std::optional<QString> otherBuild;
     };
 
-    explicit ViewsLibrary(QString file = installedFile());
+    /// Loads `file`, else the installed one.
+    explicit ViewsLibrary(QString file = {});
 
     /// Makes what it holds. `appearance` must outlive the result.
     std::expected<std::unique_ptr<Views>, Problem> makeViews(const Appearance& appearance);
 
     /// Beside the program where it was built, else where it was installed.
+    /// Needs the application.
     static QString installedFile();
 
 private:
     std::expected<ViewsFactory*, Problem> load() const;
 
-    QString file_;
+    QString file_;                    ///< empty: the installed one
     ViewsFactory* factory_ = nullptr; ///< of the library
 };
 

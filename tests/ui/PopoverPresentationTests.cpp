@@ -71,6 +71,28 @@ TEST_F(PopoverPresentationTest, FollowsTheMachineWhileOpen) {
     EXPECT_EQ(popover->trendLabel(), ""); // the tip says more
 }
 
+TEST_F(PopoverPresentationTest, SaysInAWindowThatThePanelShowsNoItem) {
+    open();
+    popover->setHasStatusItem(false);
+    EXPECT_EQ(popover->note(), "") << "a popover is gone when the user looks elsewhere";
+    popover->setIsWindow(true);
+    EXPECT_TRUE(popover->note().startsWith("This desktop's panel shows no status items."));
+    popover->setHasStatusItem(true);
+    EXPECT_EQ(popover->note(), "");
+}
+
+TEST_F(PopoverPresentationTest, TellsTheScoreInAWindowOnceItIsMeasured) {
+    open();
+    popover->setIsWindow(true);
+    EXPECT_EQ(popover->detailText(), "");
+    program.machine.pressure->play({2U});
+    program.pass(30s);
+    EXPECT_TRUE(popover->detailText().startsWith("Score ")) << popover->detailText().toStdString();
+    EXPECT_NE(popover->detailText(), "Score 0");
+    popover->setIsWindow(false);
+    EXPECT_FALSE(popover->detailText().contains("Score"));
+}
+
 TEST_F(PopoverPresentationTest, JoinsTheTemperatureAndTheTrend) {
     setTemperature(40);
     open({.experimentalTemperatureSensorsEnabled = true, .showContextInsights = false});

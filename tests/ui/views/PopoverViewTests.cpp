@@ -60,6 +60,27 @@ TEST_F(PopoverViewTest, AssistiveTechnologyCanPressEachButton) {
     EXPECT_EQ(texts, (QStringList{"Paused", "Monitoring paused."}));
 }
 
+TEST_F(PopoverViewTest, FillsAnOrdinaryWindowAndSaysHowToComeBack) {
+    PopoverPresentation other(*shown.state, shown.actions());
+    other.setHasCompositor(false);
+    other.setIsWindow(true);
+    other.setHasStatusItem(false);
+    const auto ordinary = shown.views->makePopover(other);
+    show(*ordinary);
+    const auto& quick = dynamic_cast<QQuickWindow&>(*ordinary);
+    EXPECT_EQ(quick.color().alpha(), 255);
+    EXPECT_GT(ordinary->width(), window->width());
+    QStringList texts;
+    for (const auto* const item : accessibleIn(*ordinary)) {
+        texts += item->text(QAccessible::Name);
+    }
+    EXPECT_TRUE(texts.contains(other.note())) << texts.join('|').toStdString();
+    const auto withNote = ordinary->height();
+    other.setHasStatusItem(true);
+    draw(*ordinary);
+    EXPECT_LT(ordinary->height(), withNote);
+}
+
 TEST_F(PopoverViewTest, TheKeyboardReachesAndPressesEachButton) {
     for (const auto key : {Qt::Key_Tab, Qt::Key_Down}) {
         for (const auto& name : buttonsFromTheTop) {

@@ -49,7 +49,7 @@ Item {
 
         x: root.margin
         y: root.margin
-        width: 272
+        width: root.presentation.isWindow ? 320 : 272
         height: content.implicitHeight
         radius: root.presentation.hasCompositor ? Theme.radiusWindow : 0
         color: Theme.window
