@@ -5,7 +5,7 @@
 namespace cindertop::agent {
 namespace {
 
-using Words = std::vector<std::string>;
+using WordList = std::vector<std::string>;
 
 TEST(Restart, HelpsAfterAnUpgradeOfTheProgramAndOnce) {
     EXPECT_TRUE(Restart::isOfUse({.libraryBuild = "new", .isProgramReplaced = true, .triedFor = ""}));
@@ -16,11 +16,11 @@ TEST(Restart, HelpsAfterAnUpgradeOfTheProgramAndOnce) {
 }
 
 TEST(Restart, KeepsTheWordsButThoseAboutWindows) {
-    EXPECT_EQ(wordsToOpen(Opening::popover, Words{}), (Words{"--open", "popover"}));
-    EXPECT_EQ(wordsToOpen(Opening::onboarding, Words{"--background", "--accept-terms"}),
-              (Words{"--accept-terms", "--open", "onboarding"}));
-    EXPECT_EQ(wordsToOpen(Opening::settings, Words{"--open", "popover", "--appearance", "dark"}),
-              (Words{"--appearance", "dark", "--open", "settings"}));
+    EXPECT_EQ(wordsToOpen(Opening::popover, WordList{}), (WordList{"--open", "popover"}));
+    EXPECT_EQ(wordsToOpen(Opening::onboarding, WordList{"--background", "--accept-terms"}),
+              (WordList{"--accept-terms", "--open", "onboarding"}));
+    EXPECT_EQ(wordsToOpen(Opening::settings, WordList{"--open", "popover", "--appearance", "dark"}),
+              (WordList{"--appearance", "dark", "--open", "settings"}));
 }
 
 TEST(Restart, IsNotPreparedWhileTheFileIsTheOneThatRuns) {

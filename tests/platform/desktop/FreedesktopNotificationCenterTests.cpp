@@ -305,4 +305,29 @@ TEST_F(FreedesktopNotificationCenterTest, AnswersNothingOnceDestroyed) {
 
 } // namespace
 
+TEST_F(FreedesktopNotificationCenterTest, GoesOnWithTheServerOfAnotherBus) {
+    startServer(100);
+    EXPECT_EQ(post(request("before")), "shown");
+    int changes = 0;
+    center->observeServer([&] { ++changes; });
+    center->useBus(QDBusConnection("no such connection"));
+    EXPECT_EQ(post(request("without")), "failed");
+    EXPECT_EQ(readStatus(), Status::unknown);
+    EXPECT_EQ(changes, 1);
+
+    server.reset();
+    linux_platform::PrivateBus other;
+    other.start();
+    constexpr auto otherName = "another";
+    center->useBus(QDBusConnection::connectToBus(QString::fromStdString(other.address()), otherName));
+    EXPECT_EQ(changes, 2);
+    {
+        ScriptedNotificationServer late(other.address(), 7);
+        runUntil([&] { return changes == 3; });
+        EXPECT_EQ(post(request("after")), "shown");
+    }
+    center.reset();
+    QDBusConnection::disconnectFromBus(otherName);
+}
+
 } // namespace cindertop::desktop
