@@ -129,6 +129,7 @@ answers || complain "a second start does not find the first: $(cat "$work/out")"
 [ ! -s "$work/agent-err" ] || complain "$(cat "$work/agent-err")"
 end INT
 [ "$("$ctl" settings showDockIcon)" = true ] || complain "the preference is lost"
+"$ctl" settings experimentalTemperatureSensorsEnabled off || complain "the sensors cannot be switched off"
 for mode in thermalScore temperature; do # retired, and not to be had without sensors
     "$ctl" settings menuBarInfoMode "$mode" 2>"$work/refusal" && complain "the label $mode is taken"
     grep -q 'one of none, thermalStatus$' "$work/refusal" || complain "refused without the choice"
