@@ -148,6 +148,7 @@ void aggregation(benchmark::State& state) {
                 .existingHistoryByOffenderID = {},
                 .now = now,
                 .comparison = comparison,
+                .system = OperatingSystem::gnuLinux,
             }
                 .aggregate();
         shape.bestMilliseconds = std::min(shape.bestMilliseconds, processorMilliseconds() - start);

@@ -34,7 +34,7 @@ MonitoringEngines::MonitoringEngines(const MachineServices& services)
               std::make_unique<SystemPowerContextProvider>(services.powerSources, services.process),
               SustainedThermalPressureConfiguration::defaults()),
       offenders(std::make_unique<SystemProcessCPUProvider>(services.processes, services.applications),
-                services.comparison),
+                services.comparison, services.operatingSystem),
       cpuUsage(std::make_unique<DarwinSystemCPUTimeProvider>(services.hostStatistics)) {}
 
 ThermalScore MonitoringEngines::readScore(const ThermalEngineConfiguration& configuration) {

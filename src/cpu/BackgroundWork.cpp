@@ -12,31 +12,39 @@ namespace {
 
 using WorkByName = std::unordered_map<std::string_view, BackgroundWork>;
 
-WorkByName workByName() {
-    WorkByName table;
-    const auto add = [&table](const auto& names, BackgroundWork work) {
-        for (const std::string_view name : names) {
-            table.emplace(name, work);
-        }
-    };
-    add(spotlightProcessNames, BackgroundWork::indexing);
-    add(softwareUpdateProcessNames, BackgroundWork::softwareUpdate);
-    add(securityProcessNames, BackgroundWork::securityCheck);
+void add(WorkByName& table, const auto& names, BackgroundWork work) {
+    for (const std::string_view name : names) {
+        table.emplace(name, work);
+    }
+}
 
-    const auto addWithCuts = [&add](const auto& names, BackgroundWork work) {
-        add(names, work);
-        add(names | std::views::transform(cutByLinux), work);
-    };
-    addWithCuts(linuxIndexingProcessNames, BackgroundWork::indexing);
-    addWithCuts(linuxSoftwareUpdateProcessNames, BackgroundWork::softwareUpdate);
-    addWithCuts(linuxSecurityProcessNames, BackgroundWork::securityCheck);
+void addWithCuts(WorkByName& table, const auto& names, BackgroundWork work) {
+    add(table, names, work);
+    add(table, names | std::views::transform(cutByLinux), work);
+}
+
+WorkByName workOnMac() {
+    WorkByName table;
+    add(table, spotlightProcessNames, BackgroundWork::indexing);
+    add(table, softwareUpdateProcessNames, BackgroundWork::softwareUpdate);
+    add(table, securityProcessNames, BackgroundWork::securityCheck);
+    return table;
+}
+
+WorkByName workOnLinux() {
+    WorkByName table = workOnMac();
+    addWithCuts(table, linuxIndexingProcessNames, BackgroundWork::indexing);
+    addWithCuts(table, linuxSoftwareUpdateProcessNames, BackgroundWork::softwareUpdate);
+    addWithCuts(table, linuxSecurityProcessNames, BackgroundWork::securityCheck);
     return table;
 }
 
 } // namespace
 
-std::optional<BackgroundWork> backgroundWork(std::string_view lowerCasedName) {
-    static const WorkByName table = workByName();
+std::optional<BackgroundWork> backgroundWork(std::string_view lowerCasedName, OperatingSystem system) {
+    static const WorkByName onMac = workOnMac();
+    static const WorkByName onLinux = workOnLinux();
+    const WorkByName& table = system == OperatingSystem::gnuLinux ? onLinux : onMac;
     const auto entry = table.find(lowerCasedName);
     return entry == table.end() ? std::nullopt : std::optional(entry->second);
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,19 +24,30 @@ bool containsAny(const SearchedText& text, const auto& fragments) {
     return std::ranges::any_of(fragments, [&](const NameFragment& fragment) { return fragment.isIn(text); });
 }
 
-bool isBrowser(const SearchedText& bundle, const SearchedText& display, const SearchedText& name) {
+/// Names that mean something on one kind of system only.
+struct FurtherNames {
+    std::span<const NameFragment> browserFragments;
+    std::span<const std::string_view> developerProcesses; ///< whole names
+};
+
+FurtherNames furtherNames(OperatingSystem system) {
+    if (system == OperatingSystem::gnuLinux) {
+        return {.browserFragments = linuxBrowserNameFragments,
+                .developerProcesses = linuxDeveloperProcessNames};
+    }
+    return {};
+}
+
+bool isBrowser(const SearchedText& bundle, const SearchedText& display, const SearchedText& name,
+               std::span<const NameFragment> furtherFragments) {
     return containsAny(bundle, browserBundleIdentifiers) || containsAny(display, browserNameFragments) ||
-           containsAny(name, browserNameFragments) || containsAny(display, linuxBrowserNameFragments) ||
-           containsAny(name, linuxBrowserNameFragments);
+           containsAny(name, browserNameFragments) || containsAny(display, furtherFragments) ||
+           containsAny(name, furtherFragments);
 }
 
 bool isDeveloperTool(const SearchedText& bundle, const SearchedText& display, const SearchedText& name) {
     return containsAny(bundle, developerBundleIdentifiers) || containsAny(display, developerNameFragments) ||
            containsAny(name, developerNameFragments);
-}
-
-bool isLinuxDeveloperTool(std::string_view name) {
-    return std::ranges::find(linuxDeveloperProcessNames, name) != linuxDeveloperProcessNames.end();
 }
 
 ProcessOffenderCategory categoryOf(BackgroundWork work) {
@@ -46,9 +58,9 @@ ProcessOffenderCategory categoryOf(BackgroundWork work) {
 } // namespace
 
 /// The first rule that applies decides: the daemons known by name run as root and would else be "system".
-ProcessOffenderCategory classify(const ProcessCPUReading& reading) {
+ProcessOffenderCategory classify(const ProcessCPUReading& reading, OperatingSystem system) {
     const LowerCasedText lowerName(reading.name);
-    if (const auto work = backgroundWork(lowerName.view())) {
+    if (const auto work = backgroundWork(lowerName.view(), system)) {
         return categoryOf(*work);
     }
     const bool hasBundle = reading.appBundleIdentifier.has_value();
@@ -61,10 +73,12 @@ ProcessOffenderCategory classify(const ProcessCPUReading& reading) {
     const SearchedText name(lowerName.view());
     const SearchedText bundle(lowerBundle.view());
     const SearchedText display(lowerDisplay.view());
-    if (isBrowser(bundle, display, name)) {
+    const auto further = furtherNames(system);
+    if (isBrowser(bundle, display, name, further.browserFragments)) {
         return ProcessOffenderCategory::browserWorkload;
     }
-    if (isDeveloperTool(bundle, display, name) || isLinuxDeveloperTool(lowerName.view())) {
+    if (isDeveloperTool(bundle, display, name) ||
+        std::ranges::find(further.developerProcesses, lowerName.view()) != further.developerProcesses.end()) {
         return ProcessOffenderCategory::developerWorkload;
     }
     return hasBundle ? ProcessOffenderCategory::userApplication : ProcessOffenderCategory::unknown;

@@ -53,17 +53,17 @@ std::optional<double> shareSince(const PreviousReading& previous, const ProcessC
 }
 
 std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading,
-                                    const PreviousReadingsByPID& previousByPID,
-                                    const ProcessOffenderConfiguration& configuration) {
-    const auto previous = previousByPID.find(reading.processIdentifier);
-    if (previous == previousByPID.end()) {
+                                    const ProcessOffenderAggregator& inputs) {
+    const auto previous = inputs.previousReadingsByPID.find(reading.processIdentifier);
+    if (previous == inputs.previousReadingsByPID.end()) {
         return std::nullopt;
     }
-    const auto share = shareSince(previous->second, reading, configuration.processorCount);
-    if (!share || isExcluded(reading, configuration)) {
+    const auto share = shareSince(previous->second, reading, inputs.configuration.processorCount);
+    if (!share || isExcluded(reading, inputs.configuration)) {
         return std::nullopt;
     }
-    return ProcessDelta{.reading = &reading, .cpuPercent = *share, .category = classify(reading)};
+    return ProcessDelta{
+        .reading = &reading, .cpuPercent = *share, .category = classify(reading, inputs.system)};
 }
 
 /// Every delta, those of one group next to each other and in census order.
@@ -95,14 +95,14 @@ GroupedDeltas groupedDeltas(const ProcessOffenderAggregator& inputs) {
     std::vector<std::size_t> groupOfDelta;
     std::vector<std::size_t> sizes;
     for (const ProcessCPUReading& reading : inputs.currentReadings) {
-        const auto delta = deltaOf(reading, inputs.previousReadingsByPID, inputs.configuration);
+        const auto delta = deltaOf(reading, inputs);
         if (!delta) {
             continue;
         }
-        std::string id = ProcessOffenderGroup::idFor(*delta);
+        std::string id = ProcessOffenderGroup::idFor(*delta, inputs.system);
         auto known = groupByID.find(id);
         if (known == groupByID.end()) {
-            const ProcessOffenderGroup& group = groups.emplace_back(std::move(id), *delta);
+            const ProcessOffenderGroup& group = groups.emplace_back(std::move(id), *delta, inputs.system);
             known = groupByID.emplace(group.id, sizes.size()).first;
             sizes.push_back(0);
         }

@@ -5,6 +5,7 @@
 #include "cpu/ProcessOffenderConfiguration.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
+#include "support/OperatingSystem.h"
 
 #include <cstdint>
 #include <optional>
@@ -44,6 +45,7 @@ struct ProcessOffenderAggregator {
     HistoryByOffenderID existingHistoryByOffenderID;    ///< taken over into the result
     Instant now;                                        ///< when the current readings were taken
     const LocalizedComparison& comparison;
+    OperatingSystem system; ///< decides what names of processes mean, and the names of groups
 
     Result aggregate() &&;
 };

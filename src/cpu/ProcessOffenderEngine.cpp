@@ -14,8 +14,8 @@ ProcessOffenderSnapshot withoutOffenders(ProcessOffenderSnapshotState state, Ins
 } // namespace
 
 ProcessOffenderEngine::ProcessOffenderEngine(std::unique_ptr<ProcessCPUReadingProviding> provider,
-                                             const LocalizedComparison& comparison)
-    : provider_(std::move(provider)), comparison_(&comparison) {}
+                                             const LocalizedComparison& comparison, OperatingSystem system)
+    : provider_(std::move(provider)), comparison_(&comparison), system_(system) {}
 
 ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderConfiguration& configuration,
                                                         Instant at) {
@@ -36,6 +36,7 @@ ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderCon
             .existingHistoryByOffenderID = std::exchange(historyByOffenderID_, {}),
             .now = at,
             .comparison = *comparison_,
+            .system = system_,
         }
             .aggregate();
     historyByOffenderID_ = std::move(result.historyByOffenderID);

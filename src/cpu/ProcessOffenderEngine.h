@@ -6,6 +6,7 @@
 #include "cpu/ProcessOffenderSnapshot.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
+#include "support/OperatingSystem.h"
 
 #include <memory>
 #include <mutex>
@@ -17,9 +18,9 @@ namespace cindertop {
 class ProcessOffenderEngine {
 public:
     /// `provider` may not be null; `comparison` decides the order of equal shares and must outlive the
-    /// engine.
+    /// engine; `system` decides what names of processes mean.
     ProcessOffenderEngine(std::unique_ptr<ProcessCPUReadingProviding> provider,
-                          const LocalizedComparison& comparison);
+                          const LocalizedComparison& comparison, OperatingSystem system);
 
     /// Takes a census. The first one is `collecting`, since a share needs two; one that finds no process is
     /// `unavailable`, and the next starts over.
@@ -32,6 +33,7 @@ private:
     std::mutex calls_;
     std::unique_ptr<ProcessCPUReadingProviding> provider_;
     const LocalizedComparison* comparison_;
+    OperatingSystem system_;
     PreviousReadingsByPID previousReadingsByPID_;
     HistoryByOffenderID historyByOffenderID_;
 };

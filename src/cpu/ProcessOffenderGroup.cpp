@@ -2,6 +2,7 @@
 
 #include "cpu/BackgroundWork.h"
 #include "cpu/LowerCasedText.h"
+#include "support/Wording.h"
 
 #include <optional>
 #include <utility>
@@ -22,8 +23,8 @@ struct BackgroundGroup {
 };
 
 /// None for a daemon that stands for itself.
-std::optional<BackgroundGroup> backgroundGroup(std::string_view lowerCasedName) {
-    const auto work = backgroundWork(lowerCasedName);
+std::optional<BackgroundGroup> backgroundGroup(std::string_view lowerCasedName, OperatingSystem system) {
+    const auto work = backgroundWork(lowerCasedName, system);
     if (work == BackgroundWork::softwareUpdate) {
         return BackgroundGroup{.key = "software-update", .displayName = "Software Update"};
     }
@@ -33,16 +34,18 @@ std::optional<BackgroundGroup> backgroundGroup(std::string_view lowerCasedName) 
     return std::nullopt;
 }
 
-std::string_view displayNameFor(const ProcessDelta& delta) {
+constexpr Wording indexingName{"Spotlight indexing", "File indexing"};
+
+std::string_view displayNameFor(const ProcessDelta& delta, OperatingSystem system) {
     const ProcessCPUReading& reading = *delta.reading;
     if (delta.category == ProcessOffenderCategory::indexingOrSetup) {
-        return "Spotlight indexing";
+        return indexingName.in(system);
     }
     if (delta.category == ProcessOffenderCategory::system) {
         return "System";
     }
     if (delta.category == ProcessOffenderCategory::backgroundSystem) {
-        const auto group = backgroundGroup(LowerCasedText(reading.name).view());
+        const auto group = backgroundGroup(LowerCasedText(reading.name).view(), system);
         return group ? group->displayName : reading.name;
     }
     return reading.appBundleIdentifier && reading.appDisplayName ? *reading.appDisplayName : reading.name;
@@ -50,14 +53,14 @@ std::string_view displayNameFor(const ProcessDelta& delta) {
 
 } // namespace
 
-ProcessOffenderGroup::ProcessOffenderGroup(std::string id, const ProcessDelta& first)
+ProcessOffenderGroup::ProcessOffenderGroup(std::string id, const ProcessDelta& first, OperatingSystem system)
     : id(std::move(id)),
-      displayName(displayNameFor(first)),
+      displayName(displayNameFor(first, system)),
       application(!isSystemOwned(first.category) && first.reading->appBundleIdentifier ? first.reading
                                                                                        : nullptr),
       category(first.category) {}
 
-std::string ProcessOffenderGroup::idFor(const ProcessDelta& delta) {
+std::string ProcessOffenderGroup::idFor(const ProcessDelta& delta, OperatingSystem system) {
     if (delta.category == ProcessOffenderCategory::indexingOrSetup) {
         return "background:spotlight-indexing";
     }
@@ -67,7 +70,7 @@ std::string ProcessOffenderGroup::idFor(const ProcessDelta& delta) {
     const ProcessCPUReading& reading = *delta.reading;
     if (delta.category == ProcessOffenderCategory::backgroundSystem) {
         const LowerCasedText lowerName(reading.name);
-        const auto group = backgroundGroup(lowerName.view());
+        const auto group = backgroundGroup(lowerName.view(), system);
         return joined("background:", group ? group->key : lowerName.view());
     }
     return reading.appBundleIdentifier ? joined("bundle:", *reading.appBundleIdentifier)

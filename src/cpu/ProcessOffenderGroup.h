@@ -2,6 +2,7 @@
 
 #include "cpu/ProcessCPUReading.h"
 #include "cpu/ProcessOffenderCategory.h"
+#include "support/OperatingSystem.h"
 
 #include <span>
 #include <string>
@@ -27,11 +28,11 @@ struct ProcessOffenderGroup {
     ProcessOffenderCategory category;
     std::span<ProcessDelta> deltas; ///< a part of the list of all deltas; empty at first
 
-    ProcessOffenderGroup(std::string id, const ProcessDelta& first);
+    ProcessOffenderGroup(std::string id, const ProcessDelta& first, OperatingSystem system);
 
     /// The identifier of the group that a delta belongs to, for example "bundle:org.mozilla.firefox",
     /// "process:vim", "background:software-update" or "system".
-    static std::string idFor(const ProcessDelta& delta);
+    static std::string idFor(const ProcessDelta& delta, OperatingSystem system);
 };
 
 } // namespace cindertop

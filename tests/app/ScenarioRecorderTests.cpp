@@ -31,7 +31,8 @@ struct LiveMachine {
     ProcessOffenderConfiguration configuration =
         ProcessOffenderConfiguration::defaultConfiguration(fakes.process);
     ProcessOffenderEngine engine{
-        std::make_unique<SystemProcessCPUProvider>(fakes.processes, fakes.applications), fakes.comparison};
+        std::make_unique<SystemProcessCPUProvider>(fakes.processes, fakes.applications), fakes.comparison,
+        OperatingSystem::gnuLinux};
     std::vector<ProcessOffenderSnapshot> snapshots;
 
     LiveMachine() {
@@ -128,7 +129,7 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
     simulated::SimulatedMachine machine(scenario, clock);
     ProcessOffenderEngine engine(
         std::make_unique<SystemProcessCPUProvider>(machine.processTable(), machine.applicationCatalog()),
-        live.fakes.comparison);
+        live.fakes.comparison, OperatingSystem::gnuLinux);
     const auto configuration =
         ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation());
     for (std::size_t index = 0; index < live.snapshots.size(); ++index) {

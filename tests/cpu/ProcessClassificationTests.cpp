@@ -19,14 +19,14 @@ struct Case {
     ProcessOffenderCategory category;
 };
 
-void expectCategories(const auto& cases) {
+void expectCategories(const auto& cases, OperatingSystem system = OperatingSystem::mac) {
     for (const auto& [name, bundle, display, isSystem, category] : cases) {
         ProcessCPUReading reading;
         reading.name = name;
         reading.appBundleIdentifier = bundle;
         reading.appDisplayName = display;
         reading.isSystemProcess = isSystem;
-        EXPECT_EQ(caseName(classify(reading)), caseName(category))
+        EXPECT_EQ(caseName(classify(reading, system)), caseName(category))
             << name << " of " << bundle.value_or("no bundle") << (isSystem ? ", system" : "");
     }
 }
@@ -76,33 +76,46 @@ TEST(Classification, FindsBrowsersAndDeveloperToolsByFragments) {
 
 TEST(Classification, KnowsDaemonsOfLinuxInFullAndCutByTheKernel) {
     expectCategories(std::to_array<Case>({
-        {"localsearch-extractor-3", none, none, true, indexingOrSetup},
-        {"localsearch-ext", none, none, true, indexingOrSetup},
-        {"localsearch-extr", none, none, true, system},
-        {"updatedb.plocat", none, none, true, indexingOrSetup},
-        {"unattended-upgrade", none, none, true, backgroundSystem},
-        {"unattended-upgr", none, none, true, backgroundSystem},
-        {"flatpak-system-", none, none, true, backgroundSystem},
-        {"dnf5", none, none, true, backgroundSystem},
-        {"clamd", none, none, false, backgroundSystem},
-        {"apt", "org.gnome.Terminal.desktop", "Terminal", false, backgroundSystem},
-        {"apt-cache", none, none, false, unknown},
-    }));
+                         {"localsearch-extractor-3", none, none, true, indexingOrSetup},
+                         {"localsearch-ext", none, none, true, indexingOrSetup},
+                         {"localsearch-extr", none, none, true, system},
+                         {"updatedb.plocat", none, none, true, indexingOrSetup},
+                         {"unattended-upgrade", none, none, true, backgroundSystem},
+                         {"unattended-upgr", none, none, true, backgroundSystem},
+                         {"flatpak-system-", none, none, true, backgroundSystem},
+                         {"dnf5", none, none, true, backgroundSystem},
+                         {"clamd", none, none, false, backgroundSystem},
+                         {"apt", "org.gnome.Terminal.desktop", "Terminal", false, backgroundSystem},
+                         {"apt-cache", none, none, false, unknown},
+                     }),
+                     OperatingSystem::gnuLinux);
 }
 
 TEST(Classification, KnowsBrowsersAndDeveloperToolsOfLinux) {
+    expectCategories(
+        std::to_array<Case>({
+            {"chromium-brows", none, none, false, browserWorkload},
+            {"WebKitWebProces", "org.gnome.Epiphany.desktop", "GNOME Web (Epiphany)", false, browserWorkload},
+            {"Helper", "org.gnome.Epiphany.desktop", "Web", false,
+             userApplication}, // no fragment of identifiers
+            {"vivaldi-bin", none, none, true, system},
+            {"librewolf", "com.apple.dt.xcode", none, false, browserWorkload},
+            {"cc1plus", none, none, false, developerWorkload},
+            {"GO", none, none, false, developerWorkload},
+            {"go", "org.example.app", "App", false, developerWorkload},
+            {"gopher", "org.example.app", "go", false, userApplication},
+            {"makeinfo", none, none, false, unknown},
+            {"cargo", none, none, true, system},
+        }),
+        OperatingSystem::gnuLinux);
+}
+
+TEST(Classification, KnowsNoNamesOfLinuxElsewhere) {
     expectCategories(std::to_array<Case>({
-        {"chromium-brows", none, none, false, browserWorkload},
-        {"WebKitWebProces", "org.gnome.Epiphany.desktop", "GNOME Web (Epiphany)", false, browserWorkload},
-        {"Helper", "org.gnome.Epiphany.desktop", "Web", false, userApplication}, // no fragment of identifiers
-        {"vivaldi-bin", none, none, true, system},
-        {"librewolf", "com.apple.dt.xcode", none, false, browserWorkload},
-        {"cc1plus", none, none, false, developerWorkload},
-        {"GO", none, none, false, developerWorkload},
-        {"go", "org.example.app", "App", false, developerWorkload},
-        {"gopher", "org.example.app", "go", false, userApplication},
-        {"makeinfo", none, none, false, unknown},
-        {"cargo", none, none, true, system},
+        {"baloo_file", none, none, true, system},
+        {"pacman", none, none, false, unknown},
+        {"make", none, none, false, unknown},
+        {"epiphany", "org.example.app", none, false, userApplication},
     }));
 }
 

@@ -54,7 +54,8 @@ Worker ofSystem(Worker of) {
 
 ProcessOffenderAggregator::Result aggregate(const std::vector<Worker>& workers,
                                             const ProcessOffenderConfiguration::Fields& fields = {},
-                                            HistoryByOffenderID histories = {}) {
+                                            HistoryByOffenderID histories = {},
+                                            OperatingSystem system = OperatingSystem::mac) {
     std::vector<ProcessCPUReading> readings;
     readings.reserve(workers.size());
     for (const Worker& each : workers) {
@@ -73,6 +74,7 @@ ProcessOffenderAggregator::Result aggregate(const std::vector<Worker>& workers,
         .existingHistoryByOffenderID = std::move(histories),
         .now = now,
         .comparison = british(),
+        .system = system,
     }
         .aggregate();
 }
@@ -146,6 +148,7 @@ TEST(ProcessOffenderAggregator, LeavesOutReadingsThatCannotBeCompared) {
                 .existingHistoryByOffenderID = {},
                 .now = now,
                 .comparison = british(),
+                .system = OperatingSystem::mac,
             }
                 .aggregate();
         EXPECT_EQ(result.visibleOffenders.size(), offenders) << why;
@@ -153,14 +156,17 @@ TEST(ProcessOffenderAggregator, LeavesOutReadingsThatCannotBeCompared) {
 }
 
 TEST(ProcessOffenderAggregator, NamesGroups) {
+    using enum OperatingSystem;
+
     struct Case {
         Worker of;
         std::string_view id;
         std::string_view displayName;
         bool isApplication;
+        OperatingSystem system = mac;
     };
 
-    for (const auto& [of, id, displayName, isApplication] : std::to_array<Case>({
+    for (const auto& [of, id, displayName, isApplication, system] : std::to_array<Case>({
              {inBundle(worker(1, "Foo", 10), "Org.Foo", "Foo App"), "bundle:Org.Foo", "Foo App", true},
              {inBundle(worker(1, "Foo", 10), "Org.Foo"), "bundle:Org.Foo", "Foo", true},
              {inBundle(worker(1, "Foo", 10), "", "Foo App"), "bundle:", "Foo App", true},
@@ -173,13 +179,14 @@ TEST(ProcessOffenderAggregator, NamesGroups) {
              {ofSystem(worker(1, "kworker/0:1", 10)), "system", "System", false},
              {inBundle(worker(1, "MDS", 10), "org.foo", "Foo"), "background:spotlight-indexing",
               "Spotlight indexing", false},
-             {worker(1, "baloo_file", 10), "background:spotlight-indexing", "Spotlight indexing", false},
+             {worker(1, "baloo_file", 10), "background:spotlight-indexing", "File indexing", false, gnuLinux},
              {worker(1, "Installd", 10), "background:software-update", "Software Update", false},
-             {ofSystem(worker(1, "packagekitd", 10)), "background:software-update", "Software Update", false},
+             {ofSystem(worker(1, "packagekitd", 10)), "background:software-update", "Software Update", false,
+              gnuLinux},
              {ofSystem(worker(1, "XProtectService", 10)), "background:security", "Security checks", false},
-             {worker(1, "clamd", 10), "background:security", "Security checks", false},
+             {worker(1, "clamd", 10), "background:security", "Security checks", false, gnuLinux},
          })) {
-        const auto result = aggregate({of});
+        const auto result = aggregate({of}, {}, {}, system);
         ASSERT_EQ(result.visibleOffenders.size(), 1U) << id;
         const ProcessOffender& offender = result.visibleOffenders.front();
         EXPECT_EQ(offender.id, id);
@@ -414,6 +421,7 @@ TEST(ProcessOffenderAggregator, StaysFiniteAtTheLimits) {
             .existingHistoryByOffenderID = {},
             .now = now,
             .comparison = british(),
+            .system = OperatingSystem::mac,
         }
             .aggregate();
     EXPECT_NEAR(result.visibleOffenders.at(0).cpuPercent, 1.8446744073709552e21, 1e12);

@@ -53,7 +53,7 @@ protected:
     Instant at = start;
     LocalizedComparison comparison{"en_GB"};
     ProcessOffenderConfiguration configuration{ProcessOffenderConfiguration::Fields{}};
-    ProcessOffenderEngine engine{std::make_unique<ScriptedCensus>(census), comparison};
+    ProcessOffenderEngine engine{std::make_unique<ScriptedCensus>(census), comparison, OperatingSystem::mac};
 };
 
 TEST_F(ProcessOffenderEngineTest, NeedsTwoCensusesAndStartsOverAfterAnEmptyOne) {
