@@ -21,6 +21,8 @@ AppState::AppState(AppStateEnvironment environment)
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,
                            environment_.calendar, environment_.files),
       systemNotificationService_(environment_.notificationCenter),
+      recommendationEngine_(environment_.machine.operatingSystem),
+      thermalAlertRuleEngine_(environment_.machine.operatingSystem),
       diagnosticLogService_(environment_.diagnosticFile, {.defaults = environment_.defaults,
                                                           .files = environment_.files,
                                                           .unifiedLog = environment_.unifiedLog,

@@ -103,7 +103,7 @@ void AppState::forgetMonitoring() {
     latestSystemContextSnapshot_.reset();
     failedReads_.clear();
     recommendationEngine_.reset();
-    thermalAlertRuleEngine_ = {};
+    thermalAlertRuleEngine_ = ThermalAlertRuleEngine(environment_.machine.operatingSystem);
 }
 
 bool AppState::isCurrent(const Tick& tick) const {

@@ -48,9 +48,9 @@ struct OffenderAdviceRow {
     Test applies;
     CinderInsightKind kind;
     CinderInsightConfidence confidence;
-    std::string_view title;
-    std::string_view message; ///< one that begins with a blank follows the offender's label
-    int priority;             ///< at a serious or critical level
+    Wording title;
+    Wording message; ///< may have a place for the offender's label
+    int priority;    ///< at a serious or critical level
     int priorityAtLowLevel;
 };
 
@@ -59,22 +59,23 @@ constexpr auto adviceRows = std::to_array<OffenderAdviceRow>({
     {.applies = isNamedLike<gameNameFragments>,
      .kind = gamingFpsCapRecommended,
      .confidence = medium,
-     .title = "Game workload",
-     .message = " is the main load. Cap FPS or lower resolution for steadier thermals.",
+     .title = Wording::same("Game workload"),
+     .message = Wording::same("{name} is the main load. Cap FPS or lower resolution for steadier thermals."),
      .priority = 35,
      .priorityAtLowLevel = 35},
     {.applies = isNamedLike<localAINameFragments>,
      .kind = localAIWorkload,
      .confidence = medium,
-     .title = "Local AI workload",
-     .message = " is the main load. Pause the local model if you need the Mac to cool faster.",
+     .title = Wording::same("Local AI workload"),
+     .message = {"{name} is the main load. Pause the local model if you need the Mac to cool faster.",
+                 "{name} is the main load. Pause the local model if you need the laptop to cool faster."},
      .priority = 35,
      .priorityAtLowLevel = 35},
     {.applies = isOfCategory<backgroundSystem, system>,
      .kind = backgroundIndexingLikely,
      .confidence = low,
-     .title = "System workload",
-     .message = "A system workload is active. It usually settles without manual action.",
+     .title = Wording::same("System workload"),
+     .message = Wording::same("A system workload is active. It usually settles without manual action."),
      .priority = 55,
      .priorityAtLowLevel = 55},
     {.applies = isOfCategory<indexingOrSetup>,
@@ -87,22 +88,25 @@ constexpr auto adviceRows = std::to_array<OffenderAdviceRow>({
     {.applies = isOfCategory<developerWorkload>,
      .kind = developerBuildWorkload,
      .confidence = high,
-     .title = "Developer workload",
-     .message = " is the main load. Let the build finish or use Low Power Mode for steadier thermals.",
+     .title = Wording::same("Developer workload"),
+     .message =
+         {"{name} is the main load. Let the build finish or use Low Power Mode for steadier thermals.",
+          "{name} is the main load. Let the build finish or switch to Power Saver for steadier thermals."},
      .priority = 30,
      .priorityAtLowLevel = 40},
     {.applies = isOfCategory<browserWorkload>,
      .kind = browserTabLikely,
      .confidence = medium,
-     .title = "Browser workload",
-     .message = " is the main load. A busy tab or web app may be adding heat.",
+     .title = Wording::same("Browser workload"),
+     .message = Wording::same("{name} is the main load. A busy tab or web app may be adding heat."),
      .priority = 30,
      .priorityAtLowLevel = 40},
     {.applies = isAnything,
      .kind = topCpuOffender,
      .confidence = medium,
-     .title = "Top CPU offender",
-     .message = " is the main load. Quit or pause it if you need the Mac to cool faster.",
+     .title = Wording::same("Top CPU offender"),
+     .message = {"{name} is the main load. Quit or pause it if you need the Mac to cool faster.",
+                 "{name} is the main load. Quit or pause it if you need the laptop to cool faster."},
      .priority = 30,
      .priorityAtLowLevel = 42},
 });
@@ -126,24 +130,17 @@ std::string offenderLabel(const ProcessOffender& offender) {
     return offender.displayName + " (" + wholeNumber(offender.cpuPercent) + "% CPU)";
 }
 
-std::string messageFor(const OffenderAdviceRow& row, const ProcessOffender& offender) {
-    std::string message;
-    if (row.message.starts_with(' ')) {
-        message = offenderLabel(offender);
-    }
-    return message.append(row.message);
-}
-
 } // namespace
 
-RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level) {
+RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level,
+                                       OperatingSystem system) {
     const auto subject = searched(offender);
     const auto& row = *std::ranges::find_if(
         adviceRows, [&](Test applies) { return applies(subject); }, &OffenderAdviceRow::applies);
     return {.insight = {.kind = row.kind,
                         .confidence = row.confidence,
-                        .title = std::string(row.title),
-                        .message = messageFor(row, offender),
+                        .title = std::string(row.title.in(system)),
+                        .message = withName(row.message.in(system), offenderLabel(offender)),
                         .relatedOffenderID = offender.id},
             .priority = level < ThermalLevel::serious ? row.priorityAtLowLevel : row.priority};
 }

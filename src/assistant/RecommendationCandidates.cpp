@@ -1,6 +1,7 @@
 #include "assistant/RecommendationCandidates.h"
 
 #include "assistant/OffenderAdvice.h"
+#include "support/Wording.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +9,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <tuple>
 
 namespace cindertop {
@@ -85,14 +85,15 @@ struct AdviceRow {
     bool (*applies)(const Circumstances&);
     CinderInsightKind kind;
     CinderInsightConfidence confidence;
-    std::string_view title;
-    std::string_view message;
+    Wording title;
+    Wording message;
     int priority;
 };
 
-constexpr std::string_view criticalTitle = "Critical thermal pressure";
-constexpr std::string_view criticalMessage =
-    "macOS reports critical thermal pressure. Pause heavy work if you can.";
+constexpr auto criticalTitle = Wording::same("Critical thermal pressure");
+constexpr Wording criticalMessage{
+    "macOS reports critical thermal pressure. Pause heavy work if you can.",
+    "The system reports critical thermal pressure. Pause heavy work if you can."};
 
 /// Every row that applies gives its advice. That about the busiest offender comes between the two tables.
 constexpr auto rowsBeforeOffender = std::to_array<AdviceRow>({
@@ -105,27 +106,30 @@ constexpr auto rowsBeforeOffender = std::to_array<AdviceRow>({
     {.applies = isSeriousForAWhile,
      .kind = sustainedSeriousPressure,
      .confidence = high,
-     .title = "Sustained thermal pressure",
-     .message = "macOS has reported serious thermal pressure for a while. "
-                "Pause the heavy task or use Low Power Mode for steadier work.",
+     .title = Wording::same("Sustained thermal pressure"),
+     .message = {"macOS has reported serious thermal pressure for a while. "
+                 "Pause the heavy task or use Low Power Mode for steadier work.",
+                 "The system has reported serious thermal pressure for a while. "
+                 "Pause the heavy task or switch to Power Saver for steadier work."},
      .priority = 5},
     {.applies = isCooling,
      .kind = coolingRecovery,
      .confidence = high,
-     .title = "Cooling down",
-     .message = "Temperature is falling. No action needed.",
+     .title = Wording::same("Cooling down"),
+     .message = Wording::same("Temperature is falling. No action needed."),
      .priority = 20},
     {.applies = isClamshellHot,
      .kind = probableClamshellHeat,
      .confidence = high,
-     .title = "Clamshell heat",
-     .message = "Clamshell mode may be trapping heat. Open the lid during long heavy work.",
+     .title = Wording::same("Clamshell heat"),
+     .message = Wording::same("Clamshell mode may be trapping heat. Open the lid during long heavy work."),
      .priority = 15},
     {.applies = isExternalDisplayHot,
      .kind = externalDisplayThermalLoad,
      .confidence = medium,
-     .title = "External display load",
-     .message = "External display load may be adding heat. Lower refresh rate or unplug it during long work.",
+     .title = Wording::same("External display load"),
+     .message = Wording::same(
+         "External display load may be adding heat. Lower refresh rate or unplug it during long work."),
      .priority = 25},
     {.applies = isIndexingAboveNormal,
      .kind = backgroundIndexingLikely,
@@ -145,26 +149,30 @@ constexpr auto rowsBehindOffender = std::to_array<AdviceRow>({
     {.applies = isChargingHot,
      .kind = chargingAddsHeat,
      .confidence = medium,
-     .title = "Charging heat",
-     .message = "Charging can add heat during heavy work. Unplug briefly if you need faster cooling.",
+     .title = Wording::same("Charging heat"),
+     .message =
+         Wording::same("Charging can add heat during heavy work. Unplug briefly if you need faster cooling."),
      .priority = 50},
     {.applies = isAt<ThermalLevel::normal>,
      .kind = normalForWorkload,
      .confidence = high,
-     .title = "Normal workload",
-     .message = "This looks normal for the current workload. No action needed.",
+     .title = Wording::same("Normal workload"),
+     .message = Wording::same("This looks normal for the current workload. No action needed."),
      .priority = 90},
     {.applies = isAt<ThermalLevel::fair>,
      .kind = normalForWorkload,
      .confidence = medium,
-     .title = "Elevated but manageable",
-     .message = "Thermal pressure is elevated, but this still looks manageable. No action needed yet.",
+     .title = Wording::same("Elevated but manageable"),
+     .message = Wording::same(
+         "Thermal pressure is elevated, but this still looks manageable. No action needed yet."),
      .priority = 85},
     {.applies = isAt<ThermalLevel::serious>,
      .kind = sustainedSeriousPressure,
      .confidence = medium,
-     .title = "Serious thermal pressure",
-     .message = "macOS reports serious thermal pressure. Pause heavy work if performance feels uneven.",
+     .title = Wording::same("Serious thermal pressure"),
+     .message =
+         {"macOS reports serious thermal pressure. Pause heavy work if performance feels uneven.",
+          "The system reports serious thermal pressure. Pause heavy work if performance feels uneven."},
      .priority = 70},
     {.applies = isAt<ThermalLevel::critical>,
      .kind = sustainedSeriousPressure,
@@ -174,15 +182,15 @@ constexpr auto rowsBehindOffender = std::to_array<AdviceRow>({
      .priority = 0},
 });
 
-std::vector<RecommendationCandidate> applyingAdvice(std::span<const AdviceRow> rows,
-                                                    const Circumstances& now) {
+std::vector<RecommendationCandidate> applyingAdvice(std::span<const AdviceRow> rows, const Circumstances& now,
+                                                    OperatingSystem system) {
     std::vector<RecommendationCandidate> candidates;
     for (const AdviceRow& row : rows) {
         if (row.applies(now)) {
             candidates.push_back({.insight = {.kind = row.kind,
                                               .confidence = row.confidence,
-                                              .title = std::string(row.title),
-                                              .message = std::string(row.message),
+                                              .title = std::string(row.title.in(system)),
+                                              .message = std::string(row.message.in(system)),
                                               .relatedOffenderID = std::nullopt},
                                   .priority = row.priority});
         }
@@ -204,14 +212,14 @@ const ProcessOffender* busiestOffender(const Circumstances& now) {
 std::vector<RecommendationCandidate>
 recommendationCandidates(const ThermalScore& score, const SystemContextSnapshot& context,
                          const ProcessOffenderSnapshot& offenders,
-                         const RecommendationEngineConfiguration& configuration) {
+                         const RecommendationEngineConfiguration& configuration, OperatingSystem system) {
     const Circumstances now{
         .score = score, .context = context, .offenders = offenders, .configuration = configuration};
-    auto candidates = applyingAdvice(rowsBeforeOffender, now);
+    auto candidates = applyingAdvice(rowsBeforeOffender, now, system);
     if (const auto* const offender = busiestOffender(now)) {
-        candidates.push_back(offenderAdvice(*offender, score.level));
+        candidates.push_back(offenderAdvice(*offender, score.level, system));
     }
-    std::ranges::move(applyingAdvice(rowsBehindOffender, now), std::back_inserter(candidates));
+    std::ranges::move(applyingAdvice(rowsBehindOffender, now, system), std::back_inserter(candidates));
 
     std::ranges::stable_sort(candidates, {}, [](const RecommendationCandidate& candidate) {
         return std::tuple(candidate.priority, rawValue(candidate.insight.kind));

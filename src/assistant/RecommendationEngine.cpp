@@ -36,7 +36,7 @@ CinderRecommendationSnapshot
 RecommendationEngine::update(const ThermalScore& score, const SystemContextSnapshot& context,
                              const ProcessOffenderSnapshot& offenders,
                              const RecommendationEngineConfiguration& configuration, Instant now) {
-    const auto candidates = recommendationCandidates(score, context, offenders, configuration);
+    const auto candidates = recommendationCandidates(score, context, offenders, configuration, system_);
     auto primary = choosePrimary(candidates.front(), configuration.primaryInsightConfirmationCount);
     auto secondaries = insightsBeside(primary.kind, candidates,
                                       static_cast<std::size_t>(configuration.maximumSecondaryInsightCount));

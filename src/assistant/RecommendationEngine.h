@@ -6,6 +6,7 @@
 #include "context/SystemContextSnapshot.h"
 #include "cpu/ProcessOffenderSnapshot.h"
 #include "support/Instant.h"
+#include "support/OperatingSystem.h"
 #include "thermal/ThermalScore.h"
 
 #include <optional>
@@ -16,6 +17,9 @@ namespace cindertop {
 /// that the headline does not flicker; urgent advice leads at once. A plain value for one thread.
 class RecommendationEngine {
 public:
+    /// `system` decides the wording.
+    explicit RecommendationEngine(OperatingSystem system) : system_(system) {}
+
     CinderRecommendationSnapshot update(const ThermalScore& score, const SystemContextSnapshot& context,
                                         const ProcessOffenderSnapshot& offenders,
                                         const RecommendationEngineConfiguration& configuration, Instant now);
@@ -28,6 +32,7 @@ private:
     bool isConfirmedBy(CinderInsightKind leader, int confirmationCount);
     void clearPending();
 
+    OperatingSystem system_;
     CinderRecommendationSnapshot lastSnapshot_;
     std::optional<CinderInsightKind> pendingPrimaryKind_; ///< leads the candidates, but is not yet confirmed
     int pendingPrimaryCount_{0};                          ///< for how many ticks in a row it has led

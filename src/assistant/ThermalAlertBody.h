@@ -2,6 +2,7 @@
 
 #include "assistant/CinderRecommendationSnapshot.h"
 #include "assistant/ThermalAlertKind.h"
+#include "support/OperatingSystem.h"
 
 #include <optional>
 #include <string>
@@ -9,8 +10,9 @@
 namespace cindertop {
 
 /// What an alert of this kind says. The current advice decides what it suggests; the label, the busiest
-/// offender's name, begins the sentence where the advice is about an application.
+/// offender's name, has its place in the sentence where the advice is about an application. `system` decides
+/// the wording.
 std::string thermalAlertBody(ThermalAlertKind kind, const CinderRecommendationSnapshot& recommendation,
-                             const std::optional<std::string>& topOffenderLabel);
+                             const std::optional<std::string>& topOffenderLabel, OperatingSystem system);
 
 } // namespace cindertop

@@ -23,10 +23,10 @@ std::string_view titleOf(ThermalAlertKind kind) {
     return {};
 }
 
-ThermalAlert makeAlert(ThermalAlertKind kind, const ThermalAlertInput& input) {
+ThermalAlert makeAlert(ThermalAlertKind kind, const ThermalAlertInput& input, OperatingSystem system) {
     return {.kind = kind,
             .title = std::string(titleOf(kind)),
-            .body = thermalAlertBody(kind, input.recommendationSnapshot, input.topOffenderLabel),
+            .body = thermalAlertBody(kind, input.recommendationSnapshot, input.topOffenderLabel, system),
             .issuedAt = input.now};
 }
 
@@ -40,7 +40,7 @@ std::optional<ThermalAlert> ThermalAlertRuleEngine::evaluate(const ThermalAlertI
         return std::nullopt;
     }
     recordDelivery(*kind, input.now);
-    return makeAlert(*kind, input);
+    return makeAlert(*kind, input, system_);
 }
 
 /// The transition since the last evaluation, the most severe one first. A critical one also uses up the

@@ -4,6 +4,7 @@
 #include "assistant/ThermalAlertConfiguration.h"
 #include "assistant/ThermalAlertInput.h"
 #include "support/Instant.h"
+#include "support/OperatingSystem.h"
 
 #include <map>
 #include <optional>
@@ -15,6 +16,9 @@ namespace cindertop {
 /// thread.
 class ThermalAlertRuleEngine {
 public:
+    /// `system` decides the wording.
+    explicit ThermalAlertRuleEngine(OperatingSystem system) : system_(system) {}
+
     std::optional<ThermalAlert> evaluate(const ThermalAlertInput& input,
                                          const ThermalAlertConfiguration& configuration);
 
@@ -25,6 +29,7 @@ private:
     bool canDeliver(ThermalAlertKind kind, const ThermalAlertConfiguration& configuration, Instant now) const;
     void recordDelivery(ThermalAlertKind kind, Instant now);
 
+    OperatingSystem system_;
     bool wasSustainedPressure_{false};
     bool wasCritical_{false};
     Seconds mostRecentSustainedDuration_{0}; ///< the longest stretch of sustained pressure so far; only grows

@@ -66,7 +66,7 @@ TEST(OffenderAdvice, FollowsTheNamesThenTheCategoryAndTheLevel) {
              {std::pair{ThermalLevel::normal, atLowLevel}, std::pair{ThermalLevel::fair, atLowLevel},
               std::pair{ThermalLevel::serious, atHighLevel},
               std::pair{ThermalLevel::critical, atHighLevel}}) {
-            EXPECT_EQ(offenderAdvice(ProcessOffender(fields), level),
+            EXPECT_EQ(offenderAdvice(ProcessOffender(fields), level, OperatingSystem::mac),
                       (RecommendationCandidate{expected, priority}))
                 << fields.displayName << " at " << rawValue(level);
         }
@@ -81,7 +81,9 @@ TEST(OffenderAdvice, KnowsTheseNames) {
              {model.kind, {"LM Studio", "llama-server", "Ollama", "MLX"}},
              {other.kind, {"Epic", "LM-Studio", "Battle-net", "League"}}}) {
         for (const auto& name : names) {
-            EXPECT_EQ(offenderAdvice(offender(name, 7, unknown), ThermalLevel::fair).insight.kind, kind)
+            EXPECT_EQ(offenderAdvice(offender(name, 7, unknown), ThermalLevel::fair, OperatingSystem::mac)
+                          .insight.kind,
+                      kind)
                 << name;
         }
     }
@@ -90,7 +92,8 @@ TEST(OffenderAdvice, KnowsTheseNames) {
 TEST(OffenderAdvice, WritesAnyShareInFull) {
     for (const auto& [share, text] : std::vector<std::pair<double, std::string>>{
              {42.4, "App (42% CPU) is"}, {1234.5, "App (1235% CPU) is"}, {1e300, "App (1000000000000000"}}) {
-        const auto advice = offenderAdvice(offender("App", share, userApplication), ThermalLevel::fair);
+        const auto advice =
+            offenderAdvice(offender("App", share, userApplication), ThermalLevel::fair, OperatingSystem::mac);
         EXPECT_TRUE(advice.insight.message.starts_with(text)) << advice.insight.message;
     }
 }

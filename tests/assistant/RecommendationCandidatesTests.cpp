@@ -58,7 +58,7 @@ ProcessOffender safari(double share) {
 }
 
 RecommendationCandidate browser(ThermalLevel level, double share = 30) {
-    return offenderAdvice(safari(share), level);
+    return offenderAdvice(safari(share), level, OperatingSystem::mac);
 }
 
 /// The raw values, a blank behind each.
@@ -112,7 +112,8 @@ TEST(RecommendationCandidates, TellThePressureAndWhatAddsToIt) {
              {scoreOf(fair), contextWith(power(unknown, true)), {elevated}},
              {scoreOf(fair), contextWith(power(acPower, true, false)), {elevated}},
          }) {
-        EXPECT_EQ(recommendationCandidates(score, context, ProcessOffenderSnapshot::empty(), defaults),
+        EXPECT_EQ(recommendationCandidates(score, context, ProcessOffenderSnapshot::empty(), defaults,
+                                           OperatingSystem::mac),
                   expected)
             << rawValue(score.level) << ", expected first: " << expected.front().insight.title;
     }
@@ -132,7 +133,9 @@ TEST(RecommendationCandidates, TellTheProcessesWhenTheyAreKnown) {
              {fair, readyOffenders({safari(4.9), safari(30)}), {elevated}},
              {fair, readyOffenders({safari(5.0), safari(30)}), {browser(fair, 5), elevated}},
          }) {
-        EXPECT_EQ(recommendationCandidates(scoreOf(level), contextWith(), offenders, defaults), expected)
+        EXPECT_EQ(recommendationCandidates(scoreOf(level), contextWith(), offenders, defaults,
+                                           OperatingSystem::mac),
+                  expected)
             << rawValue(level) << ", expected first: " << expected.front().insight.title;
     }
 }
@@ -142,7 +145,7 @@ TEST(RecommendationCandidates, GoByUrgencyThenByKindThenAsTheyWereAdded) {
     const auto busy = readyOffenders({safari(30)}, true);
     const auto advice = [&](bool includesProcesses, bool includesContext) {
         return recommendationCandidates(scoreOf(critical), context, busy,
-                                        {2, 2, includesProcesses, includesContext});
+                                        {2, 2, includesProcesses, includesContext}, OperatingSystem::mac);
     };
     EXPECT_EQ(advice(true, true),
               (Advice{criticalNow, criticalNow, clamshell, browser(critical), indexing(45), charging}));
@@ -154,9 +157,9 @@ TEST(RecommendationCandidates, GoByUrgencyThenByKindThenAsTheyWereAdded) {
     auto byOffender = indexing(45);
     byOffender.insight.confidence = Confidence::high;
     byOffender.insight.relatedOffenderID = "id:Spotlight";
-    EXPECT_EQ(
-        recommendationCandidates(scoreOf(fair), contextWith(), readyOffenders({indexer}, true), defaults),
-        (Advice{indexing(45), byOffender, elevated}));
+    EXPECT_EQ(recommendationCandidates(scoreOf(fair), contextWith(), readyOffenders({indexer}, true),
+                                       defaults, OperatingSystem::mac),
+              (Advice{indexing(45), byOffender, elevated}));
 }
 
 } // namespace

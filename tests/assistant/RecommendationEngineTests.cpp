@@ -43,7 +43,7 @@ private:
         return headline ? headline->relatedOffenderID.value_or(headline->title) : "nothing";
     }
 
-    RecommendationEngine engine_;
+    RecommendationEngine engine_{OperatingSystem::mac};
     RecommendationEngineConfiguration configuration_;
     int ticks_{0};
 };
@@ -114,7 +114,7 @@ TEST(RecommendationEngine, LetsUrgentAdviceAndAFreshStartLeadAtOnce) {
 TEST(RecommendationEngine, KeepsItsPromisesOverArbitraryTicks) {
     std::mt19937 random{20'240'713}; // NOLINT: the same ticks every time
     const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
-    RecommendationEngine engine;
+    RecommendationEngine engine(OperatingSystem::mac);
     std::optional<CinderInsight> shown;
     std::optional<CinderInsightKind> ledBefore;
     for (int tick = 0; tick < 20'000; ++tick) {
@@ -126,7 +126,8 @@ TEST(RecommendationEngine, KeepsItsPromisesOverArbitraryTicks) {
         const auto category = static_cast<ProcessOffenderCategory>(below(7));
         const auto offenders = readyOffenders({offender("App", below(12), category)}, below(3) == 0);
         const RecommendationEngineConfiguration configuration(2, below(8) - 2, below(8) != 0, below(8) != 0);
-        auto candidates = recommendationCandidates(score, context, offenders, configuration);
+        auto candidates =
+            recommendationCandidates(score, context, offenders, configuration, OperatingSystem::mac);
         const auto top = candidates.front();
         const auto [primary, secondaries, measuredAt] =
             engine.update(score, context, offenders, configuration, at(tick));

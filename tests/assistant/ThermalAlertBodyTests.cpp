@@ -65,12 +65,14 @@ const std::vector<Bodies> byImportance{
 
 void expectBodies(const std::vector<CinderInsightKind>& kinds, const Bodies& expected) {
     const auto advice = adviceOf(kinds);
-    EXPECT_EQ(thermalAlertBody(sustainedThrottling, advice, std::nullopt), expected.sustained);
-    EXPECT_EQ(thermalAlertBody(critical, advice, std::nullopt), expected.critical);
+    EXPECT_EQ(thermalAlertBody(sustainedThrottling, advice, std::nullopt, OperatingSystem::mac),
+              expected.sustained);
+    EXPECT_EQ(thermalAlertBody(critical, advice, std::nullopt, OperatingSystem::mac), expected.critical);
     const auto& named = expected.ofPainter;
-    EXPECT_EQ(thermalAlertBody(sustainedThrottling, advice, "Painter"),
+    EXPECT_EQ(thermalAlertBody(sustainedThrottling, advice, "Painter", OperatingSystem::mac),
               named.empty() ? expected.sustained : named);
-    EXPECT_EQ(thermalAlertBody(critical, advice, "Painter"), named.empty() ? expected.critical : named);
+    EXPECT_EQ(thermalAlertBody(critical, advice, "Painter", OperatingSystem::mac),
+              named.empty() ? expected.critical : named);
 }
 
 TEST(ThermalAlertBody, TellsTheCircumstanceThatMattersMost) {
@@ -89,10 +91,15 @@ TEST(ThermalAlertBody, TellsOfARecoveryWhetherItStillCools) {
         "Your Mac is back below serious thermal pressure. Performance should feel steadier again.";
     const std::string cooling =
         "Thermal pressure eased and the trend is cooling. Performance should feel steadier again.";
-    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({}), "Painter"), back);
-    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({topCpuOffender, normalForWorkload}), "Painter"), back);
-    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({coolingRecovery}), "Painter"), cooling);
-    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({topCpuOffender, coolingRecovery}), "Painter"), cooling);
+    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({}), "Painter", OperatingSystem::mac), back);
+    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({topCpuOffender, normalForWorkload}), "Painter",
+                               OperatingSystem::mac),
+              back);
+    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({coolingRecovery}), "Painter", OperatingSystem::mac),
+              cooling);
+    EXPECT_EQ(thermalAlertBody(recovery, adviceOf({topCpuOffender, coolingRecovery}), "Painter",
+                               OperatingSystem::mac),
+              cooling);
 }
 
 } // namespace

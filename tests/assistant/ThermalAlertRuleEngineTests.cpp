@@ -115,7 +115,7 @@ TEST(ThermalAlertRuleEngine, TellsEachTransitionOnce) {
           warm(400, calm, recovery).under(alertsFrom(normal))}},
     };
     for (const auto& [name, steps] : episodes) {
-        ThermalAlertRuleEngine engine;
+        ThermalAlertRuleEngine engine(OperatingSystem::mac);
         for (const auto& step : steps) {
             const auto expected =
                 step.expected.transform([&](auto kind) { return alertOf(kind, step.seconds); });
@@ -147,7 +147,7 @@ TEST(ThermalAlertRuleEngine, KeepsItsPromisesOverArbitraryTicks) {
     std::mt19937 random{7'130'213}; // NOLINT: the same ticks every time
     const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
     constexpr std::array configurations{all, criticalOnly, disabled, alertsFrom(normal)};
-    ThermalAlertRuleEngine engine;
+    ThermalAlertRuleEngine engine(OperatingSystem::mac);
     Step before = warm(0, calm);
     std::map<ThermalAlertKind, double> told{{top, -1e9}, {recovery, -1e9}, {sustainedThrottling, -1e9}};
     double toldLast = -1e9;
