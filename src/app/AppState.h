@@ -180,7 +180,8 @@ private:
     // Settings and commands
     void saveSettings();
     void showExportSuccess();
-    void finishHardwareCheck();
+    void surveyHardware();
+    void finishHardwareCheck(std::optional<HeatSources> sources);
     void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,
              const DiagnosticMetadata& metadata = {});
 

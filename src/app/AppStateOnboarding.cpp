@@ -2,6 +2,7 @@
 #include "app/LegalTerms.h"
 
 #include <chrono>
+#include <utility>
 
 namespace cindertop {
 
@@ -23,15 +24,27 @@ void AppState::startHardwareCheckIfNeeded() {
     state.step = OnboardingStep::hardwareCheck;
     state.hardwareStatus = HardwareCheckStatus::checking();
     published_.onboardingState.set(state);
-    hardwareCheckTask_ = environment_.timers.start(checkingIsShownFor, [this] { finishHardwareCheck(); });
+    hardwareCheckTask_ = environment_.timers.start(checkingIsShownFor, [this] { surveyHardware(); });
 }
 
-void AppState::finishHardwareCheck() {
+void AppState::surveyHardware() {
+    auto* const survey = environment_.machine.heatSourceSurvey;
+    if (survey == nullptr) {
+        finishHardwareCheck(std::nullopt);
+        return;
+    }
+    evaluate(
+        environment_.executor, [survey] { return survey->findHeatSources(); },
+        [this](std::optional<HeatSources> found) { finishHardwareCheck(found.value_or(HeatSources{})); });
+}
+
+void AppState::finishHardwareCheck(std::optional<HeatSources> sources) {
     auto state = *published_.onboardingState;
-    state.hardwareStatus = performHardwareCheck(environment_.systemValues, environment_.architecture);
+    state.hardwareStatus = performHardwareCheck(
+        readHardwareProfile(environment_.systemValues, environment_.architecture), std::move(sources));
     state.hasCompletedHardwareCheck = true;
-    const bool isSupported = state.hardwareStatus.kind() == HardwareCheckStatus::Kind::supported;
-    if (state.step == OnboardingStep::hardwareCheck && isSupported) {
+    const bool isRefused = state.hardwareStatus.kind() == HardwareCheckStatus::Kind::unsupported;
+    if (state.step == OnboardingStep::hardwareCheck && !isRefused) {
         state.step = OnboardingStep::termsAndStart;
     }
     published_.onboardingState.set(state);

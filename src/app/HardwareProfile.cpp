@@ -73,7 +73,7 @@ std::string_view builtArchitecture() {
 }
 
 MacHardwareProfile readHardwareProfile(const SystemValues& system, std::string_view architecture) {
-    return {.modelIdentifier = system.text("hw.model").value_or("unknown"),
+    return {.modelIdentifier = system.text("hw.model").value_or(std::string(unknownModel)),
             .architecture = std::string(architecture),
             .cpuBrand = system.text("machdep.cpu.brand_string")};
 }

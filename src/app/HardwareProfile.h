@@ -40,11 +40,16 @@ std::optional<SupportedMacBookAirModel> supportedModel(std::string_view modelIde
 /// The first generation whose name occurs anywhere in the processor's brand text.
 std::optional<AppleSiliconGeneration> chipGeneration(const std::optional<std::string>& cpuBrand);
 
+/// Stands for the model of a machine that does not tell it.
+inline constexpr std::string_view unknownModel = "unknown";
+
 /// What the machine is.
 struct MacHardwareProfile {
     std::string modelIdentifier;         ///< "unknown" when the system does not tell
     std::string architecture;            ///< "arm64" or "x86_64": what this program was built for
     std::optional<std::string> cpuBrand; ///< absent when the system does not tell
+
+    bool isModelKnown() const { return modelIdentifier != unknownModel; }
 
     bool operator==(const MacHardwareProfile&) const = default;
 };

@@ -3,6 +3,7 @@
 #include "platform/ApplicationCatalog.h"
 #include "platform/Clock.h"
 #include "platform/DisplayList.h"
+#include "platform/HeatSourceSurvey.h"
 #include "platform/HostStatistics.h"
 #include "platform/PowerSources.h"
 #include "platform/ProcessInformation.h"
@@ -32,6 +33,7 @@ struct MachineServices {
     ApplicationCatalog& applications;
     const LocalizedComparison& comparison;              ///< of the user's language
     std::function<std::vector<SourceStatus>()> sources; ///< what the latest reads found about each source
+    HeatSourceSurvey* heatSourceSurvey = nullptr; ///< none where a table of machines alone decides the check
 };
 
 } // namespace cindertop

@@ -15,6 +15,7 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
       throttling_(std::make_shared<LinuxThermalPressureNotifications>(roots, monotonicClock, zones_)),
       thermalPressure_(throttling_),
       temperatureEvents_(sensors_),
+      heatSourceSurvey_(roots, processInformation_, *throttling_, sensors_),
       displays_(lid_, roots),
       powerSources_(roots, monotonicClock),
       hostStatistics_(roots),

@@ -5,6 +5,7 @@
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 #include "platform/linux/LinuxDisplayList.h"
+#include "platform/linux/LinuxHeatSourceSurvey.h"
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessInformation.h"
@@ -57,6 +58,8 @@ public:
 
     const SystemValues& systemValues() const { return systemValues_; }
 
+    HeatSourceSurvey& heatSourceSurvey() { return heatSourceSurvey_; }
+
     /// Every source of facts, as the latest reads found it.
     std::vector<SourceStatus> sources();
 
@@ -71,6 +74,7 @@ private:
     std::shared_ptr<LinuxThermalPressureNotifications> throttling_;
     std::shared_ptr<ThermalPressureNotifications> thermalPressure_; ///< the same, as callers know it
     LinuxTemperatureEvents temperatureEvents_;
+    LinuxHeatSourceSurvey heatSourceSurvey_;
     LinuxDisplayList displays_;
     LinuxPowerSources powerSources_;
     LinuxHostStatistics hostStatistics_;

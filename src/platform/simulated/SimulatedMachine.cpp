@@ -11,6 +11,10 @@ SimulatedMachine::SimulatedMachine(const std::shared_ptr<const Scenario>& scenar
       hostStatistics_(Timeline(scenario, clock)),
       processTable_(Timeline(scenario, clock)),
       applicationCatalog_(scenario),
-      systemValues_(scenario) {}
+      systemValues_(scenario) {
+    if (scenario->operatingSystem == OperatingSystem::gnuLinux) {
+        heatSourceSurvey_.emplace(Timeline(scenario, clock));
+    }
+}
 
 } // namespace cindertop::simulated

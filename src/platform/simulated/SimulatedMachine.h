@@ -2,6 +2,7 @@
 
 #include "platform/simulated/SimulatedApplicationCatalog.h"
 #include "platform/simulated/SimulatedDisplayList.h"
+#include "platform/simulated/SimulatedHeatSourceSurvey.h"
 #include "platform/simulated/SimulatedHostStatistics.h"
 #include "platform/simulated/SimulatedPowerSources.h"
 #include "platform/simulated/SimulatedProcessInformation.h"
@@ -12,6 +13,7 @@
 #include "platform/simulated/Timeline.h"
 
 #include <memory>
+#include <optional>
 
 namespace cindertop::simulated {
 
@@ -43,6 +45,9 @@ public:
 
     SystemValues& systemValues() { return systemValues_; }
 
+    /// None on a Mac: there a table of machines decides.
+    HeatSourceSurvey* heatSourceSurvey() { return heatSourceSurvey_ ? &*heatSourceSurvey_ : nullptr; }
+
 private:
     SimulatedProcessInformation processInformation_;
     std::shared_ptr<SimulatedThermalPressureNotifications> pressure_;
@@ -53,6 +58,7 @@ private:
     SimulatedProcessTable processTable_;
     SimulatedApplicationCatalog applicationCatalog_;
     SimulatedSystemValues systemValues_;
+    std::optional<SimulatedHeatSourceSurvey> heatSourceSurvey_;
 };
 
 } // namespace cindertop::simulated
