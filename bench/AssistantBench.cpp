@@ -77,8 +77,8 @@ ProcessOffenderSnapshot offenders(const std::string& name) {
 void measureTicks(benchmark::State& state, const ProcessOffenderSnapshot& offenders) {
     const std::array scores{scoreOf(ThermalLevel::critical), scoreOf(ThermalLevel::fair)};
     const std::array contexts{contextAt(ThermalLevel::critical), contextAt(ThermalLevel::fair)};
-    RecommendationEngine recommendationEngine;
-    ThermalAlertRuleEngine alertEngine;
+    RecommendationEngine recommendationEngine{OperatingSystem::gnuLinux};
+    ThermalAlertRuleEngine alertEngine{OperatingSystem::gnuLinux};
     Instant now = start;
     std::size_t index = 0;
     int alerts = 0;

@@ -118,6 +118,8 @@ public:
     void exportDiagnosticLogs();
     /// Writes the export, and logs a failure.
     std::expected<void, std::error_code> exportDiagnosticLogs(const std::filesystem::path& destination);
+    /// False where there is nothing to check: no feed is configured, and a package manager updates programs.
+    bool offersUpdateCheck() const;
     void checkForUpdates();
 
     // --- First run
@@ -179,7 +181,7 @@ private:
 
     // Settings and commands
     void saveSettings();
-    void showExportSuccess();
+    void showExportSuccess(const std::filesystem::path& destination);
     void surveyHardware();
     void finishHardwareCheck(std::optional<HeatSources> sources);
     void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,

@@ -1,5 +1,6 @@
 #include "app/AppState.h"
 #include "app/DiagnosticContext.h"
+#include "support/Wording.h"
 
 #include <chrono>
 #include <string>
@@ -11,6 +12,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto exportSuccessIsShownFor = 2500ms;
+
+constexpr Wording loginItemEnabled{"Launch at Login enabled", "Start at Login enabled"};
+constexpr Wording loginItemDisabled{"Launch at Login disabled", "Start at Login disabled"};
 
 struct LoginItemWords {
     bool isEnabled;
@@ -57,9 +61,10 @@ void AppState::setLaunchAtLogin(bool enabled) {
     auto& item = environment_.loginItem;
     const auto result = enabled ? item.registerItem() : item.unregisterItem();
     if (result) {
-        const std::string text = enabled ? "Launch at Login enabled" : "Launch at Login disabled";
-        published_.launchAtLoginFeedback.set(text);
-        log(DiagnosticLogLevel::info, DiagnosticLogCategory::settings, text);
+        const Wording& feedback = enabled ? loginItemEnabled : loginItemDisabled;
+        published_.launchAtLoginFeedback.set(std::string(feedback.in(environment_.machine.operatingSystem)));
+        log(DiagnosticLogLevel::info, DiagnosticLogCategory::settings,
+            enabled ? "Launch at Login enabled" : "Launch at Login disabled");
     } else {
         published_.launchAtLoginFeedback.set(result.error().message);
         log(DiagnosticLogLevel::error, DiagnosticLogCategory::settings, "Launch at Login update failed",
@@ -116,7 +121,7 @@ AppState::exportDiagnosticLogs(const std::filesystem::path& destination) {
                                                  environment_.deployment);
     auto result = diagnosticLogService_.exportLogs(context, destination);
     if (result) {
-        showExportSuccess();
+        showExportSuccess(destination);
     } else {
         log(DiagnosticLogLevel::error, DiagnosticLogCategory::settings, "Diagnostic logs export failed",
             {{"error", DiagnosticLogService::errorSummary(result.error())}});
@@ -124,12 +129,19 @@ AppState::exportDiagnosticLogs(const std::filesystem::path& destination) {
     return result;
 }
 
-void AppState::showExportSuccess() {
+void AppState::showExportSuccess(const std::filesystem::path& destination) {
+    published_.diagnosticExportPath.set(destination.string());
     published_.diagnosticExportSucceeded.set(true);
     diagnosticExportStatusTask_ = environment_.timers.start(exportSuccessIsShownFor, [this] {
         published_.diagnosticExportSucceeded.set(false);
         diagnosticExportStatusTask_.reset();
     });
+}
+
+bool AppState::offersUpdateCheck() const {
+    const auto* const updates = environment_.updates;
+    return environment_.machine.operatingSystem == OperatingSystem::mac ||
+           (updates != nullptr && updates->isConfigured());
 }
 
 void AppState::checkForUpdates() {

@@ -1,5 +1,6 @@
 #include "app/AppStateTick.h"
 #include "support/Enumeration.h"
+#include "support/Wording.h"
 
 #include <chrono>
 #include <string>
@@ -7,6 +8,8 @@
 namespace cindertop {
 
 namespace {
+
+constexpr Wording chipTemperature{"SoC {name}", "Chip {name}"};
 
 constexpr std::string_view thermalRead = "thermal state";
 
@@ -237,7 +240,10 @@ ThermalAssistantPresentation AppState::makePresentation(const ThermalSnapshot& s
             .trendLabel = advice ? std::nullopt : trendLabel(snapshot.trend),
             .menuBarTemperatureText = temperature,
             .popoverTemperatureText =
-                temperature && showsTemperature ? std::optional("SoC " + *temperature) : std::nullopt,
+                temperature && showsTemperature
+                    ? std::optional(
+                          withName(chipTemperature.in(environment_.machine.operatingSystem), *temperature))
+                    : std::nullopt,
             .actionMessage = advice ? std::optional(advice->message) : std::nullopt};
 }
 

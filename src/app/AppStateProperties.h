@@ -36,6 +36,7 @@ struct AppStateProperties {
     Published<std::string> launchAtLoginStatusDescription{"Off"};
     Published<std::optional<std::string>> launchAtLoginFeedback{std::nullopt}; ///< the last result, in words
     Published<bool> diagnosticExportSucceeded{false}; ///< for 2.5 s after each success
+    Published<std::string> diagnosticExportPath{""};  ///< of the latest success
 
     // The preferences, as in AppSettings.
     Published<bool> experimentalTemperatureSensorsEnabled{

@@ -22,7 +22,9 @@ WriteResult writeJson(const CommandEnvironment& environment, const Json& json) {
 }
 
 PageStyle styleOf(const CommandEnvironment& environment) {
-    return {.format = environment.terminal().format, .temperatures = environment.temperatures};
+    return {.format = environment.terminal().format,
+            .temperatures = environment.temperatures,
+            .system = environment.system};
 }
 
 WriteResult writePage(const CommandEnvironment& environment, const std::vector<Line>& page) {
@@ -52,7 +54,8 @@ Watch::End runWatch(CommandEnvironment& environment, const SignalDescriptor& sig
 
 Watch::End watchOnScreen(CommandEnvironment& environment) {
     const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGWINCH, SIGTSTP};
-    ScreenPrinter printer(environment.output, environment.terminal, environment.temperatures);
+    ScreenPrinter printer(environment.output, environment.terminal, environment.temperatures,
+                          environment.system);
     return runWatch(environment, signals, LiveWatchEvents::Keyboard::listened, printer);
 }
 

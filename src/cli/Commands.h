@@ -4,6 +4,7 @@
 #include "cli/MachineSource.h"
 #include "cli/Output.h"
 #include "cli/TerminalTraits.h"
+#include "support/OperatingSystem.h"
 #include "support/TemperatureText.h"
 
 #include <expected>
@@ -18,6 +19,7 @@ struct CommandEnvironment {
     Output& output;
     std::function<TerminalTraits()> terminal; ///< asked again when the window changes
     TemperatureFormatter temperatures;
+    OperatingSystem system; ///< of the machine
 };
 
 /// Measures for a moment and shows everything.

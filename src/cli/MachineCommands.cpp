@@ -145,7 +145,8 @@ ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional
         .machine = *source,
         .output = output,
         .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
-        .temperatures = TemperatureFormatter::ofUser()};
+        .temperatures = TemperatureFormatter::ofUser(),
+        .system = linux_platform::operatingSystem};
     switch (arguments.command) {
     case Command::status:
         return exitStatus(showStatus(environment, arguments.format));

@@ -91,7 +91,8 @@ std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle&
 
 std::vector<Line> surroundingFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
     const auto& context = snapshot.context;
-    auto lines = fact("Power", powerText(context.power, style.temperatures, style.format.charset), style);
+    auto lines = fact(
+        "Power", powerText(context.power, style.temperatures, style.format.charset, style.system), style);
     append(lines, fact("Displays", displaysText(context.displays), style));
     append(lines, fact("Processor", cpuText(snapshot), style));
     return lines;

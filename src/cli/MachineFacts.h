@@ -2,6 +2,7 @@
 
 #include "app/MachineSnapshot.h"
 #include "cli/StyledText.h"
+#include "support/OperatingSystem.h"
 #include "support/TemperatureText.h"
 
 #include <string>
@@ -14,6 +15,7 @@ namespace cindertop::cli {
 struct PageStyle {
     PageFormat format;
     TemperatureFormatter temperatures;
+    OperatingSystem system; ///< decides the wording
 };
 
 /// Columns of the labels in front of the facts.

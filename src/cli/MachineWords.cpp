@@ -2,6 +2,7 @@
 
 #include "cli/NumberText.h"
 #include "support/Enumeration.h"
+#include "support/Wording.h"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +13,8 @@ namespace cindertop::cli {
 namespace {
 
 constexpr int eighthsOfCell = 8;
+
+constexpr Wording powerSaving{", Low Power Mode on", ", Power Saver on"};
 
 std::string_view nameOf(PowerSourceKind source) {
     switch (source) {
@@ -141,10 +144,10 @@ std::string thermalText(const ThermalScore& score) {
 }
 
 std::string powerText(const PowerContextSnapshot& power, const TemperatureFormatter& temperatures,
-                      Charset charset) {
+                      Charset charset, OperatingSystem system) {
     auto text = std::string(nameOf(power.source)) + ", " + batteryText(power, temperatures, charset);
     if (power.isLowPowerModeEnabled) {
-        text += ", Low Power Mode on";
+        text += powerSaving.in(system);
     }
     return text;
 }

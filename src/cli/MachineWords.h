@@ -2,6 +2,7 @@
 
 #include "cli/StyledText.h"
 #include "context/SystemContextSnapshot.h"
+#include "support/OperatingSystem.h"
 #include "support/TemperatureText.h"
 #include "thermal/ThermalScore.h"
 
@@ -33,7 +34,7 @@ std::string thermalText(const ThermalScore& score);
 
 /// "battery power, battery 57 %, charging, 31°C, Low Power Mode on".
 std::string powerText(const PowerContextSnapshot& power, const TemperatureFormatter& temperatures,
-                      Charset charset);
+                      Charset charset, OperatingSystem system);
 
 /// "2 active: 1 built in, 1 external".
 std::string displaysText(const DisplayContextSnapshot& displays);

@@ -91,7 +91,9 @@ WriteResult showHistory(const StoredEnvironment& environment, Format format) {
     }
     const HistoryPageContext context{.isHistoryEnabled = settingsOf(environment)->historyEnabled,
                                      .comparison = environment.comparison};
-    const PageStyle style{.format = traits.format, .temperatures = environment.temperatures};
+    const PageStyle style{.format = traits.format,
+                          .temperatures = environment.temperatures,
+                          .system = environment.circumstances.operatingSystem};
     return environment.output.write(encoded(historyPage(snapshot, context, style), traits.format));
 }
 

@@ -9,15 +9,16 @@
 namespace cindertop::cli {
 
 ScreenPrinter::ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
-                             TemperatureFormatter temperatures)
+                             TemperatureFormatter temperatures, OperatingSystem system)
     : readTraits_(std::move(traits)),
       traits_(readTraits_()),
       temperatures_(std::move(temperatures)),
+      system_(system),
       screen_(output) {}
 
 WriteResult ScreenPrinter::show(const MachineReport& report) {
     screen_.enter();
-    const PageStyle style{.format = traits_.format, .temperatures = temperatures_};
+    const PageStyle style{.format = traits_.format, .temperatures = temperatures_, .system = system_};
     std::vector<std::string> lines;
     const auto time = localTimeOfDay(report.snapshot.measuredAt);
     for (const auto& line : watchPage(report.snapshot, style, traits_.rows, time, report.verdict)) {

@@ -15,7 +15,7 @@ public:
     /// `output` must outlive the printer and be a terminal that can redraw; `traits` tells its size each
     /// time.
     ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
-                  TemperatureFormatter temperatures);
+                  TemperatureFormatter temperatures, OperatingSystem system);
 
     WriteResult show(const MachineReport& report) override;
     void resize() override;
@@ -25,6 +25,7 @@ private:
     std::function<TerminalTraits()> readTraits_;
     TerminalTraits traits_;
     TemperatureFormatter temperatures_;
+    OperatingSystem system_;
     Screen screen_;
 };
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "support/Enumeration.h"
+#include "support/Wording.h"
 
 #include <array>
-#include <string_view>
 
 namespace cindertop {
 
@@ -32,25 +32,25 @@ struct EnumerationTable<ProcessOffenderCategory> {
     };
 };
 
-/// The wording for people, for example "Top CPU offender".
-constexpr std::string_view label(ProcessOffenderCategory category) {
+/// The wording for people, for example "Developer workload".
+constexpr Wording label(ProcessOffenderCategory category) {
     switch (category) {
     case ProcessOffenderCategory::userApplication:
-        return "Top CPU offender";
+        return {"Top CPU offender", "Application"}; // also one that does next to nothing
     case ProcessOffenderCategory::browserWorkload:
-        return "Likely browser tab/app workload";
+        return Wording::same("Likely browser tab/app workload");
     case ProcessOffenderCategory::developerWorkload:
-        return "Developer workload";
+        return Wording::same("Developer workload");
     case ProcessOffenderCategory::indexingOrSetup:
-        return "Background indexing/setup";
+        return Wording::same("Background indexing/setup");
     case ProcessOffenderCategory::backgroundSystem:
-        return "Background system process";
+        return Wording::same("Background system process");
     case ProcessOffenderCategory::system:
-        return "System process";
+        return Wording::same("System process");
     case ProcessOffenderCategory::unknown:
         break;
     }
-    return "Process load";
+    return Wording::same("Process load");
 }
 
 /// Whether the work belongs to the system, so that nobody is offered to quit it.

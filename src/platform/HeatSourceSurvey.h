@@ -8,10 +8,10 @@ namespace cindertop {
 
 /// What on a machine tells its heat.
 struct HeatSources {
-    int thermalState = -1;                     ///< as ProcessInformation::thermalState
-    std::optional<std::string> pressureSource; ///< what tells thermal pressure: "8 CPU cooling devices"
-    std::vector<std::string> sensors;          ///< product names of those that answer
-    bool hasFan = false;                       ///< one that tells its speed
+    int thermalState = -1;                       ///< as ProcessInformation::thermalState
+    std::optional<std::string> pressureSource{}; ///< what tells thermal pressure: "8 CPU cooling devices"
+    std::vector<std::string> sensors{};          ///< product names of those that answer
+    bool hasFan = false;                         ///< one that tells its speed
 
     bool operator==(const HeatSources&) const = default;
 };

@@ -1,5 +1,8 @@
 #include "ui/CPUPresentation.h"
 
+#include "support/Wording.h"
+#include "ui/QtText.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,11 +12,34 @@ namespace {
 
 constexpr double leastVisibleCPUPercent = 0.05; ///< less would read "0.0%"
 
-SettingsConfirmation question(const ProcessOffender& offender, const char* verb, const char* message) {
-    const auto name = QString::fromStdString(offender.displayName);
-    return {.title = QString(verb) + ' ' + name + " App?",
-            .message = message,
-            .confirmTitle = QString(verb) + " App",
+constexpr Wording indexingNote{"Spotlight or setup work is active. This usually settles on its own.",
+                               "File indexing or setup work is active. This usually settles on its own."};
+
+struct QuitQuestion {
+    Wording title;
+    Wording message;
+    Wording confirmTitle;
+};
+
+constexpr QuitQuestion quitQuestion{
+    .title = {"Quit {name} App?", "Quit {name}?"},
+    .message =
+        Wording::same("Cindertop will ask the whole app to quit normally, not only the selected process "
+                      "row. Save any work first if needed."),
+    .confirmTitle = {"Quit App", "Quit"}};
+constexpr QuitQuestion forceQuitQuestion{
+    .title = {"Force Quit {name} App?", "Force Quit {name}?"},
+    .message = {"macOS will force quit the whole app immediately, not only one helper process. Unsaved work "
+                "can be lost.",
+                "The whole app will be force quit immediately, not only one helper process. Unsaved work can "
+                "be lost."},
+    .confirmTitle = {"Force Quit App", "Force Quit"}};
+
+SettingsConfirmation questionAbout(const ProcessOffender& offender, const QuitQuestion& question,
+                                   OperatingSystem system) {
+    return {.title = QString::fromStdString(withName(question.title.in(system), offender.displayName)),
+            .message = qtText(question.message.in(system)),
+            .confirmTitle = qtText(question.confirmTitle.in(system)),
             .role = SettingsConfirmation::Role::destructive,
             .action = {}};
 }
@@ -43,7 +69,7 @@ void CPUPresentation::updateRows() {
     std::vector<ProcessOffenderRow> rows;
     for (const auto& offender : state_.published().processOffenderSnapshot->offenders) {
         if (offender.cpuPercent >= leastVisibleCPUPercent) {
-            rows.push_back(ProcessOffenderRow::of(offender));
+            rows.push_back(ProcessOffenderRow::of(offender, system()));
         }
     }
     offenders_.update(std::move(rows));
@@ -52,7 +78,7 @@ void CPUPresentation::updateRows() {
 void CPUPresentation::updateList() {
     auto list = offenders_.rows().empty() ? emptyList() : List{};
     if (state_.published().processOffenderSnapshot->isIndexingOrSetupLikely) {
-        list.note = "Spotlight or setup work is active. This usually settles on its own.";
+        list.note = qtText(indexingNote.in(system()));
     }
     if (list_ != list) {
         list_ = std::move(list);
@@ -87,7 +113,7 @@ void CPUPresentation::select(const QString& offenderID) {
     selectedOffenderID_ = found->id;
     retainedSelectedOffender_ = *found;
     isSelectionEnding_ = false;
-    detail_.show(*found);
+    detail_.show(*found, system());
     Q_EMIT selectionChanged();
     sampling_.pin(selectedOffenderID_);
 }
@@ -110,7 +136,7 @@ void CPUPresentation::updateSelection() {
     const auto found = std::ranges::find(snapshot.offenders, *selectedOffenderID_, &ProcessOffender::id);
     if (found != snapshot.offenders.end()) {
         retainedSelectedOffender_ = *found;
-        detail_.show(*found);
+        detail_.show(*found, system());
     } else if (isSelectionEnding_) {
         back();
     } else {
@@ -122,9 +148,7 @@ void CPUPresentation::quit() {
     if (!retainedSelectedOffender_) {
         return;
     }
-    auto confirmation = question(*retainedSelectedOffender_, "Quit",
-                                 "Cindertop will ask the whole app to quit normally, not only the selected "
-                                 "process row. Save any work first if needed.");
+    auto confirmation = questionAbout(*retainedSelectedOffender_, quitQuestion, system());
     confirmation.action = [this, offender = *retainedSelectedOffender_] { end(offender, false); };
     presentConfirmation_(std::move(confirmation));
 }
@@ -133,9 +157,7 @@ void CPUPresentation::forceQuit() {
     if (!retainedSelectedOffender_) {
         return;
     }
-    auto confirmation = question(*retainedSelectedOffender_, "Force Quit",
-                                 "macOS will force quit the whole app immediately, not only one helper "
-                                 "process. Unsaved work can be lost.");
+    auto confirmation = questionAbout(*retainedSelectedOffender_, forceQuitQuestion, system());
     confirmation.action = [this, offender = *retainedSelectedOffender_] { end(offender, true); };
     presentConfirmation_(std::move(confirmation));
 }

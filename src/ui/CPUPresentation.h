@@ -80,6 +80,9 @@ private:
     };
 
     void update();
+
+    OperatingSystem system() const { return state_.environment().machine.operatingSystem; }
+
     void updateRows();
     void updateList();
     void updateSelection();

@@ -1,5 +1,8 @@
 #include "ui/ContextTexts.h"
 
+#include "support/Wording.h"
+#include "ui/QtText.h"
+
 #include <array>
 
 namespace cindertop::ui {
@@ -9,13 +12,14 @@ namespace {
 /// By the raw value.
 constexpr std::array powerSources{"AC Power", "Battery Power", "UPS Power", "Offline",
                                   "Power source unavailable"};
+constexpr Wording powerSaving{"Low Power Mode", "Power Saver"};
 constexpr std::array batteryTemperatureLevels{"OK", "Warm", "Hot"};
 static_assert(batteryTemperatureLevels.size() == EnumerationTable<BatteryTemperatureLevel>::cases.size());
 static_assert(powerSources.size() == EnumerationTable<PowerSourceKind>::cases.size());
 
 } // namespace
 
-QString powerText(const PowerContextSnapshot& power) {
+QString powerText(const PowerContextSnapshot& power, OperatingSystem system) {
     QStringList parts{powerSources.at(static_cast<std::size_t>(power.source))};
     if (power.isFullyCharged.value_or(false)) {
         parts += "charged";
@@ -23,7 +27,7 @@ QString powerText(const PowerContextSnapshot& power) {
         parts += "charging";
     }
     if (power.isLowPowerModeEnabled) {
-        parts += "Low Power Mode";
+        parts += qtText(powerSaving.in(system));
     }
     return parts.join(" - ");
 }

@@ -1,17 +1,30 @@
 #include "ui/InfoPresentation.h"
 
+#include "support/Wording.h"
 #include "ui/ContextTexts.h"
+#include "ui/QtText.h"
 
 #include <utility>
 
 namespace cindertop::ui {
+
+namespace {
+
+constexpr Wording batteryHelpWording{"Internal battery sensor. Cindertop uses conservative guidance: 35°C+ "
+                                     "is warm, 40°C+ is hot. Apple does not "
+                                     "publish MacBook internal battery critical thresholds.",
+                                     "Internal battery sensor. Cindertop uses conservative guidance: 35°C+ "
+                                     "is warm, 40°C+ is hot. Makers rarely "
+                                     "publish critical thresholds."};
+
+} // namespace
 
 InfoPresentation::Contents InfoPresentation::Contents::of(const AppState& state) {
     const auto& published = state.published();
     const auto& context = *published.systemContextSnapshot;
     const auto& power = context.power;
     const auto temperature = state.temperatureText(power.batteryTemperatureCelsius);
-    return {.powerText = ui::powerText(power),
+    return {.powerText = ui::powerText(power, state.environment().machine.operatingSystem),
             .batterySegments =
                 ui::batterySegments(power, temperature ? QString::fromStdString(*temperature) : QString()),
             .batteryLevel =
@@ -28,6 +41,10 @@ InfoPresentation::InfoPresentation(AppState& state)
           state.published().systemContextSnapshot.bindable().addNotifier([this] { update(); }),
           state.published().hardwareProfile.bindable().addNotifier([this] { update(); }),
       } {}
+
+QString InfoPresentation::batteryHelp() const {
+    return qtText(batteryHelpWording.in(state_.environment().machine.operatingSystem));
+}
 
 void InfoPresentation::update() {
     auto contents = Contents::of(state_);

@@ -13,6 +13,7 @@ namespace cindertop::ui {
 /// What the settings window's Info tab shows. Main thread.
 class InfoPresentation : public QObject {
     Q_OBJECT
+    Q_PROPERTY(QString batteryHelp READ batteryHelp CONSTANT)
     Q_PROPERTY(QString powerText READ powerText NOTIFY changed)
     Q_PROPERTY(QStringList batterySegments READ batterySegments NOTIFY changed)
     Q_PROPERTY(int batteryLevel READ batteryLevel NOTIFY changed)
@@ -23,6 +24,8 @@ class InfoPresentation : public QObject {
 public:
     /// `state` must outlive this.
     explicit InfoPresentation(AppState& state);
+
+    QString batteryHelp() const;
 
     QString powerText() const { return contents_.powerText; }
 

@@ -1,5 +1,6 @@
 #include "ui/MonitoringPresentation.h"
 
+#include "support/Wording.h"
 #include "ui/ApplicationIcon.h"
 #include "ui/DurationText.h"
 #include "ui/Theme.h"
@@ -28,6 +29,13 @@ QString labelOf(ThermalLevel level) {
 
 QString percentText(double percent) {
     return QString::number(std::round(percent), 'f', 0) + '%';
+}
+
+constexpr Wording oneEpisode{"{name} episodes", "{name} episode"};
+
+QString episodesText(std::int64_t count, OperatingSystem system) {
+    const auto wording = count == 1 ? oneEpisode : Wording::same("{name} episodes");
+    return QString::fromStdString(withName(wording.in(system), std::to_string(count)));
 }
 
 QString sentence(const QString& start, const ThermalHistorySample& sample) {
@@ -160,11 +168,13 @@ QString MonitoringPresentation::trackedText() const {
 }
 
 QString MonitoringPresentation::seriousText() const {
-    return QString::number(snapshot().todaySummary.throttlingEpisodeCount) + " episodes";
+    return episodesText(snapshot().todaySummary.throttlingEpisodeCount,
+                        state_.environment().machine.operatingSystem);
 }
 
 QString MonitoringPresentation::criticalText() const {
-    return QString::number(snapshot().todaySummary.criticalEpisodeCount) + " episodes";
+    return episodesText(snapshot().todaySummary.criticalEpisodeCount,
+                        state_.environment().machine.operatingSystem);
 }
 
 QString MonitoringPresentation::frequentLoadText() const {

@@ -1,10 +1,82 @@
 #include "ui/OnboardingPresentation.h"
 
+#include "support/Wording.h"
 #include "ui/ContextTexts.h"
+#include "ui/QtText.h"
 
 #include <utility>
 
 namespace cindertop::ui {
+
+namespace {
+
+constexpr Wording taglineWording{"A tiny thermal assistant for fanless MacBook Airs.",
+                                 "A tiny thermal assistant for fanless laptops."};
+constexpr Wording placeWording{"Cindertop stays in your menu bar and keeps thermal context local.",
+                               "Cindertop stays in your panel and keeps thermal context local."};
+constexpr Wording detailsWording{"Nerd details", "Details"};
+
+/// One line of the details. A system on which its title is empty has no such line.
+struct DetailRow {
+    Wording title;
+    QString (*value)(const MacHardwareProfile& profile, const HardwareCheckStatus& status,
+                     const PowerContextSnapshot& power, OperatingSystem system);
+};
+
+QString targetText(const MacHardwareProfile& /*profile*/, const HardwareCheckStatus& /*status*/,
+                   const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    return "MacBook Air M-series";
+}
+
+QString modelText(const MacHardwareProfile& profile, const HardwareCheckStatus& /*status*/,
+                  const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    return QString::fromStdString(profile.modelIdentifier);
+}
+
+/// By the name that people know it by.
+QString machineText(const MacHardwareProfile& profile, const HardwareCheckStatus& /*status*/,
+                    const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    const auto model = supportedModel(profile.modelIdentifier);
+    return model ? qtText(model->displayName) : QString::fromStdString(profile.modelIdentifier);
+}
+
+QString processorText(const MacHardwareProfile& profile, const HardwareCheckStatus& /*status*/,
+                      const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    return QString::fromStdString(profile.cpuBrand.value_or("unknown"));
+}
+
+QString architectureText(const MacHardwareProfile& profile, const HardwareCheckStatus& /*status*/,
+                         const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    return QString::fromStdString(profile.architecture);
+}
+
+QString pressureText(const MacHardwareProfile& /*profile*/, const HardwareCheckStatus& status,
+                     const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    const auto& sources = status.heatSources();
+    return sources ? QString::fromStdString(sources->pressureSource.value_or("not available"))
+                   : QString("checking");
+}
+
+QString sensorsText(const MacHardwareProfile& /*profile*/, const HardwareCheckStatus& status,
+                    const PowerContextSnapshot& /*power*/, OperatingSystem /*system*/) {
+    const auto& sources = status.heatSources();
+    return sources ? QString::number(sources->sensors.size()) : QString("checking");
+}
+
+QString powerRowText(const MacHardwareProfile& /*profile*/, const HardwareCheckStatus& /*status*/,
+                     const PowerContextSnapshot& power, OperatingSystem system) {
+    return powerText(power, system);
+}
+
+constexpr std::array detailRows{
+    DetailRow{{"Target", ""}, targetText},          DetailRow{{"Model", ""}, modelText},
+    DetailRow{{"", "Machine"}, machineText},        DetailRow{{"Chip", "Processor"}, processorText},
+    DetailRow{{"Arch", "Architecture"}, architectureText},
+    DetailRow{{"", "Thermal pressure"}, pressureText}, DetailRow{{"", "Sensors"}, sensorsText},
+    DetailRow{Wording::same("Power"), powerRowText},
+};
+
+} // namespace
 
 OnboardingPresentation::OnboardingPresentation(AppState& state, ProgramActions actions)
     : state_(state),
@@ -21,7 +93,10 @@ OnboardingPresentation::Marker OnboardingPresentation::checkMarker() const {
     }
     switch (onboarding().hardwareStatus.kind()) {
     case HardwareCheckStatus::Kind::supported:
+    case HardwareCheckStatus::Kind::ready:
         return Marker::complete;
+    case HardwareCheckStatus::Kind::unreadable:
+        return Marker::caution;
     case HardwareCheckStatus::Kind::unsupported:
         return Marker::failed;
     case HardwareCheckStatus::Kind::checking:
@@ -31,11 +106,18 @@ OnboardingPresentation::Marker OnboardingPresentation::checkMarker() const {
 }
 
 QString OnboardingPresentation::statusTitle() const {
-    return QString::fromStdString(onboarding().hardwareStatus.title());
+    return QString::fromStdString(onboarding().hardwareStatus.title(system()));
 }
 
 QString OnboardingPresentation::statusDetail() const {
     return QString::fromStdString(onboarding().hardwareStatus.detail());
+}
+
+bool OnboardingPresentation::hasPressure() const {
+    const auto& status = onboarding().hardwareStatus;
+    const auto& sources = status.heatSources();
+    return sources ? sources->pressureSource.has_value()
+                   : status.kind() == HardwareCheckStatus::Kind::supported;
 }
 
 bool OnboardingPresentation::showsDetails() const {
@@ -46,20 +128,37 @@ void OnboardingPresentation::setShowsDetails(bool shows) {
     state_.showHardwareDetails(shows);
 }
 
-QString OnboardingPresentation::model() const {
-    return QString::fromStdString(state_.published().hardwareProfile->modelIdentifier);
+QStringList OnboardingPresentation::detailTitles() const {
+    QStringList titles;
+    for (const auto& row : detailRows) {
+        if (const auto title = row.title.in(system()); !title.empty()) {
+            titles += qtText(title);
+        }
+    }
+    return titles;
 }
 
-QString OnboardingPresentation::chip() const {
-    return QString::fromStdString(state_.published().hardwareProfile->cpuBrand.value_or("unknown"));
+QStringList OnboardingPresentation::detailValues() const {
+    QStringList values;
+    for (const auto& row : detailRows) {
+        if (!row.title.in(system()).empty()) {
+            values += row.value(*state_.published().hardwareProfile, onboarding().hardwareStatus,
+                                state_.published().systemContextSnapshot->power, system());
+        }
+    }
+    return values;
 }
 
-QString OnboardingPresentation::architecture() const {
-    return QString::fromStdString(state_.published().hardwareProfile->architecture);
+QString OnboardingPresentation::tagline() const {
+    return qtText(taglineWording.in(system()));
 }
 
-QString OnboardingPresentation::power() const {
-    return powerText(state_.published().systemContextSnapshot->power);
+QString OnboardingPresentation::placeText() const {
+    return qtText(placeWording.in(system()));
+}
+
+QString OnboardingPresentation::detailsName() const {
+    return qtText(detailsWording.in(system()));
 }
 
 void OnboardingPresentation::setAcceptedLegal(bool accepted) {

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPropertyNotifier>
 #include <QString>
+#include <QStringList>
 #include <array>
 
 namespace cindertop::ui {
@@ -16,18 +17,19 @@ class OnboardingPresentation : public QObject {
     Q_PROPERTY(int marker READ marker NOTIFY changed)
     Q_PROPERTY(QString statusTitle READ statusTitle NOTIFY changed)
     Q_PROPERTY(QString statusDetail READ statusDetail NOTIFY changed)
-    Q_PROPERTY(bool isSupported READ isSupported NOTIFY changed)
+    Q_PROPERTY(bool hasPressure READ hasPressure NOTIFY changed)
     Q_PROPERTY(bool showsDetails READ showsDetails WRITE setShowsDetails NOTIFY changed)
-    Q_PROPERTY(QString model READ model NOTIFY changed)
-    Q_PROPERTY(QString chip READ chip NOTIFY changed)
-    Q_PROPERTY(QString architecture READ architecture NOTIFY changed)
-    Q_PROPERTY(QString power READ power NOTIFY changed)
+    Q_PROPERTY(QStringList detailTitles READ detailTitles NOTIFY changed)
+    Q_PROPERTY(QStringList detailValues READ detailValues NOTIFY changed)
+    Q_PROPERTY(QString tagline READ tagline CONSTANT)
+    Q_PROPERTY(QString placeText READ placeText CONSTANT)
+    Q_PROPERTY(QString detailsName READ detailsName CONSTANT)
     Q_PROPERTY(bool acceptedLegal READ acceptedLegal WRITE setAcceptedLegal NOTIFY changed)
     Q_PROPERTY(bool canStart READ canStart NOTIFY changed)
 
 public:
-    /// How far the hardware check is: not begun, running, passed, or not passed.
-    enum class Marker { number, checking, complete, failed };
+    /// How far the hardware check is: not begun, running, passed, not passed, or passed with less to see.
+    enum class Marker { number, checking, complete, failed, caution };
 
     /// `state` must outlive this.
     OnboardingPresentation(AppState& state, ProgramActions actions);
@@ -38,16 +40,21 @@ public:
     QString statusTitle() const;
     QString statusDetail() const;
 
-    bool isSupported() const { return checkMarker() == Marker::complete; }
+    /// The check has found that thermal pressure can be followed.
+    bool hasPressure() const;
 
     bool showsDetails() const;
     void setShowsDetails(bool shows);
 
-    // The details; what the machine does not tell is "unknown".
-    QString model() const;
-    QString chip() const;
-    QString architecture() const;
-    QString power() const;
+    // What the machine is and has, each title with its value; what it does not tell is "unknown".
+    QStringList detailTitles() const;
+    QStringList detailValues() const;
+
+    // What the window says besides.
+    QString tagline() const;
+    /// Where the program will be found.
+    QString placeText() const;
+    QString detailsName() const;
 
     bool acceptedLegal() const { return acceptedLegal_; }
 
@@ -68,6 +75,8 @@ private:
     Marker checkMarker() const;
 
     const OnboardingState& onboarding() const { return *state_.published().onboardingState; }
+
+    OperatingSystem system() const { return state_.environment().machine.operatingSystem; }
 
     AppState& state_;
     ProgramActions actions_;

@@ -1,5 +1,8 @@
 #include "ui/PopoverPresentation.h"
 
+#include "ui/MenuTexts.h"
+#include "ui/QtText.h"
+
 #include <QStringList>
 #include <utility>
 
@@ -16,6 +19,10 @@ QString PopoverPresentation::detailText() const {
                       contents_.trendLabel};
     parts.removeAll(QString());
     return parts.join(" · ");
+}
+
+QString PopoverPresentation::settingsTitle() const {
+    return qtText(settingsMenuTitle.in(state_.environment().machine.operatingSystem));
 }
 
 void PopoverPresentation::setHasCompositor(bool hasCompositor) {

@@ -28,6 +28,8 @@ class PopoverPresentation : public QObject {
     Q_PROPERTY(QString offenderIconSource READ offenderIconSource NOTIFY changed)
     Q_PROPERTY(QString toggleTitle READ toggleTitle NOTIFY changed)
     Q_PROPERTY(QString toggleSymbolName READ toggleSymbolName NOTIFY changed)
+    Q_PROPERTY(bool offersUpdateCheck READ offersUpdateCheck CONSTANT)
+    Q_PROPERTY(QString settingsTitle READ settingsTitle CONSTANT)
     Q_PROPERTY(bool savesPower READ savesPower NOTIFY changed)
     Q_PROPERTY(bool hasCompositor READ hasCompositor WRITE setHasCompositor NOTIFY hasCompositorChanged)
     Q_PROPERTY(bool isWindow READ isWindow NOTIFY surroundingsChanged)
@@ -49,7 +51,7 @@ public:
 
     QString trendLabel() const { return contents_.trendLabel; }
 
-    /// What follows the status word: "SoC 96°C · Rising", in an ordinary window after "Score 83"; may be
+    /// What follows the status word: "Chip 96°C · Rising", in an ordinary window after "Score 83"; may be
     /// empty.
     QString detailText() const;
 
@@ -67,6 +69,11 @@ public:
     QString toggleTitle() const { return contents_.toggleTitle; }
 
     QString toggleSymbolName() const { return contents_.toggleSymbolName; }
+
+    bool offersUpdateCheck() const { return state_.offersUpdateCheck(); }
+
+    /// What leads to the settings window.
+    QString settingsTitle() const;
 
     /// The machine is to use little power: nothing moves by itself.
     bool savesPower() const { return contents_.savesPower; }

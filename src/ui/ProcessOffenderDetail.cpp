@@ -7,8 +7,8 @@
 
 namespace cindertop::ui {
 
-void ProcessOffenderDetail::show(const ProcessOffender& offender) {
-    row_ = ProcessOffenderRow::of(offender);
+void ProcessOffenderDetail::show(const ProcessOffender& offender, OperatingSystem system) {
+    row_ = ProcessOffenderRow::of(offender, system);
     history_ = ProcessLoadHistory::of(offender.history);
     canQuit_ = offender.canTerminateApplication;
     isSystemOwned_ = isSystemOwned(offender.category);

@@ -26,7 +26,7 @@ class ProcessOffenderDetail : public QObject {
     Q_PROPERTY(QAbstractItemModel* children READ childModel CONSTANT)
 
 public:
-    void show(const ProcessOffender& offender);
+    void show(const ProcessOffender& offender, OperatingSystem system);
     /// The last sample did not find it: it rests, or has ended.
     void showResting();
 

@@ -1,6 +1,7 @@
 #include "ui/ProcessOffenderRow.h"
 
 #include "ui/ApplicationIcon.h"
+#include "ui/QtText.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,10 +9,6 @@
 namespace cindertop::ui {
 
 namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 enum OffenderRole {
     offenderIDRole = Qt::UserRole,
@@ -30,10 +27,10 @@ QString shareText(double cpuPercent) {
     return QString::number(cpuPercent, 'f', 1) + '%';
 }
 
-ProcessOffenderRow ProcessOffenderRow::of(const ProcessOffender& offender) {
-    return {.offenderID = text(offender.id),
-            .displayName = text(offender.displayName),
-            .categoryLabel = text(label(offender.category)),
+ProcessOffenderRow ProcessOffenderRow::of(const ProcessOffender& offender, OperatingSystem system) {
+    return {.offenderID = qtText(offender.id),
+            .displayName = qtText(offender.displayName),
+            .categoryLabel = qtText(label(offender.category).in(system)),
             .percentText = shareText(offender.cpuPercent),
             .iconSource = applicationIconSource(offender),
             .processCount = static_cast<int>(
@@ -67,7 +64,7 @@ QHash<int, QByteArray> ProcessOffenderRow::roleNames() {
 
 ProcessChildRow ProcessChildRow::of(const ProcessOffenderChild& child) {
     return {.processIdentifier = child.processIdentifier,
-            .processName = text(child.name),
+            .processName = qtText(child.name),
             .percentText = shareText(child.cpuPercent)};
 }
 

@@ -19,7 +19,7 @@ struct ProcessOffenderRow {
     QString iconSource;
     int processCount{};
 
-    static ProcessOffenderRow of(const ProcessOffender& offender);
+    static ProcessOffenderRow of(const ProcessOffender& offender, OperatingSystem system);
 
     const QString& key() const { return offenderID; }
 

@@ -1,11 +1,23 @@
 #include "ui/SettingsPresentation.h"
 
+#include "app/Version.h"
+#include "support/Wording.h"
+#include "ui/QtText.h"
+
 #include <utility>
 
 namespace cindertop::ui {
 
+namespace {
+
+constexpr Wording aboutWording{"Made for fanless MacBook Airs.", "Made for fanless laptops."};
+constexpr Wording versionWording{"", "Version {name}"};
+
+} // namespace
+
 SettingsPresentation::SettingsPresentation(AppState& state, ProgramActions actions)
-    : actions_(std::move(actions)),
+    : operatingSystem_(state.environment().machine.operatingSystem),
+      actions_(std::move(actions)),
       info_(state),
       monitoring_(state),
       cpu_(state, [this](SettingsConfirmation question) { present(std::move(question)); }),
@@ -60,6 +72,14 @@ std::optional<SettingsConfirmation> SettingsPresentation::takeConfirmation() {
 
 void SettingsPresentation::presentAbout() {
     setAboutPresented(true);
+}
+
+QString SettingsPresentation::aboutText() const {
+    return qtText(aboutWording.in(operatingSystem_));
+}
+
+QString SettingsPresentation::versionText() const {
+    return QString::fromStdString(withName(versionWording.in(operatingSystem_), version));
 }
 
 void SettingsPresentation::closeAbout() {

@@ -33,6 +33,8 @@ class SettingsPresentation : public QObject {
     Q_PROPERTY(QString confirmTitle READ confirmTitle NOTIFY confirmationChanged)
     Q_PROPERTY(QString cancelTitle READ cancelTitle NOTIFY confirmationChanged)
     Q_PROPERTY(bool isDestructive READ isDestructive NOTIFY confirmationChanged)
+    Q_PROPERTY(QString aboutText READ aboutText CONSTANT)
+    Q_PROPERTY(QString versionText READ versionText CONSTANT)
     Q_PROPERTY(bool isAboutPresented READ isAboutPresented NOTIFY aboutChanged)
 
 public:
@@ -73,6 +75,10 @@ public:
         return confirmation_ && confirmation_->role == SettingsConfirmation::Role::destructive;
     }
 
+    QString aboutText() const;
+    /// "Version 1.2.3"; empty where it is not told.
+    QString versionText() const;
+
     bool isAboutPresented() const { return isAboutPresented_; }
 
     void present(SettingsConfirmation confirmation);
@@ -94,6 +100,7 @@ private:
     std::optional<SettingsConfirmation> takeConfirmation();
     void setAboutPresented(bool isPresented);
 
+    OperatingSystem operatingSystem_;
     ProgramActions actions_;
     InfoPresentation info_;
     MonitoringPresentation monitoring_;

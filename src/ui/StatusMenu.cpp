@@ -1,5 +1,9 @@
 #include "ui/StatusMenu.h"
 
+#include "support/Wording.h"
+#include "ui/MenuTexts.h"
+#include "ui/QtText.h"
+
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -73,29 +77,31 @@ constexpr uint revision = 1; ///< items change their words, never their places
 constexpr int root = 0;
 
 struct Item {
-    const char* label; ///< null: a line
+    Wording label; ///< empty: a line
     std::function<void()> StatusMenu::Actions::* action;
 };
 
 using Actions = StatusMenu::Actions;
 
-constexpr Item line{.label = nullptr, .action = nullptr};
+constexpr Item line{.label = Wording::same(""), .action = nullptr};
 
 /// An item's id is its place, from 1.
 constexpr std::array items{
-    Item{.label = "Open Cindertop", .action = &Actions::open},
+    Item{.label = Wording::same("Open Cindertop"), .action = &Actions::open},
     line,
-    Item{.label = "Disable Monitoring", .action = &Actions::toggleMonitoring},
+    Item{.label = Wording::same("Disable Monitoring"), .action = &Actions::toggleMonitoring},
     line,
-    Item{.label = "Check for Updates...", .action = &Actions::checkForUpdates},
-    Item{.label = "Help / Feedback...", .action = &Actions::openHelp},
+    Item{.label = Wording::same("Check for Updates..."), .action = &Actions::checkForUpdates},
+    Item{.label = Wording::same("Help / Feedback..."), .action = &Actions::openHelp},
     line,
-    Item{.label = "Preferences...", .action = &Actions::openPreferences},
-    Item{.label = "Quit", .action = &Actions::quit},
+    Item{.label = settingsMenuTitle, .action = &Actions::openPreferences},
+    Item{.label = Wording::same("Quit"), .action = &Actions::quit},
 };
 constexpr int itemCount = items.size();
 
 constexpr int monitoringItem = 3;
+constexpr int updatesItem = 5;
+static_assert(items[updatesItem - 1].action == &Actions::checkForUpdates);
 static_assert(items[monitoringItem - 1].action == &Actions::toggleMonitoring);
 
 /// `id` is one from 1.
@@ -156,15 +162,19 @@ QVariantMap StatusMenu::propertiesOf(int id, const QStringList& names) const {
     QVariantMap properties;
     if (id == root) {
         properties.insert("children-display", "submenu");
-    } else if (const auto* const label = itemOf(id).label; label == nullptr) {
+    } else if (const auto label = itemOf(id).label.in(appState_.environment().machine.operatingSystem);
+               label.empty()) {
         properties.insert("type", "separator");
     } else {
-        properties.insert("label", label);
+        properties.insert("label", qtText(label));
     }
     if (id == monitoringItem) {
         const auto& published = appState_.published();
         properties.insert("label", *published.isPaused ? "Enable Monitoring" : "Disable Monitoring");
         properties.insert("enabled", *published.legalTermsAccepted);
+    }
+    if (id == updatesItem && !appState_.offersUpdateCheck()) {
+        properties.insert("visible", false);
     }
     if (!names.isEmpty()) {
         properties.removeIf([&](const auto& property) { return !names.contains(property.key()); });
@@ -282,8 +292,10 @@ void StatusMenu::happen(int id, const QString& kind) {
         return;
     }
     const auto action = itemOf(id).action;
-    const bool isEnabled = propertiesOf(id, {}).value("enabled", true).toBool();
-    if (action == nullptr || !isEnabled) {
+    const auto properties = propertiesOf(id, {});
+    const bool isOffered =
+        properties.value("enabled", true).toBool() && properties.value("visible", true).toBool();
+    if (action == nullptr || !isOffered) {
         return;
     }
     QTimer::singleShot(0, this, actions_.*action);

@@ -34,6 +34,7 @@ constexpr std::array symbols{
     Symbol{"display", 0xE30C},
     Symbol{"doc.text", 0xE873},
     Symbol{"dock.rectangle", 0xE06C},
+    Symbol{"exclamationmark", 0xE645},
     Symbol{"exclamationmark.octagon", 0xE160},
     Symbol{"exclamationmark.triangle", 0xE002},
     Symbol{"flame", 0xEF55},

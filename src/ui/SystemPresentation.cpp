@@ -1,6 +1,8 @@
 #include "ui/SystemPresentation.h"
 
 #include "persistence/AppSettingsStore.h"
+#include "support/Wording.h"
+#include "ui/QtText.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,6 +10,13 @@
 namespace cindertop::ui {
 
 namespace {
+
+constexpr Wording deniedWording{
+    "Permission denied. Allow Cindertop notifications in System Settings > Notifications.",
+    "Notifications are off for Cindertop. Allow them in your desktop's notification settings."};
+constexpr Wording resetWording{"This will restore Cindertop preferences and Launch at Login to defaults.",
+                               "This will restore Cindertop preferences and Start at Login to defaults."};
+constexpr Wording exportedWording{"Export successful", "Exported to {name}"};
 
 constexpr const char* symbolName(MenuBarInfoMode mode) {
     switch (mode) {
@@ -54,8 +63,7 @@ std::vector<MenuBarInfoMode> SystemPresentation::modes() const {
 QStringList SystemPresentation::modeLabels() const {
     QStringList labels;
     for (const auto mode : modes()) {
-        const auto text = label(mode);
-        labels += QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+        labels += qtText(label(mode));
     }
     return labels;
 }
@@ -121,7 +129,7 @@ void SystemPresentation::setNotificationsEnabled(bool isEnabled) {
 QString SystemPresentation::notificationsDetail() const {
     switch (*state_.published().systemNotificationState) {
     case SystemNotificationState::denied:
-        return "Permission denied. Allow Cindertop notifications in System Settings > Notifications.";
+        return qtText(deniedWording.in(system()));
     case SystemNotificationState::unavailable:
         return "Nothing on this desktop shows notifications right now.";
     case SystemNotificationState::disabled:
@@ -152,17 +160,21 @@ bool SystemPresentation::exportSucceeded() const {
     return *state_.published().diagnosticExportSucceeded;
 }
 
+QString SystemPresentation::exportText() const {
+    return QString::fromStdString(
+        withName(exportedWording.in(system()), *state_.published().diagnosticExportPath));
+}
+
 void SystemPresentation::exportLogs() {
     state_.exportDiagnosticLogs();
 }
 
 void SystemPresentation::resetToDefaults() {
-    presentConfirmation_(
-        {.title = "Reset Preferences?",
-         .message = "This will restore Cindertop preferences and Launch at Login to defaults.",
-         .confirmTitle = "Reset Preferences",
-         .cancelTitle = "Cancel",
-         .action = [this] { state_.resetSettingsToDefaults(); }});
+    presentConfirmation_({.title = "Reset Preferences?",
+                          .message = qtText(resetWording.in(system())),
+                          .confirmTitle = "Reset Preferences",
+                          .cancelTitle = "Cancel",
+                          .action = [this] { state_.resetSettingsToDefaults(); }});
 }
 
 } // namespace cindertop::ui

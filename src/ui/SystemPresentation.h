@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "ui/SettingsConfirmation.h"
+#include "ui/SystemTexts.h"
 
 #include <QObject>
 #include <QPropertyNotifier>
@@ -14,6 +15,7 @@ namespace cindertop::ui {
 /// What the settings window's System tab shows and changes. Each change takes effect at once. Main thread.
 class SystemPresentation : public QObject {
     Q_OBJECT
+    Q_PROPERTY(cindertop::ui::SystemTexts texts READ texts CONSTANT)
     Q_PROPERTY(QStringList modeLabels READ modeLabels NOTIFY modesChanged)
     Q_PROPERTY(QStringList modeSymbolNames READ modeSymbolNames NOTIFY modesChanged)
     Q_PROPERTY(int modeIndex READ modeIndex WRITE setModeIndex NOTIFY modesChanged)
@@ -28,10 +30,13 @@ class SystemPresentation : public QObject {
     Q_PROPERTY(
         bool diagnosticLogsEnabled READ diagnosticLogsEnabled WRITE setDiagnosticLogsEnabled NOTIFY changed)
     Q_PROPERTY(bool exportSucceeded READ exportSucceeded NOTIFY changed)
+    Q_PROPERTY(QString exportText READ exportText NOTIFY changed)
 
 public:
     /// `state` must outlive this.
     SystemPresentation(AppState& state, PresentConfirmation presentConfirmation);
+
+    SystemTexts texts() const { return SystemTexts::in(system()); }
 
     /// What may stand beside the icon now, and which of it does.
     QStringList modeLabels() const;
@@ -62,6 +67,8 @@ public:
 
     /// For a short time after an export.
     bool exportSucceeded() const;
+    /// What it says then.
+    QString exportText() const;
 
     /// Asks the user where to.
     Q_INVOKABLE void exportLogs();
@@ -74,6 +81,8 @@ Q_SIGNALS:
 
 private:
     std::vector<MenuBarInfoMode> modes() const;
+
+    OperatingSystem system() const { return state_.environment().machine.operatingSystem; }
 
     AppState& state_;
     PresentConfirmation presentConfirmation_;

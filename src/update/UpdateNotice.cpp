@@ -8,22 +8,22 @@ namespace cindertop {
 
 namespace {
 
-struct Wording {
+struct Notice {
     std::string title;
     std::string body;
 };
 
-Wording wording(const Release& release) {
+Notice wording(const Release& release) {
     const auto& page = release.page;
     return {"Cindertop " + release.version + " is available",
             release.summary.empty() ? page : release.summary + '\n' + page};
 }
 
-Wording wording(const UpToDate& /*none*/) {
+Notice wording(const UpToDate& /*none*/) {
     return {"Cindertop is up to date", "There is no newer release."};
 }
 
-Wording wording(const UpdateFailure& failure) {
+Notice wording(const UpdateFailure& failure) {
     return {"Looking for updates failed", failure.sentence};
 }
 

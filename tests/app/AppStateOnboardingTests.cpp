@@ -53,8 +53,8 @@ TEST(HardwareCheck, NamesTheMachineOrWhatIsRequired) {
         if (brand) {
             values.texts["machdep.cpu.brand_string"] = *brand;
         }
-        const auto status = performHardwareCheck(values, architecture);
-        EXPECT_EQ(status.title(), title);
+        const auto status = performHardwareCheck(readHardwareProfile(values, architecture), std::nullopt);
+        EXPECT_EQ(status.title(OperatingSystem::mac), title);
         EXPECT_EQ(status.detail(), detail);
         ASSERT_TRUE(status.profile());
         EXPECT_EQ(*status.profile(),
@@ -66,11 +66,89 @@ TEST(HardwareCheck, SupportsAMachineThatIsInNoTableWhenToldSo) {
     const auto status = [](std::optional<std::string> brand) {
         return HardwareCheckStatus::supported({"Mac99,1", "arm64", std::move(brand)});
     };
-    EXPECT_EQ(status("Apple M4 Max").title(), "M4 MacBook Air detected");
-    EXPECT_EQ(status(std::nullopt).title(), "Unknown MacBook Air detected");
+    EXPECT_EQ(status("Apple M4 Max").title(OperatingSystem::mac), "M4 MacBook Air detected");
+    EXPECT_EQ(status(std::nullopt).title(OperatingSystem::mac), "Unknown MacBook Air detected");
     EXPECT_EQ(status("Apple M4").detail(), "This MacBook Air matches Cindertop's fanless target.");
-    EXPECT_EQ(HardwareCheckStatus::checking().title(), "Checking this Mac...");
+    EXPECT_EQ(HardwareCheckStatus::checking().title(OperatingSystem::mac), "Checking this Mac...");
     EXPECT_EQ(HardwareCheckStatus::checking().detail(), "Checking model, chip and thermal support.");
+}
+
+TEST(HardwareCheck, RefusesNobodyWhereTheMachineIsSurveyed) {
+    using Kind = HardwareCheckStatus::Kind;
+
+    struct Case {
+        std::string model;
+        HeatSources sources;
+        Kind kind;
+        std::string_view title;
+        std::string_view detail;
+    };
+
+    constexpr std::string_view withoutFan =
+        "Its heat, and what causes it, can be read. It has no fan that tells its speed.";
+    constexpr std::string_view withFan =
+        "Its heat, and what causes it, can be read. It has a fan: alerts come later than on fanless laptops.";
+    constexpr std::string_view nothing = "This machine tells nothing about its temperature or throttling. "
+                                         "Cindertop can still show what uses the processor.";
+    for (const auto& [model, sources, kind, title, detail] : {
+             Case{"Laptop 9", {.thermalState = 0}, Kind::ready, "Laptop 9 is ready", withoutFan},
+             Case{"Laptop 9", {.thermalState = 3, .hasFan = true}, Kind::ready, "Laptop 9 is ready", withFan},
+             Case{"unknown", {.pressureSource = "counters"}, Kind::ready, "This laptop is ready", withoutFan},
+             Case{"{name}",
+                  {.sensors = {"Battery", "CPU Core 3"}},
+                  Kind::ready,
+                  "{name} is ready",
+                  withoutFan},
+             Case{"Board",
+                  {.sensors = {"Battery", "GPU"}, .hasFan = true},
+                  Kind::unreadable,
+                  "No heat readings here",
+                  nothing},
+             Case{"unknown", {.thermalState = 4}, Kind::unreadable, "No heat readings here", nothing},
+             Case{"Mac14,2",
+                  {},
+                  Kind::supported,
+                  "M2 MacBook Air detected",
+                  "MacBook Air (M2, 2022) matches Cindertop's fanless target."},
+         }) {
+        const auto status = performHardwareCheck({model, "x86_64", {}}, sources);
+        EXPECT_EQ(status.kind(), kind) << model;
+        EXPECT_EQ(status.title(OperatingSystem::gnuLinux), title);
+        EXPECT_EQ(status.detail(), detail);
+        EXPECT_EQ(status.heatSources(), sources);
+    }
+    EXPECT_EQ(HardwareCheckStatus::checking().title(OperatingSystem::gnuLinux), "Checking this laptop...");
+}
+
+/// Answers once it is asked, and counts.
+class ScriptedSurvey final : public HeatSourceSurvey {
+public:
+    HeatSources found;
+    int questions = 0;
+
+    HeatSources findHeatSources() override {
+        ++questions;
+        return found;
+    }
+};
+
+TEST(AppStateOnboarding, SurveysTheMachineAwayFromTheMainThreadAndGoesOn) {
+    for (const auto& [state, kind] : {std::pair{0, HardwareCheckStatus::Kind::ready},
+                                      std::pair{-1, HardwareCheckStatus::Kind::unreadable}}) {
+        FakeProgram program;
+        ScriptedSurvey survey;
+        survey.found.thermalState = state;
+        program.machine.survey = &survey;
+        program.systemValues.texts["hw.model"] = "Laptop 9";
+        program.start().startHardwareCheckIfNeeded();
+        program.pass(899ms);
+        EXPECT_EQ(survey.questions, 0);
+        program.pass(1ms);
+        EXPECT_EQ(survey.questions, 1);
+        const auto& onboarding = program.published().onboardingState;
+        EXPECT_EQ(onboarding->hardwareStatus.kind(), kind);
+        EXPECT_EQ(onboarding->step, OnboardingStep::termsAndStart);
+    }
 }
 
 TEST(AppStateOnboarding, ChecksTheMachineOnceAndVisibly) {

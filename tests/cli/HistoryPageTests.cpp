@@ -18,7 +18,8 @@ const LocalizedComparison comparison("en_GB");
 
 PageStyle style(int columns, Charset charset) {
     return {.format = {.columns = columns, .charset = charset},
-            .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius)};
+            .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius),
+            .system = OperatingSystem::gnuLinux};
 }
 
 ThermalHistorySample sampleAt(Instant instant, ThermalLevel level, std::int64_t score,

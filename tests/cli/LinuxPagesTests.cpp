@@ -37,7 +37,8 @@ std::string statusOf(const std::string& fixture) {
                            ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation()));
     sampler.prime();
     const PageStyle style{.format = {.columns = 80, .charset = Charset::unicode},
-                          .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius)};
+                          .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius),
+                          .system = linux_platform::operatingSystem};
     return encoded(statusPage(sampler.sampleNow(), style), style.format);
 }
 

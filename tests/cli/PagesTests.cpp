@@ -13,7 +13,8 @@ using testing::HasSubstr;
 
 PageStyle style(int columns, Charset charset, Palette palette = Palette::none) {
     return {.format = {.columns = columns, .charset = charset, .palette = palette},
-            .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius)};
+            .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius),
+            .system = OperatingSystem::gnuLinux};
 }
 
 std::string text(const std::vector<Line>& page, const PageStyle& pageStyle) {
@@ -41,8 +42,8 @@ Thermal       state serious, pressure heavy
 Pressure      Serious or worse for 2 min 5 s
 Temperature   97°C
               CPU Package 0 97°C   GPU           61°C
-Power         battery power, battery 57 %, not charging, 36°C (warm), Low Power
-              Mode on
+Power         battery power, battery 57 %, not charging, 36°C (warm), Power
+              Saver on
 Displays      1 active: 0 built in, 1 external (lid probably closed)
 Processor     41.0 %
 

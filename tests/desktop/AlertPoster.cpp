@@ -38,7 +38,7 @@ std::optional<ThermalAlert> alertOf(const std::string& kind) {
     hot.topOffenderLabel = offenderLabel;
     hot.now = at(0);
 
-    ThermalAlertRuleEngine rules;
+    ThermalAlertRuleEngine rules(OperatingSystem::gnuLinux);
     const auto first = rules.evaluate(hot, configuration);
     const auto alert = kind == "recovery" ? rules.evaluate(calm, configuration) : first;
     return alert && rawValue(alert->kind) == kind ? alert : std::nullopt;

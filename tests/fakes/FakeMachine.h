@@ -31,6 +31,7 @@ struct FakeMachine {
     FakeApplicationCatalog applications;
     LocalizedComparison comparison{"en_GB"};
     std::vector<SourceStatus> sources;
+    HeatSourceSurvey* survey = nullptr;
     int sourceQuestions = 0;
 
     FakeMachine() { processes.add(1, "idle"); }
@@ -48,10 +49,12 @@ struct FakeMachine {
                 .processes = processes,
                 .applications = applications,
                 .comparison = comparison,
-                .sources = [this] {
-                    ++sourceQuestions;
-                    return sources;
-                }};
+                .sources =
+                    [this] {
+                        ++sourceQuestions;
+                        return sources;
+                    },
+                .heatSourceSurvey = survey};
     }
 };
 

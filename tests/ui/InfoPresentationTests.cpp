@@ -28,9 +28,12 @@ TEST(ContextTexts, PowerJoinsThePartsThatApply) {
              Case{offline, {}, {}, false, "Offline"},
              Case{unknown, {}, {}, false, "Power source unavailable"},
          }) {
-        EXPECT_EQ(powerText({true, source, {}, isCharging, isFullyCharged, isLowPowerModeEnabled, {}, {}}),
+        EXPECT_EQ(powerText({true, source, {}, isCharging, isFullyCharged, isLowPowerModeEnabled, {}, {}},
+                            OperatingSystem::mac),
                   text);
     }
+    EXPECT_EQ(powerText({true, acPower, {}, {}, {}, true, {}, {}}, OperatingSystem::gnuLinux),
+              "AC Power - Power Saver");
 }
 
 TEST(ContextTexts, BatteryShowsWhatIsKnownOfIt) {

@@ -27,7 +27,7 @@ protected:
         program.pass(900ms);
         EXPECT_EQ(onboarding.marker(), static_cast<int>(marker));
         EXPECT_EQ(onboarding.statusTitle(), title);
-        EXPECT_EQ(onboarding.isSupported(), marker == Marker::complete);
+        EXPECT_EQ(onboarding.hasPressure(), marker == Marker::complete);
         onboarding.setAcceptedLegal(false);
         onboarding.start();
         EXPECT_FALSE(state.isMonitoringPermitted());
@@ -47,8 +47,9 @@ TEST_F(OnboardingPresentationTest, TellsAnotherMachineSoAndStartsToo) {
     program.architecture = "x86_64";
     check(Marker::failed, "Apple Silicon required");
     OnboardingPresentation onboarding(*program.state, {});
-    EXPECT_EQ((QStringList{onboarding.model(), onboarding.chip(), onboarding.architecture()}),
-              (QStringList{"20XW", "unknown", "x86_64"}));
+    EXPECT_EQ(onboarding.detailTitles(), (QStringList{"Target", "Model", "Chip", "Arch", "Power"}));
+    EXPECT_EQ(onboarding.detailValues(),
+              (QStringList{"MacBook Air M-series", "20XW", "unknown", "x86_64", "Power source unavailable"}));
     onboarding.setShowsDetails(true);
     EXPECT_TRUE(onboarding.showsDetails());
 }

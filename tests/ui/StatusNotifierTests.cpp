@@ -178,6 +178,24 @@ TEST_F(StatusNotifierTest, OffersTheMenu) {
     EXPECT_EQ(found[0].properties, (QVariantMap{{"label", "Enable Monitoring"}}));
 }
 
+TEST_F(StatusNotifierTest, WordsTheMenuForLinux) {
+    program.state.reset();
+    FakeProgram laptop;
+    laptop.machine.operatingSystem = OperatingSystem::gnuLinux;
+    menu.reset();
+    menu = std::make_unique<StatusMenu>(agent->connection, laptop.start(), actions());
+    const auto propertyOf = [&](int id, const char* name) {
+        return askMenu("GetProperty", {id, name}).value(0).value<QDBusVariant>().variant();
+    };
+    EXPECT_EQ(propertyOf(8, "label"), QVariant("Settings..."));
+    EXPECT_EQ(propertyOf(5, "visible"), QVariant(false)) << "no feed is configured";
+    askMenu("Event", {5, "clicked", QVariant::fromValue(QDBusVariant(0)), 0U});
+    askMenu("Event", {8, "clicked", QVariant::fromValue(QDBusVariant(0)), 0U});
+    runUntil([&] { return !done.isEmpty(); });
+    EXPECT_EQ(done, QStringList{"preferences"});
+    menu.reset();
+}
+
 QVariantList eventOn(int id, const char* kind) {
     return {id, kind, QVariant::fromValue(QDBusVariant(0)), 0U};
 }

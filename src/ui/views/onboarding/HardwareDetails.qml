@@ -16,35 +16,18 @@ Rectangle {
 
         width: parent.width
 
-        DetailRow {
-            width: parent.width
-            title: "Target"
-            value: "MacBook Air M-series"
-        }
+        Repeater {
+            model: root.presentation.detailTitles
 
-        DetailRow {
-            width: parent.width
-            title: "Model"
-            value: root.presentation.model
-        }
+            DetailRow {
+                required property string modelData
+                required property int index
 
-        DetailRow {
-            width: parent.width
-            title: "Chip"
-            value: root.presentation.chip
-        }
-
-        DetailRow {
-            width: parent.width
-            title: "Arch"
-            value: root.presentation.architecture
-        }
-
-        DetailRow {
-            width: parent.width
-            title: "Power"
-            value: root.presentation.power
-            isLast: true
+                width: rows.width
+                title: modelData
+                value: root.presentation.detailValues[index] ?? ""
+                isLast: index === root.presentation.detailTitles.length - 1
+            }
         }
     }
 }

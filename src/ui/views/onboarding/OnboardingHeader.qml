@@ -5,6 +5,8 @@ import Cindertop.Onboarding
 Column {
     id: root
 
+    required property string tagline
+
     spacing: Theme.xs
 
     Symbol {
@@ -27,7 +29,7 @@ Column {
 
     Text {
         width: parent.width
-        text: "A tiny thermal assistant for fanless MacBook Airs."
+        text: root.tagline
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         color: Theme.secondaryText

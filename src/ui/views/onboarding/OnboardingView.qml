@@ -22,6 +22,7 @@ Rectangle {
 
         OnboardingHeader {
             width: parent.width
+            tagline: root.presentation.tagline
         }
 
         TimelineStepView {
@@ -40,7 +41,7 @@ Rectangle {
             Text {
                 x: 20
                 width: parent.width - x
-                visible: root.presentation.isSupported
+                visible: root.presentation.hasPressure
                 text: "Thermal pressure monitoring available"
                 wrapMode: Text.Wrap
                 color: Theme.secondaryText
@@ -51,7 +52,7 @@ Rectangle {
             }
 
             OnboardingDisclosure {
-                name: "Nerd details"
+                name: root.presentation.detailsName
                 isOpen: root.presentation.showsDetails
                 onPressed: root.presentation.showsDetails = !isOpen
             }
@@ -69,7 +70,7 @@ Rectangle {
 
             Text {
                 width: parent.width
-                text: "Cindertop stays in your menu bar and keeps thermal context local."
+                text: root.presentation.placeText
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
                 color: Theme.secondaryText

@@ -23,6 +23,8 @@ Item {
                 return "checkmark.circle.fill";
             case TimelineMarker.Failed:
                 return "xmark.circle.fill";
+            case TimelineMarker.Caution:
+                return "exclamationmark.triangle";
             default:
                 return "clock";
         }
@@ -31,6 +33,8 @@ Item {
                 return Theme.levelColor(0);
             case TimelineMarker.Failed:
                 return Theme.levelColor(2);
+            case TimelineMarker.Caution:
+                return Theme.levelColor(1);
             default:
                 return Theme.secondaryText;
         }

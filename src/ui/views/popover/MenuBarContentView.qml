@@ -118,6 +118,7 @@ FocusScope {
 
         MenuActionButton {
             width: parent.width
+            visible: root.presentation.offersUpdateCheck
             name: "Check for Updates..."
             symbolName: "arrow.triangle.2.circlepath"
             onPressed: root.presentation.checkForUpdates()
@@ -136,7 +137,7 @@ FocusScope {
 
         MenuActionButton {
             width: parent.width
-            name: "Preferences..."
+            name: root.presentation.settingsTitle
             symbolName: "gearshape"
             onPressed: root.presentation.openPreferences()
         }

@@ -26,7 +26,7 @@ HiddenScrollerScrollView {
                 symbolName: "battery.100percent"
                 segments: root.presentation.batterySegments
                 valueColor: root.presentation.batteryLevel < 0 ? Theme.text : Theme.levelText(root.presentation.batteryLevel)
-                helpText: "Internal battery sensor. Cindertop uses conservative guidance: 35°C+ is warm, 40°C+ is hot. Apple does not publish MacBook internal battery critical thresholds."
+                helpText: root.presentation.batteryHelp
             }
 
             SettingsDivider {}

@@ -9,7 +9,7 @@ SettingsOverlay {
     required property SettingsPresentation presentation
 
     title: "Cindertop"
-    message: "Made for fanless MacBook Airs."
+    message: presentation.aboutText
     panelWidth: 280
     isPresented: presentation.isAboutPresented
     initialFocus: close
@@ -37,12 +37,27 @@ SettingsOverlay {
     Text {
         anchors.horizontalCenter: parent.horizontalCenter
         topPadding: Theme.xs
-        bottomPadding: Theme.md
         text: root.message
         color: Theme.secondaryText
         font: Theme.body
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+    }
+
+    Text {
+        anchors.horizontalCenter: parent.horizontalCenter
+        topPadding: Theme.xs
+        visible: text.length > 0
+        text: root.presentation.versionText
+        color: Theme.secondaryText
+        font: Theme.caption
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    Item {
+        width: 1
+        height: Theme.md
     }
 
     SettingsAboutLink {

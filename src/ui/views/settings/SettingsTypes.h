@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/SettingsPresentation.h"
+#include "ui/SystemTexts.h"
 
 #include <QtQml/qqml.h>
 
@@ -46,4 +47,10 @@ struct SystemPresentationForeign {
     QML_FOREIGN(cindertop::ui::SystemPresentation)
     QML_NAMED_ELEMENT(SystemPresentation)
     QML_UNCREATABLE("the program makes it")
+};
+
+struct SystemTextsForeign {
+    Q_GADGET
+    QML_FOREIGN(cindertop::ui::SystemTexts)
+    QML_VALUE_TYPE(systemTexts)
 };

@@ -16,12 +16,12 @@ HiddenScrollerScrollView {
 
         Card {
             SettingsControlRow {
-                title: "Menu Bar Info"
+                title: root.presentation.texts.infoTitle
                 symbolName: "menubar.rectangle"
-                helpText: "Choose which thermal label appears next to the menu bar icon. Icon Only keeps the menu bar narrow."
+                helpText: root.presentation.texts.infoHelp
 
                 SettingsPicker {
-                    name: "Menu Bar Info"
+                    name: root.presentation.texts.infoTitle
                     labels: root.presentation.modeLabels
                     symbolNames: root.presentation.modeSymbolNames
                     currentIndex: root.presentation.modeIndex
@@ -32,7 +32,7 @@ HiddenScrollerScrollView {
             SettingsDivider {}
 
             SettingsToggleRow {
-                title: "Launch at Login"
+                title: root.presentation.texts.loginTitle
                 symbolName: "arrow.clockwise.circle"
                 helpText: "Starts Cindertop automatically when you sign in."
                 detail: root.presentation.launchAtLoginDetail
@@ -43,9 +43,9 @@ HiddenScrollerScrollView {
             SettingsDivider {}
 
             SettingsToggleRow {
-                title: "Show in Dock"
+                title: root.presentation.texts.dockTitle
                 symbolName: "dock.rectangle"
-                helpText: "Shows Cindertop in the Dock as well as the menu bar."
+                helpText: root.presentation.texts.dockHelp
                 isOn: root.presentation.showsDockIcon
                 onToggled: isOn => root.presentation.showsDockIcon = isOn
             }
@@ -55,7 +55,7 @@ HiddenScrollerScrollView {
             SettingsToggleRow {
                 title: "System Notifications"
                 symbolName: "bell"
-                helpText: "Allows quiet macOS notifications when Cindertop sees serious, critical thermal pressure, or recovery."
+                helpText: root.presentation.texts.notificationsHelp
                 detail: root.presentation.notificationsDetail
                 detailColor: Theme.destructive
                 isOn: root.presentation.notificationsEnabled
@@ -70,9 +70,9 @@ HiddenScrollerScrollView {
 
         Card {
             SettingsToggleRow {
-                title: "SoC Temperature"
+                title: root.presentation.texts.chipTitle
                 symbolName: "thermometer.medium"
-                helpText: "Reads additional SoC (Apple Silicon chip) temperature data when available. Values may vary by Mac model."
+                helpText: root.presentation.texts.chipHelp
                 isOn: root.presentation.readsTemperatures
                 onToggled: isOn => root.presentation.readsTemperatures = isOn
             }
@@ -102,7 +102,7 @@ HiddenScrollerScrollView {
                 SettingsSuccessMark {
                     anchors.verticalCenter: parent?.verticalCenter
                     visible: root.presentation.exportSucceeded
-                    text: "Export successful"
+                    text: root.presentation.exportText
                 }
 
                 ActionButton {
@@ -118,7 +118,7 @@ HiddenScrollerScrollView {
             SettingsControlRow {
                 title: "Reset to Defaults"
                 symbolName: "arrow.counterclockwise"
-                helpText: "Restores Cindertop preferences and Launch at Login to factory defaults"
+                helpText: root.presentation.texts.resetHelp
 
                 ActionButton {
                     name: "Reset"
