@@ -71,7 +71,7 @@ void BM_RecordOnFullHour(benchmark::State& state) {
     ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files);
     ThermalHistoryEnvelope full;
     for (std::int64_t number = 0; number < count; ++number) {
-        full.samples.push_back(sample(number, interval));
+        full.samples.append(sample(number, interval));
     }
     const auto text = encodeHistory(full);
     if (!text || !replaceFile(files, file, *text, Durability::relaxed)) {

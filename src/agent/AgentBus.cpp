@@ -123,10 +123,15 @@ bool AgentBus::handleMessage(const QDBusMessage& message, const QDBusConnection&
     if (!isOurs) {
         return false;
     }
-    const auto answer = methods_.call(message.member(), message.signature(), message.arguments());
-    reply(connection, message,
-          answer ? message.createReply(*answer)
-                 : message.createErrorReply(answer.error().name, answer.error().message));
+    const auto answerWith = [connection, message](const BusAnswer& answer) {
+        reply(connection, message,
+              answer ? message.createReply(*answer)
+                     : message.createErrorReply(answer.error().name, answer.error().message));
+    };
+    if (methods_.startCall(message.member(), message.signature(), answerWith)) {
+        return true;
+    }
+    answerWith(methods_.call(message.member(), message.signature(), message.arguments()));
     publishChanges();
     return true;
 }

@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <system_error>
+#include <utility>
 
 namespace cindertop::agent {
 
@@ -86,6 +88,7 @@ QString BusMethods::introspection() {
     }
     return QStringLiteral(R"(  <interface name="app.cindertop.Agent">
 %1    <method name="Open"><arg name="isShown" type="b" direction="out"/></method>
+    <method name="SaveHistory"/>
     <method name="OpenSettings"><arg name="isShown" type="b" direction="out"/></method>
     <method name="Quit"/>
     <method name="Settings"><arg name="settings" type="a{sv}" direction="out"/></method>
@@ -164,6 +167,18 @@ BusAnswer BusMethods::call(const QString& method, const QString& signature, cons
     }
     return refusal(unknownMethod,
                    "There is no method " + method + " with the arguments \"" + signature + '"');
+}
+
+bool BusMethods::startCall(const QString& method, const QString& signature,
+                           std::function<void(const BusAnswer&)> answer) {
+    if (method != QLatin1String("SaveHistory") || !signature.isEmpty()) {
+        return false;
+    }
+    state_.saveHistory([answer = std::move(answer)](const FileResult<void>& saved) {
+        answer(saved ? BusAnswer(QVariantList{})
+                     : refusal(failed, qText(std::make_error_code(saved.error()).message())));
+    });
+    return true;
 }
 
 BusAnswer BusMethods::hasWindows() const {

@@ -35,6 +35,10 @@ public:
 
     BusAnswer call(const QString& method, const QString& signature, const QVariantList& arguments);
 
+    /// Calls what takes its time, and answers when it is done; false for every other method.
+    bool startCall(const QString& method, const QString& signature,
+                   std::function<void(const BusAnswer&)> answer);
+
     /// All but the snapshot, which is long.
     QVariantMap properties() const;
     QString snapshot() const;

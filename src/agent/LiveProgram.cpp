@@ -3,6 +3,7 @@
 #include "app/HardwareProfile.h"
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
+#include "platform/linux/MonotonicClock.h"
 #include "platform/linux/OperatingSystemVersion.h"
 
 #include <filesystem>
@@ -60,7 +61,8 @@ AppStateEnvironment LiveProgram::environment() {
             .deployment = DeploymentFile(files_, DeploymentFile::defaultFile()),
             .architecture = std::string(builtArchitecture()),
             .operatingSystemVersion = linux_platform::operatingSystemVersion(),
-            .releasesPage = {}};
+            .releasesPage = {},
+            .historyWriting = {.clock = linux_platform::steadyClock()}};
 }
 
 } // namespace cindertop::agent

@@ -19,7 +19,7 @@ AppState::AppState(AppStateEnvironment environment)
       settingsStore_(environment_.defaults, defaultSettings(environment_.machine.operatingSystem)),
       engines_(environment_.machine),
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,
-                           environment_.calendar, environment_.files),
+                           environment_.calendar, environment_.files, environment_.historyWriting),
       systemNotificationService_(environment_.notificationCenter),
       recommendationEngine_(environment_.machine.operatingSystem),
       thermalAlertRuleEngine_(environment_.machine.operatingSystem),
@@ -46,6 +46,8 @@ void AppState::start() {
 
 AppState::~AppState() {
     environment_.executor.stop();
+    // What cannot be written now has nowhere else to go.
+    [[maybe_unused]] const auto saved = attempt([this] { return thermalHistoryStore_.save(); });
 }
 
 void AppState::log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,

@@ -79,6 +79,9 @@ public:
 
     // --- Assistant
 
+    /// Writes what is recorded and not yet on the disk, and calls `completion` with the result. Before a
+    /// sleep, and before somebody else reads the file.
+    void saveHistory(std::function<void(FileResult<void>)> completion);
     /// Samples the processes outside the schedule; does nothing while nothing is monitored.
     void refreshProcessOffendersNow();
     /// Samples the processes, also while paused, and calls `completion` when the result is published.
@@ -214,6 +217,7 @@ private:
     std::vector<TemperatureReading> latestTemperatures_;
     std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
     std::vector<SourceStatus> latestSources_;     ///< as of the latest census
+    std::uint64_t stops_ = 0;                     ///< what was asked before the latest shows nothing any more
     std::uint64_t notificationStateRequests_ = 0; ///< the answer to an older request than the latest is void
     std::set<std::string_view> failedReads_;
 

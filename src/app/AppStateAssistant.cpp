@@ -99,7 +99,11 @@ void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderI
         [this, now, pinnedOffenderID = std::move(pinnedOffenderID)] {
             return takeCensus(now, pinnedOffenderID);
         },
-        [this, now, completion = std::move(completion)](std::optional<Census> census) {
+        [this, now, stops = stops_, completion = std::move(completion)](std::optional<Census> census) {
+            if (stops != stops_) {
+                completion();
+                return;
+            }
             if (census) {
                 publishCensus(std::move(*census), now, published_.thermalSnapshot->level);
             } else {
@@ -257,6 +261,14 @@ void AppState::loadHistoryIfEnabled() {
                 }
             });
     });
+}
+
+void AppState::saveHistory(std::function<void(FileResult<void>)> completion) {
+    evaluate(
+        environment_.executor, [this] { return thermalHistoryStore_.save(); },
+        [completion = std::move(completion)](std::optional<FileResult<void>> saved) {
+            completion(saved.value_or(std::unexpected(std::errc::not_enough_memory)));
+        });
 }
 
 void AppState::clearHistory() {

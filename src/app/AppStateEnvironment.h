@@ -6,6 +6,7 @@
 #include "app/UpdateService.h"
 #include "app/Windows.h"
 #include "persistence/DiagnosticLogEvent.h"
+#include "persistence/ThermalHistoryStore.h"
 #include "platform/Desktop.h"
 #include "platform/LoginItem.h"
 #include "platform/RunningApplications.h"
@@ -48,6 +49,7 @@ struct AppStateEnvironment {
     Desktop* desktop = nullptr;         ///< none without a display
     Windows* windows = nullptr;         ///< none without a display
     UpdateService* updates = nullptr;   ///< none where none is configured
+    HistoryWriting historyWriting{};    ///< each sample at once unless told otherwise
     std::function<void(const DiagnosticLogEvent&)>
         diagnosticObserver{}; ///< told of each event that is logged
 };

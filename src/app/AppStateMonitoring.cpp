@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <tuple>
 
 namespace cindertop {
 
@@ -79,12 +80,20 @@ void AppState::startThermalMonitoring() {
 void AppState::stopThermalMonitoring() {
     const bool wasMonitoring = isMonitoring();
     thermalMonitoringTask_.reset();
+    ++stops_;
     publishIdleSnapshots();
     forgetMonitoring();
     if (wasMonitoring) {
         log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal monitoring stopped");
     }
-    environment_.executor.post([this] { environment_.executor.submit([this] { engines_.reset(); }, [] {}); });
+    environment_.executor.post([this] {
+        environment_.executor.submit(
+            [this] {
+                engines_.reset();
+                std::ignore = thermalHistoryStore_.save(); // tried again at the end
+            },
+            [] {});
+    });
 }
 
 void AppState::publishIdleSnapshots() {

@@ -26,7 +26,8 @@ public:
 
     /// The agent's JSON, see docs/json.md.
     Result<std::string> snapshot();
-    /// Calls a method without arguments and answers: "Pause", "Resume", "AcceptTerms", "ResetSettings".
+    /// Calls a method without arguments and answers: "Pause", "Resume", "AcceptTerms", "ResetSettings",
+    /// "SaveHistory".
     Result<void> call(const char* method);
     /// Ends the agent, and returns when its process has ended.
     Result<void> quit();

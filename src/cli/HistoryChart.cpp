@@ -112,8 +112,7 @@ std::optional<int> ChartTime::columnOf(Instant instant) const {
     return std::min(static_cast<int>(std::min(part, 1.0) * columns), columns - 1);
 }
 
-std::vector<ChartColumn> chartColumns(const std::vector<ThermalHistorySample>& samples,
-                                      const ChartTime& time) {
+std::vector<ChartColumn> chartColumns(std::span<const ThermalHistorySample> samples, const ChartTime& time) {
     std::vector<Gathered> gathered(static_cast<std::size_t>(time.columns));
     for (const auto& sample : samples) {
         if (const auto column = time.columnOf(sample.measuredAt)) {

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -32,8 +33,7 @@ struct ChartTime {
     std::optional<int> columnOf(Instant instant) const;
 };
 
-std::vector<ChartColumn> chartColumns(const std::vector<ThermalHistorySample>& samples,
-                                      const ChartTime& time);
+std::vector<ChartColumn> chartColumns(std::span<const ThermalHistorySample> samples, const ChartTime& time);
 
 /// A row a level, the highest on top, each column filled up to its level: readable without colour.
 std::vector<Line> levelRows(const std::vector<ChartColumn>& columns, Charset charset);

@@ -18,7 +18,7 @@ namespace cindertop::cli {
 
 namespace {
 
-using Samples = std::vector<ThermalHistorySample>;
+using Samples = SharedHistorySamples;
 using OptionalNumber = std::optional<double>;
 
 /// The values of one optional field, in so far as they were measured.
@@ -208,6 +208,18 @@ Line titleLine(const ThermalMonitoringSnapshot& snapshot, int columns) {
     return {{paddedRight(title, room), Tone::strong}, {time, Tone::faint}};
 }
 
+/// An agent that is at work holds the latest minutes.
+std::vector<Line> writingLines(const std::optional<Instant>& writtenAt, int columns) {
+    std::vector<Line> lines;
+    if (writtenAt) {
+        for (auto& part :
+             wrapped("As written at " + localDateAndTime(*writtenAt) + "; no agent answers.", columns)) {
+            lines.push_back({{std::move(part), Tone::faint}});
+        }
+    }
+    return lines;
+}
+
 } // namespace
 
 std::vector<Line> historyPage(const ThermalMonitoringSnapshot& snapshot, const HistoryPageContext& context,
@@ -217,6 +229,7 @@ std::vector<Line> historyPage(const ThermalMonitoringSnapshot& snapshot, const H
         lines = emptyLines(snapshot, context, style);
     } else {
         lines.push_back(titleLine(snapshot, style.format.columns));
+        append(lines, writingLines(context.writtenAt, style.format.columns));
         lines.emplace_back();
         append(lines, chart(snapshot, style));
         lines.emplace_back();

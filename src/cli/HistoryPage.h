@@ -2,8 +2,10 @@
 
 #include "cli/MachineFacts.h"
 #include "persistence/ThermalMonitoringSnapshot.h"
+#include "support/Instant.h"
 #include "support/LocalizedComparison.h"
 
+#include <optional>
 #include <vector>
 
 namespace cindertop::cli {
@@ -12,6 +14,7 @@ namespace cindertop::cli {
 struct HistoryPageContext {
     bool isHistoryEnabled; ///< in the settings
     const LocalizedComparison& comparison;
+    std::optional<Instant> writtenAt{}; ///< of the file, where no agent has added what it holds
 };
 
 /// The samples of the last hour as a chart that ends at the snapshot's instant, then the day. Without samples

@@ -10,6 +10,7 @@
 #include "persistence/UnstoredUserDefaults.h"
 
 #include <chrono>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -31,6 +32,14 @@ ThermalMonitoringSnapshot storedHistory(const StoredEnvironment& environment) {
     ThermalHistoryStore store(environment.historyFile, std::chrono::hours(1), std::chrono::minutes(5),
                               environment.calendar, environment.files);
     return store.snapshot(environment.now);
+}
+
+/// When the file was replaced; none without one.
+std::optional<Instant> timeOfWriting(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto time = std::filesystem::last_write_time(file, error);
+    return error ? std::nullopt
+                 : std::optional(Instant(std::chrono::file_clock::to_sys(time).time_since_epoch()));
 }
 
 /// The user's own word comes back on a terminal, so it is shown harmlessly.
@@ -82,7 +91,7 @@ ExportResult writeToFile(const StoredEnvironment& environment, const DiagnosticL
 
 } // namespace
 
-WriteResult showHistory(const StoredEnvironment& environment, Format format) {
+WriteResult showHistory(const StoredEnvironment& environment, Format format, bool isJustSaved) {
     const auto snapshot = storedHistory(environment);
     const auto traits = environment.terminal();
     if (format == Format::json) {
@@ -90,7 +99,9 @@ WriteResult showHistory(const StoredEnvironment& environment, Format format) {
         return environment.output.write((traits.isTerminal ? indentedText(json) : compactText(json)) + '\n');
     }
     const HistoryPageContext context{.isHistoryEnabled = settingsOf(environment)->historyEnabled,
-                                     .comparison = environment.comparison};
+                                     .comparison = environment.comparison,
+                                     .writtenAt =
+                                         isJustSaved ? std::nullopt : timeOfWriting(environment.historyFile)};
     const PageStyle style{.format = traits.format,
                           .temperatures = environment.temperatures,
                           .system = environment.circumstances.operatingSystem};

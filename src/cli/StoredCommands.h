@@ -36,8 +36,9 @@ struct StoredEnvironment {
     ProgramCircumstances circumstances;
 };
 
-/// Shows the stored history. Needs no running agent and writes nothing.
-WriteResult showHistory(const StoredEnvironment& environment, Format format);
+/// Shows the stored history and writes nothing. Unless the agent has just saved it, as of when it was
+/// written.
+WriteResult showHistory(const StoredEnvironment& environment, Format format, bool isJustSaved);
 
 /// The error is one sentence without the program's name.
 using ExportResult = std::expected<void, std::string>;

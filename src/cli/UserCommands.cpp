@@ -46,9 +46,23 @@ ExitStatus exitStatusOf(const PageResult& result) {
     return exitStatus(*result);
 }
 
+/// Has the agent write what it holds. False without one, and where it cannot.
+bool saveHistory() {
+    auto agent = AgentClient::find();
+    if (!agent) {
+        return false;
+    }
+    const auto saved = agent->call("SaveHistory");
+    if (!saved) {
+        complain("the agent cannot write its latest samples: " + saved.error());
+    }
+    return saved.has_value();
+}
+
 } // namespace
 
 ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
+    const bool isHistorySaved = arguments.command == Command::history && saveHistory();
     PosixFileSystem files;
     PropertyListUserDefaults defaults(PropertyListUserDefaults::defaultFile(), files);
     const linux_platform::LinuxSystemValues systemValues;
@@ -70,7 +84,7 @@ ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
                           .operatingSystemVersion = linux_platform::operatingSystemVersion(),
                           .architecture = std::string(builtArchitecture())}};
     if (arguments.command == Command::history) {
-        return exitStatus(showHistory(environment, arguments.format));
+        return exitStatus(showHistory(environment, arguments.format, isHistorySaved));
     }
     return exitStatus(exportDiagnostics(environment, arguments.operands.front()));
 }

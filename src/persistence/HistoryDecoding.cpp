@@ -2,6 +2,7 @@
 #include "support/PropertyListDocument.h"
 
 #include <utility>
+#include <vector>
 
 namespace cindertop {
 namespace {
@@ -82,14 +83,16 @@ ThermalDailySummary decodeSummary(const PropertyListNode& node) {
         summary["updatedAt"].date()};
 }
 
-ThermalHistoryEnvelope decodeEnvelope(const PropertyListNode& node) {
-    const auto dictionary = node.dictionary();
+ThermalHistoryEnvelope decodeEnvelope(const PropertyListNode& root) {
+    const auto dictionary = root.dictionary();
     ThermalHistoryEnvelope envelope{dictionary["schemaVersion"].integer(), {}, {}};
-    const auto samples = dictionary["samples"].array();
-    envelope.samples.reserve(samples.size() + 1); // a new one will follow
-    for (const PropertyListNode& sample : samples) {
-        envelope.samples.push_back(decodeSample(sample));
+    const auto nodes = dictionary["samples"].array();
+    std::vector<ThermalHistorySample> samples;
+    samples.reserve(nodes.size() + 1); // a new one will follow
+    for (const PropertyListNode& node : nodes) {
+        samples.push_back(decodeSample(node));
     }
+    envelope.samples = std::move(samples);
     envelope.todaySummary = dictionary.find("todaySummary").transform(decodeSummary);
     return envelope;
 }

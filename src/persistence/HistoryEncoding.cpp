@@ -2,6 +2,8 @@
 #include "support/PropertyListText.h"
 #include "support/PropertyListWriter.h"
 
+#include <chrono>
+#include <cmath>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -73,16 +75,29 @@ void encodeDurations(PropertyListWriter& writer, const ThermalLevelDurations& du
 
 /// Labels that differ only in characters that cannot be written are one label in the file, which could not be
 /// read otherwise.
-void encodeCounts(PropertyListWriter& writer, const ThermalDailySummary::OffenderCounts& counts) {
-    ThermalDailySummary::OffenderCounts writable;
+ThermalDailySummary::OffenderCounts writable(const ThermalDailySummary::OffenderCounts& counts) {
+    ThermalDailySummary::OffenderCounts result;
     for (const auto& [label, count] : counts) {
-        auto& sum = writable[writablePropertyListText(label)];
+        auto& sum = result[writablePropertyListText(label)];
         if (__builtin_add_overflow(sum, count, &sum)) {
             sum = std::numeric_limits<std::int64_t>::max();
         }
     }
+    return result;
+}
+
+ThermalDailySummary::OffenderIdentifiers
+writable(const ThermalDailySummary::OffenderIdentifiers& identifiers) {
+    ThermalDailySummary::OffenderIdentifiers result;
+    for (const auto& [label, identifier] : identifiers) {
+        result.insert_or_assign(writablePropertyListText(label), writablePropertyListText(identifier));
+    }
+    return result;
+}
+
+void encodeCounts(PropertyListWriter& writer, const ThermalDailySummary::OffenderCounts& counts) {
     writer.beginDictionary();
-    for (const auto& [label, count] : writable) {
+    for (const auto& [label, count] : writable(counts)) {
         writer.key(label);
         writer.integer(count);
     }
@@ -91,12 +106,8 @@ void encodeCounts(PropertyListWriter& writer, const ThermalDailySummary::Offende
 
 void encodeIdentifiers(PropertyListWriter& writer,
                        const ThermalDailySummary::OffenderIdentifiers& identifiers) {
-    ThermalDailySummary::OffenderIdentifiers writable;
-    for (const auto& [label, identifier] : identifiers) {
-        writable.insert_or_assign(writablePropertyListText(label), identifier);
-    }
     writer.beginDictionary();
-    for (const auto& [label, identifier] : writable) {
+    for (const auto& [label, identifier] : writable(identifiers)) {
         writer.key(label);
         writer.string(identifier);
     }
@@ -144,7 +155,32 @@ std::string encodeEnvelope(const ThermalHistoryEnvelope& envelope) {
     return std::move(writer).finish();
 }
 
+Instant wholeSecond(Instant instant) {
+    return std::chrono::floor<std::chrono::seconds>(instant);
+}
+
 } // namespace
+
+std::optional<ThermalHistorySample> asStored(const ThermalHistorySample& sample) {
+    if (sample.temperatureCelsius && !std::isfinite(*sample.temperatureCelsius)) {
+        return std::nullopt;
+    }
+    // The label goes through its sanitiser once more, as it does when it is read.
+    return ThermalHistorySample(wholeSecond(sample.measuredAt), sample.level, sample.score,
+                                sample.globalCPUPercent, sample.temperatureCelsius,
+                                sample.topOffenderLabel.transform(writablePropertyListText),
+                                sample.topOffenderBundleIdentifier, sample.contextFlags);
+}
+
+ThermalDailySummary asStored(const ThermalDailySummary& summary) {
+    auto stored = summary;
+    stored.topOffenderCounts = writable(summary.topOffenderCounts);
+    if (summary.topOffenderBundleIdentifiers) {
+        stored.topOffenderBundleIdentifiers = writable(*summary.topOffenderBundleIdentifiers);
+    }
+    stored.updatedAt = wholeSecond(summary.updatedAt);
+    return stored;
+}
 
 std::expected<std::string, PropertyListError> encodeHistory(const ThermalHistoryEnvelope& envelope) {
     try {

@@ -1,21 +1,20 @@
 #pragma once
 
+#include "persistence/SharedHistorySamples.h"
 #include "persistence/ThermalDailySummary.h"
-#include "persistence/ThermalHistorySample.h"
 #include "support/PropertyListError.h"
 
 #include <cstdint>
 #include <expected>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace cindertop {
 
 /// The contents of the history file.
 struct ThermalHistoryEnvelope {
     std::int64_t schemaVersion = 1; ///< kept as it was read
-    std::vector<ThermalHistorySample> samples;
+    SharedHistorySamples samples;
     std::optional<ThermalDailySummary> todaySummary;
 
     bool operator==(const ThermalHistoryEnvelope&) const = default;
@@ -25,8 +24,13 @@ struct ThermalHistoryEnvelope {
 /// matter. The records repair what they repair.
 std::expected<ThermalHistoryEnvelope, PropertyListError> decodeHistory(std::string text);
 
-/// A property list without indentation: the file is written every few seconds. Dates lose their fraction.
+/// A property list without indentation, which nobody edits. Dates lose their fraction.
 /// Refused when a number is not finite.
 std::expected<std::string, PropertyListError> encodeHistory(const ThermalHistoryEnvelope& envelope);
+
+/// What is read of a sample that was written: its second, and texts without what a file cannot hold. None for
+/// a number that no file can hold.
+std::optional<ThermalHistorySample> asStored(const ThermalHistorySample& sample);
+ThermalDailySummary asStored(const ThermalDailySummary& summary);
 
 } // namespace cindertop

@@ -1,14 +1,15 @@
 #include "persistence/ThermalHistoryStore.h"
 
-#include "support/AtomicFile.h"
 #include "support/PropertyListText.h"
 #include "support/UserFolders.h"
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <limits>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace cindertop {
 namespace {
@@ -26,6 +27,14 @@ Instant earlier(Instant instant, Seconds duration) {
         return distantPast;
     }
     return instant - std::chrono::duration_cast<Instant::duration>(duration);
+}
+
+void sort(SharedHistorySamples& samples) {
+    if (!samples.areInOrder()) {
+        std::vector<ThermalHistorySample> sorted(samples.begin(), samples.end());
+        std::ranges::stable_sort(sorted, {}, &ThermalHistorySample::measuredAt);
+        samples = std::move(sorted);
+    }
 }
 
 /// Between the seconds in which two moments lie, because the file keeps no more of them: so the gaps of a day
@@ -62,43 +71,88 @@ void countOffender(ThermalDailySummary& summary, const ThermalHistorySample& sam
 
 } // namespace
 
+std::chrono::nanoseconds HistoryWriting::pauseAfter(std::size_t bytes) {
+    constexpr double bytesASecond = 5'500;
+    constexpr Seconds shortest{60};
+    constexpr Seconds longest{12 * 60};
+    const auto pause = Seconds(static_cast<double>(bytes) / bytesASecond);
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::clamp(pause, shortest, longest));
+}
+
 std::filesystem::path ThermalHistoryStore::defaultFile() {
     return UserFolders::ofUser().programData() / "thermal-history.plist";
 }
 
 ThermalHistoryStore::ThermalHistoryStore(std::optional<std::filesystem::path> file, Seconds historyDuration,
                                          Seconds maximumAttributionGap, CalendarDays calendar,
-                                         FileSystem& files)
+                                         FileSystem& files, HistoryWriting writing)
     : file_(file ? *std::move(file) : defaultFile()),
       historyDuration_(atLeast(Seconds(60), historyDuration)),
       maximumAttributionGap_(atLeast(Seconds(10), maximumAttributionGap)),
       calendar_(std::move(calendar)),
-      files_(files) {}
+      files_(files),
+      writing_(std::move(writing)) {}
 
 ThermalMonitoringSnapshot ThermalHistoryStore::record(const ThermalHistorySample& sample) {
     const std::scoped_lock lock(mutex_);
     const Instant now = sample.measuredAt;
-    ThermalHistoryEnvelope envelope = load();
+    ThermalHistoryEnvelope envelope = current();
     normalize(envelope, now);
     const ThermalHistorySample* const previous =
         envelope.samples.empty() ? nullptr : &envelope.samples.back();
     envelope.todaySummary = updatedSummary(envelope.todaySummary, previous, sample);
-    envelope.samples.push_back(sample);
+    // What is held and what is handed out share their samples, so both have the sample as it will be read.
+    const auto stored = writing_.isBehind() ? asStored(sample) : std::nullopt;
+    envelope.samples.append(stored.value_or(sample));
     prune(envelope.samples, now);
-    save(envelope);
+    if (stored) {
+        hold(envelope);
+    } else if (!writing_.isBehind()) {
+        // The next sample comes within seconds: a power cut may cost a few, and the disk may sleep.
+        std::ignore = write(envelope, Durability::relaxed);
+    }
     return makeSnapshot(std::move(envelope), now);
 }
 
 ThermalMonitoringSnapshot ThermalHistoryStore::snapshot(Instant now) {
     const std::scoped_lock lock(mutex_);
-    ThermalHistoryEnvelope envelope = load();
+    ThermalHistoryEnvelope envelope = current();
     normalize(envelope, now);
     return makeSnapshot(std::move(envelope), now);
 }
 
+FileResult<void> ThermalHistoryStore::save() {
+    const std::scoped_lock lock(mutex_);
+    return isWritten_ ? FileResult<void>() : writeHeld();
+}
+
 void ThermalHistoryStore::clear() {
     const std::scoped_lock lock(mutex_);
+    held_.reset();
+    isWritten_ = true;
+    latestWrite_.reset();
     std::ignore = removeFile(files_, file_);
+}
+
+ThermalHistoryEnvelope ThermalHistoryStore::current() {
+    if (!writing_.isBehind()) {
+        return load();
+    }
+    if (!held_) {
+        held_ = load();
+    }
+    return *held_;
+}
+
+/// Keeps the contents in the form in which they would be read, and writes them when that is due.
+void ThermalHistoryStore::hold(ThermalHistoryEnvelope& envelope) {
+    envelope.todaySummary =
+        envelope.todaySummary.transform([](const ThermalDailySummary& summary) { return asStored(summary); });
+    held_ = envelope;
+    isWritten_ = false;
+    if (!latestWrite_ || writing_.clock() - *latestWrite_ >= pause_) {
+        std::ignore = writeHeld();
+    }
 }
 
 ThermalHistoryEnvelope ThermalHistoryStore::load() {
@@ -110,27 +164,44 @@ ThermalHistoryEnvelope ThermalHistoryStore::load() {
     return envelope ? *std::move(envelope) : ThermalHistoryEnvelope{};
 }
 
-void ThermalHistoryStore::save(const ThermalHistoryEnvelope& envelope) {
-    if (!makeFolders(files_, file_.parent_path())) {
-        return;
+FileResult<void> ThermalHistoryStore::write(const ThermalHistoryEnvelope& envelope, Durability durability) {
+    if (auto made = makeFolders(files_, file_.parent_path()); !made) {
+        return made;
     }
-    if (const auto text = encodeHistory(envelope)) {
-        // The next sample comes within seconds: a power cut may cost a few, and the disk may sleep.
-        std::ignore = replaceFile(files_, file_, *text, Durability::relaxed);
+    const auto text = encodeHistory(envelope);
+    if (!text) {
+        return std::unexpected(std::errc::result_out_of_range); // a number that no file can hold
     }
+    pause_ = HistoryWriting::pauseAfter(text->size());
+    return replaceFile(files_, file_, *text, durability);
+}
+
+FileResult<void> ThermalHistoryStore::writeHeld() {
+    latestWrite_ = writing_.clock();
+    auto written = write(*held_, Durability::synced);
+    isWritten_ = written.has_value();
+    return written;
 }
 
 void ThermalHistoryStore::normalize(ThermalHistoryEnvelope& envelope, Instant now) const {
     if (!envelope.todaySummary || envelope.todaySummary->dayIdentifier != calendar_.identifier(now)) {
         envelope.todaySummary = freshSummary(now);
     }
+    sort(envelope.samples);
     prune(envelope.samples, now);
-    std::ranges::stable_sort(envelope.samples, {}, &ThermalHistorySample::measuredAt);
 }
 
-void ThermalHistoryStore::prune(std::vector<ThermalHistorySample>& samples, Instant now) const {
+void ThermalHistoryStore::prune(SharedHistorySamples& samples, Instant now) const {
     const Instant oldest = earlier(now, historyDuration_);
-    std::erase_if(samples, [&](const ThermalHistorySample& sample) { return sample.measuredAt < oldest; });
+    const auto isKept = [&](const ThermalHistorySample& sample) { return sample.measuredAt >= oldest; };
+    if (samples.areInOrder()) {
+        const auto* const first = std::ranges::find_if(samples, isKept);
+        samples.removeFirst(static_cast<std::size_t>(first - samples.begin()));
+        return;
+    }
+    std::vector<ThermalHistorySample> kept;
+    std::ranges::copy_if(samples, std::back_inserter(kept), isKept);
+    samples = std::move(kept);
 }
 
 ThermalDailySummary ThermalHistoryStore::updatedSummary(const std::optional<ThermalDailySummary>& existing,

@@ -1,16 +1,14 @@
 #pragma once
 
+#include "persistence/SharedHistorySamples.h"
 #include "persistence/ThermalDailySummary.h"
-#include "persistence/ThermalHistorySample.h"
 #include "support/Instant.h"
-
-#include <vector>
 
 namespace cindertop {
 
 /// What the history holds at a moment.
 struct ThermalMonitoringSnapshot {
-    std::vector<ThermalHistorySample> samples; ///< oldest first, all within the history's window
+    SharedHistorySamples samples; ///< oldest first, all within the history's window
     ThermalDailySummary todaySummary;
     Instant measuredAt;
 

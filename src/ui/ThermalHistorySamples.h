@@ -1,9 +1,8 @@
 #pragma once
 
-#include "persistence/ThermalHistorySample.h"
+#include "persistence/SharedHistorySamples.h"
 
 #include <QObject>
-#include <vector>
 
 namespace cindertop::ui {
 
@@ -12,7 +11,7 @@ struct ThermalHistorySamples {
     Q_GADGET
 
 public:
-    std::vector<ThermalHistorySample> values;
+    SharedHistorySamples values;
 
     bool operator==(const ThermalHistorySamples&) const = default;
 };

@@ -124,6 +124,7 @@ TEST_F(AgentBusTest, Answers) {
 
     for (const auto& [interface, member, texts, error] : std::vector<Case>{
              {"app.cindertop.Agent", "Settings", {}, ""},
+             {"app.cindertop.Agent", "SaveHistory", {}, ""},
              {"app.cindertop.Agent", "Nonsense", {}, "UnknownMethod"},
              {"app.cindertop.Agent", "Pause", {"now"}, "InvalidArgs"},
              {"app.cindertop.Other", "Pause", {}, "UnknownInterface"},

@@ -40,6 +40,7 @@ TEST(BusMethods, RefusesWhatItDoesNotUnderstand) {
              {"quit", "", {}, "UnknownMethod"},
              {"AcceptTerms", "b", {true}, "InvalidArgs"},
              {"Settings", "s", {"x"}, "UnknownMethod"},
+             {"SaveHistory", "s", {"x"}, "UnknownMethod"},
              {"Set", "", {}, "UnknownMethod"},
              {"Set", "ss", {"showDockIcon", "true"}, "UnknownMethod"},
              {"ExportDiagnostics", "", {}, "UnknownMethod"},

@@ -192,6 +192,45 @@ TEST(AppStateMonitoring, ACensusThatEndsAfterTheyWereHiddenShowsNoOffenders) {
     EXPECT_EQ(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty());
 }
 
+TEST(AppStateMonitoring, ACensusThatEndsAfterAStopShowsNoOffenders) {
+    FakeProgram program;
+    auto& state = program.start();
+    program.pass(0s);
+    program.executor.isHolding = true;
+    int completed = 0;
+    state.sampleProcessOffenders(std::nullopt, [&completed] { ++completed; });
+    ASSERT_TRUE(program.executor.workNext());
+    state.setPaused(true);
+    program.executor.release();
+    EXPECT_EQ(completed, 1);
+    expectIdle(program.published());
+    state.sampleProcessOffenders(std::nullopt, [&completed] { ++completed; });
+    EXPECT_EQ(completed, 2);
+    EXPECT_NE(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty())
+        << "a window may ask while nothing is monitored";
+}
+
+TEST(AppStateMonitoring, AStopAndTheEndSaveTheHistory) {
+    FakeProgram program;
+    std::chrono::nanoseconds time{0};
+    program.historyWriting = {.clock = [&time] { return time; }};
+    const auto saved = [&] {
+        ThermalHistoryStore file(FakeProgram::historyFile, 1h, 5min, CalendarDays("UTC"), program.files);
+        return file.snapshot(program.clock.now()).samples.size();
+    };
+    auto& state = program.start();
+    program.pass(20s);
+    EXPECT_EQ(program.samples, 4);
+    EXPECT_EQ(saved(), 1U) << "the rest is held";
+    state.setPaused(true);
+    program.executor.runTasks();
+    EXPECT_EQ(saved(), 4U);
+    state.setPaused(false);
+    program.pass(1s);
+    program.state.reset();
+    EXPECT_EQ(saved(), 5U);
+}
+
 TEST(AppStateMonitoring, RefreshesOffendersOnRequestOnlyWhileItMonitors) {
     FakeProgram program;
     auto& state = program.start();

@@ -52,6 +52,7 @@ public:
     Windows* windows = nullptr;
     UpdateService* updates = nullptr;
     std::string architecture = "arm64";
+    HistoryWriting historyWriting;
     bool censusThrows = false;
 
     std::vector<DiagnosticLogEvent> events;
@@ -131,6 +132,7 @@ private:
                 .desktop = &desktop,
                 .windows = windows,
                 .updates = updates,
+                .historyWriting = historyWriting,
                 .diagnosticObserver = [this](const auto& event) { events.push_back(event); }};
     }
 };

@@ -119,6 +119,15 @@ Processor     not available
 )");
 }
 
+TEST_F(HistoryPageTest, SaysWhenItWasWrittenWhereNoAgentAnswers) {
+    const auto pageStyle = style(50, Charset::ascii);
+    const auto page = historyPage(
+        warmHour(), {.isHistoryEnabled = true, .comparison = comparison, .writtenAt = now - 5min}, pageStyle);
+    EXPECT_TRUE(encoded(page, pageStyle.format)
+                    .starts_with("The last hour                  2025-03-05 17:30:00\n"
+                                 "As written at 2025-03-05 17:25:00; no agent\nanswers.\n\n"));
+}
+
 TEST_F(HistoryPageTest, SaysWhatMakesAHistory) {
     const ThermalMonitoringSnapshot none{{}, ThermalDailySummary::fresh("2025-03-05", now), now};
     const auto plain = style(110, Charset::ascii);
@@ -127,7 +136,7 @@ TEST_F(HistoryPageTest, SaysWhatMakesAHistory) {
               "history switched on.\n");
     EXPECT_EQ(text(none, plain, false), "No history is stored: history is switched off in the settings.\n");
     auto morning = warmHour();
-    morning.samples.clear();
+    morning.samples = {};
     EXPECT_TRUE(
         text(morning, plain).starts_with("Nothing was recorded in the last hour: the Cindertop agent"));
     EXPECT_NE(text(morning, plain).find("Today, 2025-03-05: 1 h 6 min recorded"), std::string::npos);

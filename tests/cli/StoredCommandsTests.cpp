@@ -69,10 +69,10 @@ TEST_F(StoredCommandsTest, ShowTheHistoryAndLeaveTheFilesAlone) {
     store.record({now - std::chrono::seconds(5), ThermalLevel::fair, 30, {}, 51.5, "Browser", {}, {}});
     const auto before = fakes::textOf(folder / "history");
     defaults.stored["cindertop.history.duration-minutes"] = std::int64_t{5}; // loading would repair it
-    ASSERT_TRUE(showHistory(environment, Format::text));
+    ASSERT_TRUE(showHistory(environment, Format::text, true));
     EXPECT_TRUE(printed().starts_with("The last hour"));
     ASSERT_EQ(::ftruncate(descriptor, ::lseek(descriptor, 0, SEEK_SET)), 0);
-    ASSERT_TRUE(showHistory(environment, Format::json));
+    ASSERT_TRUE(showHistory(environment, Format::json, true));
     const auto history = json::parse(printed());
     EXPECT_EQ(history["samples"][0]["temperatureCelsius"], 51.5);
     EXPECT_EQ(history["todaySummary"]["topOffenderCounts"]["Browser"], 1);

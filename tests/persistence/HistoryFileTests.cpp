@@ -46,7 +46,7 @@ TEST(HistoryFile, IsReadWhateverElseItHolds) {
     expected.todaySummary->topOffenderBundleIdentifiers.reset();
     EXPECT_EQ(decoded("summary-without-identifiers.plist"), expected);
     expected = full();
-    std::ranges::reverse(expected.samples);
+    expected.samples = {full().samples[1], full().samples[0]};
     EXPECT_EQ(decoded("other-order.plist"), expected);
     EXPECT_EQ(decoded("no-samples.plist"), ThermalHistoryEnvelope{});
 }
@@ -110,9 +110,11 @@ TEST(HistoryFile, IsWrittenKeyByKey) {
 
 TEST(HistoryFile, ReadsBackWithWholeSeconds) {
     auto envelope = full();
-    for (auto& sample : envelope.samples) {
+    std::vector<ThermalHistorySample> samples(envelope.samples.begin(), envelope.samples.end());
+    for (auto& sample : samples) {
         sample.measuredAt += std::chrono::milliseconds(999);
     }
+    envelope.samples = std::move(samples);
     envelope.todaySummary->updatedAt += std::chrono::nanoseconds(1);
     EXPECT_EQ(decodeHistory(*encodeHistory(envelope)), full());
 }

@@ -1,12 +1,10 @@
 #pragma once
 
+#include "platform/MonotonicClock.h"
+
 #include <chrono>
-#include <functional>
 
 namespace cindertop::linux_platform {
-
-/// Time that only goes forward, from an unnamed start: for intervals between reads. Any thread may call it.
-using MonotonicClock = std::function<std::chrono::nanoseconds()>;
 
 /// The kernel's steady clock.
 inline MonotonicClock steadyClock() {
