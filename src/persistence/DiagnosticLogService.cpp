@@ -69,7 +69,8 @@ void DiagnosticLogService::log(DiagnosticLogLevel level, DiagnosticLogCategory c
 
 void DiagnosticLogService::persist() {
     buffer_.keepRecent(environment_.clock.now());
-    if (!writeBuffer()) {
+    const bool couldWrite = std::exchange(canWrite_, writeBuffer());
+    if (couldWrite && !canWrite_) { // every event would say it again
         writeUnifiedLog(DiagnosticLogLevel::error, DiagnosticLogCategory::app,
                         "Diagnostic buffer persistence failed");
     }

@@ -79,6 +79,7 @@ private:
     std::function<void(const DiagnosticLogEvent&)> observer_;
     bool isConfigured_ = false;
     bool isEnabled_ = true;
+    bool canWrite_ = true; ///< as far as the latest attempt tells
 };
 
 } // namespace cindertop

@@ -191,6 +191,16 @@ TEST_F(DiagnosticLogServiceTest, TellsTheSystemsLogWhenItCannotWrite) {
     files.repair();
     service.log(info, thermal, "next");
     EXPECT_EQ(eventsInFile().size(), 3U);
+    for (const int failures : {1, 2}) { // once each time it begins to fail, however many events there are
+        files.fail(FaultyFileSystem::Call::write, std::errc::no_space_on_device);
+        for (int event = 0; event < 5; ++event) {
+            service.log(info, thermal, "more");
+        }
+        files.repair();
+        service.log(info, thermal, "written");
+        EXPECT_EQ(std::ranges::count(unifiedLog.lines, "Diagnostic buffer persistence failed", &Line::text),
+                  1 + failures);
+    }
 }
 
 TEST_F(DiagnosticLogServiceTest, WritesSortedIndentedJson) {
