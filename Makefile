@@ -41,6 +41,7 @@ desktop-test: ## the program with a real panel and notification server on a scre
 	@$(work) desktop
 	@tests/desktop/notifications-demo build/debug build/pictures
 	@tests/desktop/status-item-demo build/debug build/pictures
+	@tests/desktop/first-window-demo build/debug build/pictures
 	@tests/desktop/program-test build/debug
 	@tests/desktop/label-test build/debug
 	@tests/desktop/window-test build/debug

@@ -23,11 +23,13 @@ std::filesystem::path ownProgram() {
 } // namespace
 
 LiveProgram::LiveProgram(const UserFolders& folders, UserDefaults& defaults,
-                         UserNotificationCenter& notificationCenter)
+                         UserNotificationCenter& notificationCenter, const linux_platform::Roots& roots)
     : folders_(folders),
       defaults_(defaults),
       notificationCenter_(notificationCenter),
       log_(std::make_shared<linux_platform::JournalUnifiedLog>()),
+      machine_(roots),
+      systemValues_(roots),
       loginItem_(folders.config / "autostart", ownProgram(), files_) {}
 
 AppStateEnvironment LiveProgram::environment() {

@@ -18,8 +18,9 @@ namespace cindertop::agent {
 /// Everything that the program runs on when it watches the machine that it runs on. Needs the event loop.
 class LiveProgram {
 public:
+    /// `roots` are where the machine's files stand: elsewhere for another machine's.
     LiveProgram(const UserFolders& folders, UserDefaults& defaults,
-                UserNotificationCenter& notificationCenter);
+                UserNotificationCenter& notificationCenter, const linux_platform::Roots& roots = {});
     LiveProgram(const LiveProgram&) = delete;
     LiveProgram& operator=(const LiveProgram&) = delete;
 
