@@ -20,7 +20,7 @@ constexpr Wording detailsWording{"Nerd details", "Details"};
 struct DetailRow {
     Wording title;
     QString (*value)(const MacHardwareProfile& profile, const HardwareCheckStatus& status,
-                     const PowerContextSnapshot& power, OperatingSystem system);
+                     const PowerContextSnapshot& power, OperatingSystem system) = nullptr;
 };
 
 QString targetText(const MacHardwareProfile& /*profile*/, const HardwareCheckStatus& /*status*/,
@@ -69,10 +69,13 @@ QString powerRowText(const MacHardwareProfile& /*profile*/, const HardwareCheckS
 }
 
 constexpr std::array detailRows{
-    DetailRow{{"Target", ""}, targetText},          DetailRow{{"Model", ""}, modelText},
-    DetailRow{{"", "Machine"}, machineText},        DetailRow{{"Chip", "Processor"}, processorText},
+    DetailRow{{"Target", ""}, targetText},
+    DetailRow{{"Model", ""}, modelText},
+    DetailRow{{"", "Machine"}, machineText},
+    DetailRow{{"Chip", "Processor"}, processorText},
     DetailRow{{"Arch", "Architecture"}, architectureText},
-    DetailRow{{"", "Thermal pressure"}, pressureText}, DetailRow{{"", "Sensors"}, sensorsText},
+    DetailRow{{"", "Thermal pressure"}, pressureText},
+    DetailRow{{"", "Sensors"}, sensorsText},
     DetailRow{Wording::same("Power"), powerRowText},
 };
 

@@ -2,12 +2,14 @@
 
 #include "platform/linux/Fans.h"
 
+#include <utility>
+
 namespace cindertop::linux_platform {
 
-LinuxHeatSourceSurvey::LinuxHeatSourceSurvey(const Roots& roots, const ProcessInformation& process,
+LinuxHeatSourceSurvey::LinuxHeatSourceSurvey(Roots roots, const ProcessInformation& process,
                                              LinuxThermalPressureNotifications& pressure,
                                              HwmonSensors& sensors)
-    : roots_(roots), process_(process), pressure_(pressure), sensors_(sensors) {}
+    : roots_(std::move(roots)), process_(process), pressure_(pressure), sensors_(sensors) {}
 
 HeatSources LinuxHeatSourceSurvey::findHeatSources() {
     if (!hasFan_) {

@@ -15,7 +15,7 @@ namespace cindertop::linux_platform {
 class LinuxHeatSourceSurvey final : public HeatSourceSurvey {
 public:
     /// All must outlive this object.
-    LinuxHeatSourceSurvey(const Roots& roots, const ProcessInformation& process,
+    LinuxHeatSourceSurvey(Roots roots, const ProcessInformation& process,
                           LinuxThermalPressureNotifications& pressure, HwmonSensors& sensors);
 
     /// Fans are looked for once.
