@@ -10,7 +10,7 @@ namespace cindertop::ui {
 namespace {
 
 struct SystemTextRow {
-    QString SystemTexts::* field;
+    QString SystemTexts::* field = nullptr;
     Wording wording;
 };
 
