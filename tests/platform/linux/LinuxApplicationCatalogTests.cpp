@@ -207,6 +207,7 @@ protected:
         abandoned,
         detached,
         multiplexer,
+        daemon,
     };
 
     void run(const Style& style) {
@@ -235,6 +236,7 @@ protected:
         start({.identifier = detached, .name = "job", .parent = manager, .session = shellOfTab}, tab);
         start({.identifier = multiplexer, .name = "tmux: server", .parent = manager, .session = multiplexer},
               tab);
+        start({.identifier = daemon, .name = "job", .parent = manager, .session = daemon}, tab);
     }
 
     void start(ScriptedProcess process, std::string_view below) {
@@ -270,6 +272,9 @@ TEST_F(TerminalTest, OwnsNothingThatItsShellsStart) {
         }
         for (const auto process : {webBrowser, renderer}) {
             EXPECT_EQ(application(process), "Webbrowser") << style.name << ": " << process;
+        }
+        if (!style.terminal.ends_with(".service")) { // where it looks like the service itself
+            EXPECT_EQ(application(daemon), "none") << style.name;
         }
         for (const auto process : {shellOfTab, make, monitor, abandoned, detached, multiplexer}) {
             EXPECT_EQ(application(process), "none") << style.name << ": " << process;

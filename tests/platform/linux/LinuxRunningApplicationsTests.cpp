@@ -130,6 +130,8 @@ TEST_F(RunningApplicationsTest, ForceEndsUnitsThatHoldNothingElse) {
     run({.identifier = none + 6, .name = "sway"}, "shell", "app.slice/app-mixed-1.scope");
     run({.identifier = none + 7, .name = "child", .parent = none + 6}, "shell",
         "app.slice/app-child-1.scope");
+    run({.identifier = none + 8, .name = "with bus"}, "maps", "app.slice/app-bus-1.scope");
+    run({.identifier = none + 9, .name = "dbus-daemon"}, "maps", "app.slice/app-bus-1.scope");
     std::vector<std::string> ended;
     bool isManagerWilling = true;
     LinuxRunningApplications applications(groups(), [&](const std::string& unit) {
