@@ -1,5 +1,7 @@
 #include "app/MachineJsonReader.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

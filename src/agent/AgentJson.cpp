@@ -4,6 +4,8 @@
 #include "app/MachineJson.h"
 #include "support/Enumeration.h"
 
+#include <nlohmann/json.hpp>
+
 #include <array>
 
 namespace cindertop::agent {

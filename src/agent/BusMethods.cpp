@@ -5,6 +5,8 @@
 #include "app/Version.h"
 #include "support/Enumeration.h"
 
+#include <nlohmann/json.hpp>
+
 #include <QDBusVariant>
 #include <algorithm>
 #include <array>

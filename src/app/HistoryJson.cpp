@@ -2,6 +2,8 @@
 
 #include "support/Enumeration.h"
 
+#include <nlohmann/json.hpp>
+
 #include <optional>
 #include <utility>
 

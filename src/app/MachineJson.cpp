@@ -2,6 +2,8 @@
 
 #include "app/AssistantJson.h"
 
+#include <nlohmann/json.hpp>
+
 namespace cindertop {
 
 namespace {

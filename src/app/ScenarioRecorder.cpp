@@ -7,6 +7,8 @@
 #include "thermal/SystemThermalState.h"
 #include "thermal/ThermalScorer.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cmath>

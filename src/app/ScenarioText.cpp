@@ -2,6 +2,8 @@
 
 #include "app/SnapshotJson.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdint>
 
 namespace cindertop {

@@ -7,7 +7,7 @@
 #include "thermal/TemperatureReading.h"
 #include "thermal/ThermalScore.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <span>
 #include <string>

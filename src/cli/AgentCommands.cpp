@@ -8,6 +8,8 @@
 #include "persistence/AppSettingsStore.h"
 #include "persistence/UnstoredUserDefaults.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <utility>
 #include <vector>

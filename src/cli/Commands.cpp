@@ -7,6 +7,8 @@
 #include "cli/Watch.h"
 #include "cli/WatchPrinters.h"
 
+#include <nlohmann/json.hpp>
+
 #include <memory>
 #include <string>
 #include <utility>

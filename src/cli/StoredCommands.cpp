@@ -9,6 +9,8 @@
 #include "persistence/ThermalHistoryStore.h"
 #include "persistence/UnstoredUserDefaults.h"
 
+#include <nlohmann/json.hpp>
+
 #include <chrono>
 #include <optional>
 #include <string_view>

@@ -3,6 +3,8 @@
 #include "app/AssistantJson.h"
 #include "support/Enumeration.h"
 
+#include <nlohmann/json.hpp>
+
 #include <utility>
 
 namespace cindertop::replay {

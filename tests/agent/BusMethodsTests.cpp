@@ -3,6 +3,7 @@
 #include "app/MachineJsonReader.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <QDBusVariant>
 #include <limits>

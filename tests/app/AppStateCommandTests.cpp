@@ -3,6 +3,7 @@
 #include "support/AtomicFile.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <tuple>
 

@@ -1,6 +1,7 @@
 #include "app/HistoryJson.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <chrono>
 

@@ -2,6 +2,7 @@
 #include "app/Snapshots.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <string>
 #include <utility>

@@ -3,6 +3,7 @@
 #include "app/Snapshots.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <limits>
 #include <string>
