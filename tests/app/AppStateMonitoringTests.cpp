@@ -245,6 +245,36 @@ TEST(AppStateMonitoring, RefreshesOffendersOnRequestOnlyWhileItMonitors) {
     EXPECT_EQ(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty());
 }
 
+TEST(AppStateMonitoring, ListsEveryOffenderButItself) {
+    FakeProgram program;
+    program.machine.process.identifier = 500;
+    program.machine.processes.processes.clear();
+    for (int process = 400; process <= 520; ++process) {
+        program.machine.processes.add(process, "p" + std::to_string(process));
+    }
+    program.start();
+    program.pass(0s);
+    for (auto& process : program.machine.processes.processes) {
+        process.accounting->totalUserTime += 1'000'000;
+    }
+    program.pass(2s);
+    const auto& offenders = program.published().processOffenderSnapshot->offenders;
+    EXPECT_EQ(offenders.size(), 120U);
+    EXPECT_EQ(std::ranges::count(offenders, "p500", &ProcessOffender::displayName), 0);
+}
+
+TEST(AppStateMonitoring, TheFormerRunsHistoryIsThereBeforeTheFirstTick) {
+    FakeProgram program;
+    program.start();
+    program.pass(20s);
+    const auto recorded = program.published().monitoringSnapshot->samples.size();
+    EXPECT_GT(recorded, 1U);
+    program.state.reset();
+    program.executor = {};
+    program.start();
+    EXPECT_EQ(program.published().monitoringSnapshot->samples.size(), recorded);
+}
+
 TEST(AppStateMonitoring, PresentsASnapshot) {
     struct Case {
         std::string_view what;
@@ -280,6 +310,12 @@ TEST(AppStateMonitoring, PresentsASnapshot) {
                   ThermalTrend::stable,
                   47.4,
                   true,
+                  temperature,
+                  {serious, std::nullopt, "47°C", "SoC 47°C", std::nullopt}},
+             Case{"the temperature's mode without sensors",
+                  ThermalTrend::stable,
+                  47.4,
+                  false,
                   temperature,
                   {serious, std::nullopt, "47°C", "SoC 47°C", std::nullopt}},
              Case{"no temperature",

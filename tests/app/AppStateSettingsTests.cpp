@@ -111,6 +111,23 @@ TEST(AppStateSettings, SwitchesTakeEffectAtOnce) {
     EXPECT_EQ(program.desktop.policies.at(program.desktop.policies.size() - 2), regular);
 }
 
+TEST(AppStateSettings, HiddenOffendersLeaveTheAdviceWithTheNextTick) {
+    FakeProgram program;
+    program.machine.pressure->play({2});
+    auto& state = program.start();
+    program.pass(0s);
+    program.machine.processes.processes.front().accounting->totalUserTime += 20'000'000'000;
+    program.pass(3s);
+    const auto namesOffender = [&program] {
+        const auto& advice = program.published().recommendationSnapshot->primaryInsight;
+        return advice && advice->relatedOffenderID.has_value();
+    };
+    EXPECT_TRUE(namesOffender());
+    state.setShowProcessOffenders(false); // another primary advice has to be confirmed once
+    program.pass(200ms);
+    EXPECT_FALSE(namesOffender());
+}
+
 TEST(AppStateSettings, TheAnswerToTheLatestNotificationSwitchCounts) {
     FakeProgram program;
     auto& state = program.start();

@@ -270,16 +270,35 @@ TEST_F(DiagnosticLogServiceTest, KeepsItsSupportIdentifier) {
     }
 }
 
+std::size_t fileSizeOf(const DiagnosticBuffer& buffer) {
+    std::size_t bytes = 0;
+    for (const auto piece : buffer.fileText()) {
+        bytes += piece.size();
+    }
+    return bytes;
+}
+
+TEST(DiagnosticBuffer, KeepsFiveMebibytes) {
+    DiagnosticBuffer buffer;
+    const auto append = [&buffer](std::size_t length) {
+        buffer.append({Uuid::random(), unixEpoch, info, app, std::string(length, 'x'), {}});
+    };
+    append(0);
+    const auto first = fileSizeOf(buffer);
+    append(0);
+    const auto bytesBesideText = fileSizeOf(buffer) - first;
+    append(5UZ * 1024 * 1024 - fileSizeOf(buffer) - bytesBesideText);
+    buffer.keepRecent(unixEpoch);
+    EXPECT_EQ(buffer.events().size(), 3U) << fileSizeOf(buffer);
+    append(1);
+    buffer.keepRecent(unixEpoch);
+    EXPECT_EQ(buffer.events().size(), 2U) << fileSizeOf(buffer); // the new one is longer than the oldest
+}
+
 TEST(DiagnosticBuffer, DropsTheOldestUntilItFits) {
     DiagnosticBuffer buffer;
     std::vector<std::size_t> sizes;
-    const auto size = [&] {
-        std::size_t bytes = 0;
-        for (const auto piece : buffer.fileText()) {
-            bytes += piece.size();
-        }
-        return bytes;
-    };
+    const auto size = [&buffer] { return fileSizeOf(buffer); };
     for (int number = 0; number < 40; ++number) {
         buffer.append(
             {Uuid::random(), unixEpoch + seconds(number), info, app, std::to_string(number * number), {}});
