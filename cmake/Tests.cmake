@@ -10,13 +10,16 @@ else()
     LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0)
 endif()
 
-# cindertop_test(NAME [SEPARATE] SOURCES file... [LINKS library...])
+# cindertop_test(NAME [SEPARATE] [SOURCES file...] [LINKS library...])
+# All *Tests.cpp of the folder, and SOURCES.
+#
 # Every test case runs by itself; the whole program runs once more where numbers have a decimal comma and clocks are
 # not on UTC, because both creep into code unnoticed. SEPARATE is for files whose helpers share names: each is a unit of
 # its own then, over a precompiled GoogleTest.
 function(cindertop_test name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "SEPARATE" "" "SOURCES;LINKS")
-  add_executable(${name}_tests ${ARG_SOURCES})
+  file(GLOB tests CONFIGURE_DEPENDS *Tests.cpp)
+  add_executable(${name}_tests ${tests} ${ARG_SOURCES})
   target_link_libraries(${name}_tests PRIVATE
     ${ARG_LINKS} cindertop_fakes cindertop_test_main cindertop_options GTest::gmock)
   target_compile_definitions(${name}_tests PRIVATE
