@@ -2,6 +2,7 @@
 
 #include "platform/PropertyValue.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -10,11 +11,14 @@
 
 namespace cindertop {
 
-/// A value that a sensor has just reported. It lives as long as its service.
+/// A value that a sensor has reported. It lives as long as its service.
 class TemperatureEvent {
 public:
     virtual ~TemperatureEvent() = default;
     virtual double floatValue(std::uint32_t field) const = 0;
+
+    /// How long ago the sensor reported it: above 0 for one that must not be asked too often.
+    virtual std::chrono::nanoseconds age() const { return std::chrono::nanoseconds(0); }
 };
 
 /// One sensor.
@@ -52,6 +56,11 @@ public:
     virtual ~TemperatureEvents() = default;
     /// False on a build for a processor without this event system; nothing else is asked then.
     virtual bool isSupported() const = 0;
+
+    /// Tells whether somebody looks at the list of all sensors. Those that are of interest there only, and
+    /// that a read disturbs, such as drives, are left alone otherwise. Nobody does at first.
+    virtual void setObserved(bool /*isObserved*/) {}
+
     /// None when no client can be had. The client must not outlive this object.
     virtual std::unique_ptr<TemperatureEventClient> createClient() = 0;
 };

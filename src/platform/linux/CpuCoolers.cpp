@@ -23,7 +23,7 @@ double coolerLoss(std::int64_t currentState, std::int64_t highestState) {
 }
 
 CpuCoolers::CpuCoolers(const Roots& roots, const MonotonicClock& clock)
-    : folder_(roots, "class/thermal", clock) {}
+    : roots_(roots), folder_(roots, "class/thermal", clock) {}
 
 std::optional<CpuCoolers::Reading> CpuCoolers::read() {
     learnIfOutdated();
@@ -31,10 +31,20 @@ std::optional<CpuCoolers::Reading> CpuCoolers::read() {
     for (auto& cooler : coolers_) {
         if (const auto state = cooler.currentState.integer()) {
             ++reading.answering;
-            reading.loss = std::max(reading.loss, coolerLoss(*state, cooler.highestState));
+            reading.loss = std::max(reading.loss, cooler.loss(*state));
         }
     }
     return reading.answering > 0 ? std::optional(reading) : std::nullopt;
+}
+
+/// The frequency is exact where it answers: nine of fifteen states can be a loss of 29 %.
+double CpuCoolers::Cooler::loss(std::int64_t state) {
+    if (state <= 0) {
+        return 0;
+    }
+    const auto denied = cap ? cap->loss() : std::nullopt;
+    const bool isCapped = denied && (*denied > 0 || !throttlesOtherwise);
+    return isCapped ? *denied : coolerLoss(state, highestState);
 }
 
 void CpuCoolers::learnIfOutdated() {
@@ -43,14 +53,19 @@ void CpuCoolers::learnIfOutdated() {
     }
     coolers_.clear();
     for (const auto& name : listFolder(folder_.path()).value_or(std::vector<std::string>{})) {
-        const auto folder = folder_.path() / name;
-        if (!name.starts_with("cooling_device") ||
-            !isCpuCooler(readAttribute(folder / "type").value_or(""))) {
+        if (!name.starts_with("cooling_device")) {
             continue;
         }
-        if (const auto highest = readInteger(folder / "max_state"); highest && *highest > 0) {
-            coolers_.push_back(
-                {.highestState = *highest, .currentState = AttributeFile(folder / "cur_state")});
+        const auto folder = folder_.path() / name;
+        const auto type = readAttribute(folder / "type").value_or("");
+        const auto highest = isCpuCooler(type) ? readInteger(folder / "max_state") : std::nullopt;
+        if (highest && *highest > 0) {
+            coolers_.push_back({.highestState = *highest,
+                                .currentState = AttributeFile(folder / "cur_state"),
+                                .cap = policyOfCooler(roots_, folder, type).transform([](const auto& policy) {
+                                    return FrequencyCap(policy);
+                                }),
+                                .throttlesOtherwise = type == "Processor"});
         }
     }
 }

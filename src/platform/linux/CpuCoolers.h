@@ -2,9 +2,11 @@
 
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
+#include "platform/linux/FrequencyCap.h"
 #include "platform/linux/MonotonicClock.h"
 #include "platform/linux/Roots.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -26,7 +28,7 @@ class CpuCoolers {
 public:
     struct Reading {
         std::size_t answering;
-        double loss; ///< the largest, 0 to 1; above 0 while a cooler is active
+        double loss; ///< the largest of the active ones, 0 to 1
     };
 
     CpuCoolers(const Roots& roots, const MonotonicClock& clock);
@@ -38,10 +40,15 @@ private:
     struct Cooler {
         std::int64_t highestState;
         AttributeFile currentState;
+        std::optional<FrequencyCap> cap; ///< of the processors that it slows down, where they are known
+        bool throttlesOtherwise;         ///< it can also skip clock pulses, which no frequency shows
+
+        double loss(std::int64_t state);
     };
 
     void learnIfOutdated();
 
+    Roots roots_;
     DeviceFolder folder_;
     std::vector<Cooler> coolers_;
 };

@@ -136,6 +136,17 @@ std::optional<std::string> readAttribute(const std::filesystem::path& file) {
     return trimmed.empty() ? std::nullopt : std::optional<std::string>(trimmed);
 }
 
+std::filesystem::path linkedFolder(const std::filesystem::path& link) {
+    std::error_code error;
+    auto folder = std::filesystem::canonical(link, error);
+    if (!error && !std::filesystem::is_directory(folder, error)) {
+        const auto text = readAttribute(link);
+        folder =
+            text ? std::filesystem::canonical(link.parent_path() / *text, error) : std::filesystem::path();
+    }
+    return error ? std::filesystem::path() : folder;
+}
+
 std::expected<std::vector<std::string>, FileError> listFolder(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     if (const int error =

@@ -43,6 +43,10 @@ std::optional<std::int64_t> readInteger(const std::filesystem::path& file);
 /// The text of an attribute without white space around it; none when unreadable or empty.
 std::optional<std::string> readAttribute(const std::filesystem::path& file);
 
+/// The folder that a link of sysfs leads to, without links in its path; empty when it leads nowhere. In the
+/// read-out of a machine links can have become files that hold their text: those lead there, too.
+std::filesystem::path linkedFolder(const std::filesystem::path& link);
+
 /// The names in a folder as people order them: "zone2" before "zone10".
 std::expected<std::vector<std::string>, FileError> listFolder(const std::filesystem::path& folder);
 

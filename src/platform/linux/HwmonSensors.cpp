@@ -12,42 +12,20 @@ namespace {
 
 constexpr std::chrono::seconds storagePeriod{30};
 
-constexpr double tenths = 10;
-constexpr double thousandths = 1000;
+/// What was told longer ago says nothing about now.
+constexpr std::chrono::seconds longestHold{60};
 
 } // namespace
 
-/// A chip's hardware, shared by the sensors on it.
-class HwmonSensors::Device {
-public:
-    explicit Device(std::filesystem::path runtimeStatus) : runtimeStatus_(std::move(runtimeStatus)) {}
-
-    /// "unsupported" is a device without power management at run time, as most processor chips are.
-    bool isAwake(std::chrono::nanoseconds now) {
-        if (!askedAt_ || now - *askedAt_ >= sameReadingWindow) {
-            const auto status = runtimeStatus_.word();
-            isAwake_ = status ? *status == "active" || *status == "unsupported"
-                              : status.error() == FileError::missing;
-            askedAt_ = now;
-        }
-        return isAwake_;
-    }
-
-private:
-    AttributeFile runtimeStatus_;
-    std::optional<std::chrono::nanoseconds> askedAt_;
-    bool isAwake_ = false;
-};
-
 struct HwmonSensors::Sensor {
     std::string product;
-    bool isStorage;                 ///< a read can send the drive a command
-    std::shared_ptr<Device> device; ///< none: it never sleeps
-    std::string zone;               ///< read through the thermal zones; empty: read from the file
+    bool isStorage;
+    std::shared_ptr<SensorDevice> device; ///< none: it never sleeps
+    std::string zone;                     ///< read through the thermal zones; empty: read from the file
     AttributeFile file;
     double unitsADegree;
-    std::optional<std::chrono::nanoseconds> readAt;
-    bool answers = false; ///< at the last read
+    std::optional<std::chrono::nanoseconds> readAt; ///< the end of the latest read
+    std::optional<double> celsius;                  ///< what it answered
 };
 
 HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones)
@@ -60,13 +38,18 @@ HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZone
 
 HwmonSensors::~HwmonSensors() = default;
 
+void HwmonSensors::setObserved(bool isObserved) {
+    const std::scoped_lock lock(mutex_);
+    isObserved_ = isObserved;
+}
+
 HwmonSensors::SensorList HwmonSensors::list() {
     const std::scoped_lock lock(mutex_);
     learnIfOutdated();
     SensorList readable;
     readable.reserve(sensors_.size());
     std::ranges::copy_if(sensors_, std::back_inserter(readable),
-                         [&](const auto& sensor) { return !isResting(*sensor) && isAwake(*sensor); });
+                         [&](const auto& sensor) { return canBeAsked(*sensor); });
     return readable;
 }
 
@@ -74,16 +57,20 @@ const std::string& HwmonSensors::product(const Sensor& sensor) {
     return sensor.product;
 }
 
-std::optional<double> HwmonSensors::celsius(Sensor& sensor) {
+std::optional<HwmonSensors::Temperature> HwmonSensors::temperature(Sensor& sensor) {
     const std::scoped_lock lock(mutex_);
-    if (isResting(sensor) || !isAwake(sensor)) {
+    if (!canBeAsked(sensor)) {
         return std::nullopt;
     }
-    sensor.readAt = clock_();
-    const auto units = sensor.zone.empty() ? sensor.file.integer() : zones_.temperature(sensor.zone);
-    sensor.answers = units.has_value();
-    return units.transform(
-        [&](std::int64_t value) { return static_cast<double>(value) / sensor.unitsADegree; });
+    if (isDue(sensor)) {
+        read(sensor);
+        return sensor.celsius.transform(
+            [](double celsius) { return Temperature{.celsius = celsius, .age = {}}; });
+    }
+    const auto age = clock_() - *sensor.readAt;
+    return sensor.celsius && age < longestHold
+               ? std::optional(Temperature{.celsius = *sensor.celsius, .age = age})
+               : std::nullopt;
 }
 
 SourceStatus HwmonSensors::status() const {
@@ -98,13 +85,14 @@ SourceStatus HwmonSensors::status() const {
     if (sensors_.empty()) {
         return status(false, "no known temperature sensor");
     }
-    const auto known = std::to_string(sensors_.size()) + (sensors_.size() == 1 ? " sensor" : " sensors");
-    const auto answering = std::ranges::count_if(sensors_, [](const auto& one) { return one->answers; });
+    const auto asked =
+        std::ranges::count_if(sensors_, [](const auto& one) { return !one->isStorage || one->readAt; });
+    const auto answering = std::ranges::count_if(sensors_, [](const auto& one) { return !!one->celsius; });
+    const auto known = std::to_string(asked) + (asked == 1 ? " sensor" : " sensors");
     if (answering == 0) {
         return status(false, known + ", none answers");
     }
-    const bool doAllAnswer = static_cast<std::size_t>(answering) == sensors_.size();
-    return status(true, doAllAnswer ? known : std::to_string(answering) + " of " + known);
+    return status(true, answering == asked ? known : std::to_string(answering) + " of " + known);
 }
 
 void HwmonSensors::learnIfOutdated() {
@@ -123,35 +111,57 @@ void HwmonSensors::learn() {
     std::ranges::transform(found, std::back_inserter(sources), &FoundSensor::source);
 
     SensorList sensors;
-    std::shared_ptr<Device> device;
-    const std::filesystem::path* deviceStatus = nullptr;
     for (const auto& [source, name, role] : sensorProducts(sources)) {
         const auto& sensor = found[source];
-        if (sensor.runtimeStatus.empty()) {
-            device.reset();
-        } else if (!device || *deviceStatus != sensor.runtimeStatus) {
-            device = std::make_shared<Device>(sensor.runtimeStatus); // the sensors of a chip stand together
-        }
-        deviceStatus = &sensor.runtimeStatus;
-        sensors.push_back(std::make_shared<Sensor>(
-            Sensor{.product = name,
-                   .isStorage = role == SensorRole::storage,
-                   .device = device,
-                   .zone = sensor.zone,
-                   .file = AttributeFile(sensor.file),
-                   .unitsADegree = sensor.source.origin == SensorOrigin::supply ? tenths : thousandths,
-                   .readAt = {}}));
+        sensors.push_back(std::make_shared<Sensor>(Sensor{.product = name,
+                                                          .isStorage = role == SensorRole::storage,
+                                                          .device = deviceAt(sensor.power, sensors),
+                                                          .zone = sensor.zone,
+                                                          .file = AttributeFile(sensor.file),
+                                                          .unitsADegree = sensor.unitsADegree,
+                                                          .readAt = {},
+                                                          .celsius = {}}));
         keepFormerRead(*sensors.back());
     }
     sensors_ = std::move(sensors);
 }
 
-bool HwmonSensors::isAwake(const Sensor& sensor) const {
-    return !sensor.device || sensor.device->isAwake(clock_());
+/// The sensors of a chip share one, and it outlives learning anew: it knows when it was read.
+std::shared_ptr<SensorDevice> HwmonSensors::deviceAt(const std::filesystem::path& power,
+                                                     const SensorList& latest) const {
+    if (power.empty()) {
+        return nullptr;
+    }
+    for (const auto* const sensors : {&latest, &sensors_}) {
+        const auto known = std::ranges::find_if(
+            *sensors, [&](const auto& each) { return each->device && each->device->power() == power; });
+        if (known != sensors->end()) {
+            return (*known)->device;
+        }
+    }
+    return std::make_shared<SensorDevice>(power);
 }
 
-bool HwmonSensors::isResting(const Sensor& sensor) const {
-    return sensor.isStorage && sensor.readAt && clock_() - *sensor.readAt < storagePeriod;
+bool HwmonSensors::canBeAsked(const Sensor& sensor) const {
+    return (!sensor.isStorage || isObserved_) && (!sensor.device || sensor.device->isAwake(clock_()));
+}
+
+bool HwmonSensors::isDue(const Sensor& sensor) const {
+    const auto now = clock_();
+    if (sensor.isStorage && sensor.readAt && now - *sensor.readAt < storagePeriod) {
+        return false;
+    }
+    return !sensor.device || !sensor.readAt || sensor.device->isDue(now);
+}
+
+void HwmonSensors::read(Sensor& sensor) const {
+    const auto units = sensor.zone.empty() ? sensor.file.integer() : zones_.temperature(sensor.zone);
+    sensor.celsius =
+        units.transform([&](std::int64_t value) { return static_cast<double>(value) / sensor.unitsADegree; });
+    sensor.readAt = clock_();
+    if (sensor.device) {
+        sensor.device->wasRead(*sensor.readAt);
+    }
 }
 
 void HwmonSensors::keepFormerRead(Sensor& sensor) const {
@@ -160,7 +170,7 @@ void HwmonSensors::keepFormerRead(Sensor& sensor) const {
     });
     if (former != sensors_.end()) {
         sensor.readAt = (*former)->readAt;
-        sensor.answers = (*former)->answers;
+        sensor.celsius = (*former)->celsius;
     }
 }
 

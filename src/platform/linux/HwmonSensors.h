@@ -5,10 +5,12 @@
 #include "platform/linux/DeviceFolder.h"
 #include "platform/linux/MonotonicClock.h"
 #include "platform/linux/Roots.h"
+#include "platform/linux/SensorDevice.h"
 #include "platform/linux/SensorProducts.h"
 #include "platform/linux/ThermalZones.h"
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -31,27 +33,38 @@ public:
     HwmonSensors(const HwmonSensors&) = delete;
     HwmonSensors& operator=(const HwmonSensors&) = delete;
 
-    /// The sensors that may be read now. Sleeping devices are left out, because a read would wake them, and
-    /// so is storage for 30 s after a read, because each read sends the drive a command.
+    /// A temperature and how old it is.
+    struct Temperature {
+        double celsius;
+        std::chrono::nanoseconds age; ///< 0 for one that was just read
+    };
+
+    /// Storage is listed only while somebody looks at the list: each read sends the drive a command.
+    void setObserved(bool isObserved);
+
+    /// The sensors that can be asked now. Sleeping devices are left out, because a read would wake them.
     SensorList list();
 
     /// What the sensor is, in words that tell its kind: "CPU Core 3".
     static const std::string& product(const Sensor& sensor);
 
-    /// Degrees Celsius; none when there is no answer, the device sleeps, or it is storage read less than 30 s
-    /// ago.
-    std::optional<double> celsius(Sensor& sensor);
+    /// None when there is no answer or the device sleeps. Storage is read every 30 s at most, and an awake
+    /// device that would fall asleep without the reads as seldom as that takes; in between, their latest
+    /// answer is told.
+    std::optional<Temperature> temperature(Sensor& sensor);
 
-    /// How many sensors there are and how many of them answered when they were last read.
+    /// How many sensors there are and how many of them answered when they were last read; without storage
+    /// that was never read.
     SourceStatus status() const;
 
 private:
-    class Device;
-
     void learnIfOutdated();
     void learn();
-    bool isAwake(const Sensor& sensor) const;
-    bool isResting(const Sensor& sensor) const;
+    std::shared_ptr<SensorDevice> deviceAt(const std::filesystem::path& power,
+                                           const SensorList& latest) const;
+    bool canBeAsked(const Sensor& sensor) const;
+    bool isDue(const Sensor& sensor) const;
+    void read(Sensor& sensor) const;
     void keepFormerRead(Sensor& sensor) const;
 
     mutable std::mutex mutex_;
@@ -62,6 +75,7 @@ private:
     DeviceFolder zoneFolder_;
     DeviceFolder supplyFolder_;
     bool isLearnt_ = false;
+    bool isObserved_ = false;
     SensorList sensors_;
 };
 

@@ -33,7 +33,7 @@ std::optional<std::string> LinuxHeatSourceSurvey::pressureSource() {
 std::vector<std::string> LinuxHeatSourceSurvey::answeringSensors() {
     std::vector<std::string> products;
     for (const auto& sensor : sensors_.list()) {
-        if (sensors_.celsius(*sensor)) {
+        if (sensors_.temperature(*sensor)) {
             products.push_back(HwmonSensors::product(*sensor));
         }
     }

@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxSystemValues.h"
 #include "platform/linux/LinuxTemperatureEvents.h"
 #include "platform/linux/LinuxThermalPressureNotifications.h"
+#include "platform/linux/MachineHeat.h"
 #include "platform/linux/MonotonicClock.h"
 #include "platform/linux/PowerProfile.h"
 #include "platform/linux/Roots.h"
@@ -69,6 +70,7 @@ private:
     PowerProfile powerProfile_;
     LidSwitch lid_;
     ThermalZones zones_;
+    MachineHeat heat_;
     HwmonSensors sensors_;
     LinuxProcessInformation processInformation_;
     std::shared_ptr<LinuxThermalPressureNotifications> throttling_;

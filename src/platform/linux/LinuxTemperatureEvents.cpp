@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxTemperatureEvents.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -15,12 +16,16 @@ constexpr std::string_view productKey = "Product";
 
 class Event : public TemperatureEvent {
 public:
-    explicit Event(double celsius) : celsius_(celsius) {}
+    explicit Event(HwmonSensors::Temperature temperature) : temperature_(temperature) {}
 
-    double floatValue(std::uint32_t field) const override { return field == temperatureField ? celsius_ : 0; }
+    double floatValue(std::uint32_t field) const override {
+        return field == temperatureField ? temperature_.celsius : 0;
+    }
+
+    std::chrono::nanoseconds age() const override { return temperature_.age; }
 
 private:
-    double celsius_;
+    HwmonSensors::Temperature temperature_;
 };
 
 class Service : public TemperatureService {
@@ -32,8 +37,8 @@ public:
         if (type != temperatureType) {
             return nullptr;
         }
-        const auto celsius = sensors_.celsius(*sensor_);
-        return celsius ? std::make_unique<Event>(*celsius) : nullptr;
+        const auto temperature = sensors_.temperature(*sensor_);
+        return temperature ? std::make_unique<Event>(*temperature) : nullptr;
     }
 
     std::optional<PropertyValue> copyProperty(std::string_view key) const override {
@@ -68,6 +73,10 @@ private:
 };
 
 } // namespace
+
+void LinuxTemperatureEvents::setObserved(bool isObserved) {
+    sensors_.setObserved(isObserved);
+}
 
 std::unique_ptr<TemperatureEventClient> LinuxTemperatureEvents::createClient() {
     return std::make_unique<Client>(sensors_);

@@ -14,6 +14,8 @@ public:
     /// hwmon exists on every processor.
     bool isSupported() const override { return true; }
 
+    void setObserved(bool isObserved) override;
+
     std::unique_ptr<TemperatureEventClient> createClient() override;
 
 private:

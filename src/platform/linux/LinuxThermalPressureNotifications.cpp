@@ -19,23 +19,23 @@ std::string counted(std::size_t count, const std::string& what) {
 
 } // namespace
 
-std::uint64_t rawThermalPressure(double loss, const ThermalZoneReading& zones) {
-    if (zones.isAtLimit) {
+std::uint64_t rawThermalPressure(double loss, const HeatReading& heat) {
+    if (heat.isAtLimit) {
         return 4;
     }
-    if (loss > 0.5 || zones.state >= 3) {
+    if (loss > 0.5 || heat.state >= 3) {
         return 3;
     }
-    if (loss >= 0.25 || zones.state == 2) {
+    if (loss >= 0.25 || heat.state == 2) {
         return 2;
     }
-    return loss > 0 || zones.state == 1 ? 1 : 0;
+    return loss > 0 || heat.state == 1 ? 1 : 0;
 }
 
 LinuxThermalPressureNotifications::LinuxThermalPressureNotifications(const Roots& roots,
                                                                      const MonotonicClock& clock,
-                                                                     ThermalZones& zones)
-    : zones_(zones), coolers_(roots, clock), caps_(roots, clock), counters_(roots, clock) {}
+                                                                     MachineHeat& heat)
+    : heat_(heat), coolers_(roots, clock), counters_(roots, clock) {}
 
 ThermalPressureNotifications::Registration
 LinuxThermalPressureNotifications::registerCheck(std::string_view name) {
@@ -60,7 +60,7 @@ ThermalPressureNotifications::State LinuxThermalPressureNotifications::state(std
     if (!latest_->isKnown()) {
         return {.status = nothingTells, .raw = 0};
     }
-    return {.status = succeeded, .raw = rawThermalPressure(loss(), zones_.read())};
+    return {.status = succeeded, .raw = rawThermalPressure(loss(), heat_.read())};
 }
 
 void LinuxThermalPressureNotifications::cancel(std::int32_t token) {
@@ -91,14 +91,13 @@ SourceStatus LinuxThermalPressureNotifications::status() const {
 }
 
 void LinuxThermalPressureNotifications::readThrottling() {
-    latest_ = {.coolers = coolers_.read(), .counters = counters_.read()};
+    latest_ = {.coolers = coolers_.read(), .counters = counters_.read(heat_.read().isProcessorHot)};
 }
 
-double LinuxThermalPressureNotifications::loss() {
-    const double byCounters = latest_->counters ? latest_->counters->share : 0;
+double LinuxThermalPressureNotifications::loss() const {
+    const double byCounters = latest_->counters ? latest_->counters->loss : 0;
     const double byCoolers = latest_->coolers ? latest_->coolers->loss : 0;
-    const double byCaps = byCoolers > 0 ? caps_.largestLoss() : 0;
-    return std::max({byCounters, byCoolers, byCaps});
+    return std::max(byCounters, byCoolers);
 }
 
 } // namespace cindertop::linux_platform

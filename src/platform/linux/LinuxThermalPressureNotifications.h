@@ -3,8 +3,7 @@
 #include "platform/SourceStatus.h"
 #include "platform/ThermalPressureNotifications.h"
 #include "platform/linux/CpuCoolers.h"
-#include "platform/linux/FrequencyCaps.h"
-#include "platform/linux/ThermalZones.h"
+#include "platform/linux/MachineHeat.h"
 #include "platform/linux/ThrottleCounters.h"
 
 #include <cstdint>
@@ -14,17 +13,17 @@
 
 namespace cindertop::linux_platform {
 
-/// The raw pressure, 0 to 4, for a loss of processor speed (0 to 1) and what the thermal zones say; never
-/// less than the zones.
-std::uint64_t rawThermalPressure(double loss, const ThermalZoneReading& zones);
+/// The raw pressure, 0 to 4, for a loss of processor speed (0 to 1) and the machine's heat; never less than
+/// the heat.
+std::uint64_t rawThermalPressure(double loss, const HeatReading& heat);
 
-/// The thermal pressure of a Linux machine: how far heat slows its processors down, and how close its zones
-/// are to their limits. Any thread may call. Statuses: 1 no such name, 2 no such token, 3 nothing on this
+/// The thermal pressure of a Linux machine: how far heat slows its processors down, and how close it is
+/// to its limits. Any thread may call. Statuses: 1 no such name, 2 no such token, 3 nothing on this
 /// machine tells.
 class LinuxThermalPressureNotifications : public ThermalPressureNotifications {
 public:
-    /// `zones` must outlive this object.
-    LinuxThermalPressureNotifications(const Roots& roots, const MonotonicClock& clock, ThermalZones& zones);
+    /// `heat` must outlive this object.
+    LinuxThermalPressureNotifications(const Roots& roots, const MonotonicClock& clock, MachineHeat& heat);
 
     Registration registerCheck(std::string_view name) override;
     State state(std::int32_t token) override;
@@ -41,12 +40,11 @@ private:
     };
 
     void readThrottling();
-    double loss();
+    double loss() const;
 
     mutable std::mutex mutex_;
-    ThermalZones& zones_;
+    MachineHeat& heat_;
     CpuCoolers coolers_;
-    FrequencyCaps caps_;
     ThrottleCounters counters_;
     std::optional<Throttling> latest_;
     std::set<std::int32_t> tokens_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <span>
 #include <utility>
 
@@ -32,6 +33,58 @@ constexpr auto chips = std::to_array<Row>({
     {"apple,t8132", "Apple M4"},
     {"apple,t8142", "Apple M5"},
 });
+
+/// In lower case, without the dots and blanks that makers put anywhere.
+constexpr auto placeholderNames = std::to_array<std::string_view>({
+    "allseries",
+    "default",
+    "defaultstring",
+    "empty",
+    "invalid",
+    "na",
+    "n/a",
+    "none",
+    "notapplicable",
+    "notavailable",
+    "notdefined",
+    "notspecified",
+    "null",
+    "oem",
+    "oemproduct",
+    "productname",
+    "producttype",
+    "standard",
+    "system",
+    "systemname",
+    "systemproduct",
+    "systemproductname",
+    "systemversion",
+    "tbd",
+    "tobefilledbyoem",
+    "tobefilledbyoemplease",
+    "type1productconfigid",
+    "type1version",
+    "undefined",
+    "unknown",
+    "version",
+    "0123456789",
+    "123456789",
+    "1234567890",
+});
+
+std::string withoutDotsAndBlanks(std::string_view name) {
+    auto text = lowerCased(name);
+    std::erase_if(text, [](char character) { return character == '.' || character == ' '; });
+    return text;
+}
+
+std::string upperAscii(std::string_view text) {
+    std::string upper(text);
+    std::ranges::transform(upper, upper.begin(), [](char character) {
+        return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+    });
+    return upper;
+}
 
 std::optional<std::string> firstMatch(std::span<const Row> rows, const std::vector<std::string>& names) {
     for (const auto& name : names) {
@@ -64,6 +117,27 @@ std::optional<std::string> appleChipBrand(const std::vector<std::string>& compat
     return firstMatch(chips, compatible);
 }
 
+std::optional<std::string> socOfCompatible(const std::vector<std::string>& compatible) {
+    // Behind the system on the chip there can be a name for all machines of a maker or of a virtual kind.
+    constexpr std::array generic{std::string_view("apple,arm-platform"),
+                                 std::string_view("linux,dummy-virt")};
+    for (std::size_t index = compatible.size(); index > 1; --index) {
+        const std::string_view name = compatible[index - 1];
+        if (std::ranges::find(generic, name) == generic.end()) {
+            const auto comma = name.find(',');
+            return upperAscii(repairedUtf8(comma == std::string_view::npos ? name : name.substr(comma + 1)));
+        }
+    }
+    return std::nullopt; // the only name is the board's
+}
+
+bool isPlaceholderName(std::string_view name) {
+    const auto text = withoutDotsAndBlanks(name);
+    const bool isOneCharacter =
+        std::ranges::all_of(text, [&](char character) { return character == text.front(); });
+    return isOneCharacter || std::ranges::find(placeholderNames, text) != placeholderNames.end();
+}
+
 std::optional<std::string> parseProcessorModel(std::string_view cpuinfo) {
     while (!cpuinfo.empty()) {
         const auto end = cpuinfo.find('\n');
@@ -77,7 +151,8 @@ std::optional<std::string> parseProcessorModel(std::string_view cpuinfo) {
             continue;
         }
         const auto model = trimmingWhitespace(line.substr(colon + 1));
-        return model.empty() ? std::nullopt : std::optional<std::string>(repairedUtf8(model));
+        const bool isName = !model.empty() && !model.starts_with("ARMv") && !model.starts_with("AArch64");
+        return isName ? std::optional<std::string>(repairedUtf8(model)) : std::nullopt;
     }
     return std::nullopt;
 }

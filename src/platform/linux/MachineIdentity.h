@@ -16,7 +16,14 @@ std::optional<std::string> appleModelIdentifier(const std::vector<std::string>& 
 /// The brand of an Apple chip, for example "Apple M2" for apple,t8112.
 std::optional<std::string> appleChipBrand(const std::vector<std::string>& compatible);
 
-/// The first "model name" of /proc/cpuinfo; ARM processors have none.
+/// The system on the chip that a device tree names behind the board, for example "BCM2712" for brcm,bcm2712.
+std::optional<std::string> socOfCompatible(const std::vector<std::string>& compatible);
+
+/// The first "model name" of /proc/cpuinfo. ARM processors have none, or only the name of the instruction
+/// set, which counts as none.
 std::optional<std::string> parseProcessorModel(std::string_view cpuinfo);
+
+/// Whether firmware says this instead of a name: "Default string", "To Be Filled By O.E.M.", dots, ...
+bool isPlaceholderName(std::string_view name);
 
 } // namespace cindertop::linux_platform

@@ -1,10 +1,14 @@
 #include "platform/linux/SensorProducts.h"
 
+#include "platform/linux/DistinctNames.h"
 #include "platform/linux/FileReading.h"
+#include "platform/linux/SensorPatterns.h"
 #include "support/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <set>
 #include <utility>
 
 namespace cindertop::linux_platform {
@@ -15,8 +19,8 @@ constexpr std::size_t longestName = 64; // of chips, zones and labels; nothing k
 
 enum class When { always, withoutDie, withoutProcessorChip, withoutProcessor };
 
-/// Patterns: "*" is any text, "#" a decimal number, "|" an alternative; letter case does not count. In a
-/// product "#" is the label's number, NAME the chip without "-thermal", DEVICE the device.
+/// The patterns are those of `matchPattern`. In a product "#" is the label's number, NAME the chip without
+/// "-thermal", DEVICE the device, and PACKAGE the processor's number and a blank, where there are several.
 struct ProductRow {
     SensorOrigin origin;
     std::string_view chip;
@@ -24,29 +28,34 @@ struct ProductRow {
     std::string_view product;
     SensorRole role;
     When when = When::always;
+    int channel = 0; ///< of a chip; 0 is any
 };
 
 using enum SensorOrigin;
 using enum SensorRole;
 
+constexpr std::string_view graphicsChips = "amdgpu|radeon|nouveau|xe|i915|gpu*";
+
 constexpr auto productRows = std::to_array<ProductRow>({
-    {chip, "coretemp", "Package id #", "CPU Package #", processorChip},
-    {chip, "coretemp", "Core #", "CPU Core #", processorChip},
+    {chip, "coretemp", "Package id #|Physical id #", "CPU Package #", processorChip},
+    {chip, "coretemp", "Core #", "CPU PACKAGECore #", processorChip},
     {chip, "k10temp|zenpower", "Tdie", "CPU Die", processorChip},
     {chip, "k10temp|zenpower", "Tctl", "CPU Control", processorChip, When::withoutDie},
     {chip, "k10temp|zenpower", "Tccd#", "CPU CCD #", processorChip},
     {chip, "k10temp", "", "CPU Control", processorChip}, // before Zen it has this sensor only, and no label
-    {chip, "amdgpu|nouveau|xe|i915|gpu*", "edge", "GPU Edge", graphics},
-    {chip, "amdgpu|nouveau|xe|i915|gpu*", "junction", "GPU Junction", graphics},
-    {chip, "amdgpu|nouveau|xe|i915|gpu*", "mem", "GPU Memory", graphics},
-    {chip, "amdgpu|nouveau|xe|i915|gpu*", "", "GPU", graphics},
+    {chip, "nct1008", "*", "CPU Cluster NAME", processorZone, When::withoutProcessorChip, 2},
+    {chip, graphicsChips, "edge", "GPU Edge", graphics},
+    {chip, graphicsChips, "junction", "GPU Junction", graphics},
+    {chip, graphicsChips, "mem", "GPU Memory", graphics},
+    {chip, graphicsChips, "", "GPU", graphics},
     {chip, "xe", "pkg", "GPU Package", graphics},
     {chip, "xe", "vram", "GPU Memory", graphics},
     {zone, "gpu*", "", "GPU", graphics},
     {zone, "x86_pkg_temp", "", "CPU Package", processorZone, When::withoutProcessorChip},
-    {zone, "cpu*|*core*-thermal", "", "CPU Cluster NAME", processorZone, When::withoutProcessorChip},
-    {zone, "soc*", "", "SoC Zone", processorZone},
-    {zone, "acpitz", "", "SoC Zone", processorZone, When::withoutProcessor},
+    {zone, "cpu*|*core*-thermal|bcm2835_thermal", "", "CPU Cluster NAME", processorZone,
+     When::withoutProcessorChip},
+    {zone, "soc*", "", "CPU Zone", processorZone},
+    {zone, "acpitz", "", "CPU Zone", processorZone, When::withoutProcessor},
     {chip, "nvme", "Composite", "SSD Composite (DEVICE)", storage},
     {chip, "nvme", "Sensor #", "SSD Sensor # (DEVICE)", storage},
     {chip, "drivetemp", "", "SSD or HDD drive (DEVICE)", storage},
@@ -54,82 +63,19 @@ constexpr auto productRows = std::to_array<ProductRow>({
     {chip, "macsmc_hwmon", "Battery Hotspot", "Battery Hotspot", battery},
     {chip, "macsmc_hwmon", "Charge Regulator Temp", "Charger Regulator", power},
     {supply, "*", "temp", "Battery", battery},
+    {chip, "BAT*|macsmc_battery", "temp", "Battery", battery},
+    {chip, "steamdeck_hwmon", "Battery Temp", "Battery", battery},
     {zone, "pm*-thermal", "", "PMU NAME", power},
     {zone, "VRM", "", "Power VRM", power},
     {chip, "VRM", "", "Power VRM", power},
     {zone, "TSKN|*skin*", "", "Skin", surface},
 });
 
-constexpr bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
-constexpr char lowerAscii(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-std::string_view leadingDigits(std::string_view text) {
-    const auto* const end = std::ranges::find_if_not(text, isDigit);
-    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
-}
-
-/// The number that "#" stands for, empty without "#"; none when the text does not match.
-std::optional<std::string_view> matchOne(std::string_view pattern, std::string_view text) {
-    std::string_view number;
-    while (!pattern.empty()) {
-        const char expected = pattern.front();
-        pattern.remove_prefix(1);
-        if (expected == '*') {
-            for (std::size_t skipped = 0; skipped <= text.size(); ++skipped) {
-                if (matchOne(pattern, text.substr(skipped))) {
-                    return number;
-                }
-            }
-            return std::nullopt;
-        }
-        if (expected == '#') {
-            number = leadingDigits(text);
-            if (number.empty()) {
-                return std::nullopt;
-            }
-            text.remove_prefix(number.size());
-        } else {
-            if (text.empty() || lowerAscii(text.front()) != lowerAscii(expected)) {
-                return std::nullopt;
-            }
-            text.remove_prefix(1);
-        }
-    }
-    return text.empty() ? std::optional(number) : std::nullopt;
-}
-
-std::optional<std::string_view> match(std::string_view alternatives, std::string_view text) {
-    for (;;) {
-        const auto bar = alternatives.find('|');
-        if (const auto number = matchOne(alternatives.substr(0, bar), text)) {
-            return number;
-        }
-        if (bar == std::string_view::npos) {
-            return std::nullopt;
-        }
-        alternatives.remove_prefix(bar + 1);
-    }
-}
-
 std::string replaced(std::string text, std::string_view placeholder, std::string_view value) {
     if (const auto place = text.find(placeholder); place != std::string::npos) {
         text.replace(place, placeholder.size(), value);
     }
     return text;
-}
-
-std::string_view withoutThermal(std::string_view type) {
-    for (const std::string_view ending : {"-thermal", "_thermal"}) {
-        if (type.size() > ending.size() && type.ends_with(ending)) {
-            type.remove_suffix(ending.size());
-        }
-    }
-    return type;
 }
 
 struct Match {
@@ -142,21 +88,57 @@ std::optional<Match> rowOf(const SensorSource& source) {
         return std::nullopt;
     }
     for (const auto& row : productRows) {
-        if (row.origin != source.origin || !match(row.chip, source.chip)) {
+        if (row.origin != source.origin || (row.channel != 0 && row.channel != source.channel) ||
+            !matchPattern(row.chip, source.chip)) {
             continue;
         }
-        if (const auto number = match(row.label, source.label)) {
+        if (const auto number = matchPattern(row.label, source.label)) {
             return Match{.row = &row, .number = *number};
         }
     }
     return std::nullopt;
 }
 
-std::string productName(const Match& match, const SensorSource& source) {
+/// The numbers of the processors that the chips of `coretemp` sit on.
+class PackageNumbers {
+public:
+    void add(const Match& match, const SensorSource& source) {
+        if (source.chip != "coretemp") {
+            return;
+        }
+        if (match.row->product == "CPU Package #") {
+            packages_[source.group] = match.number;
+            labels_.insert(match.number);
+            return;
+        }
+        // A processor without a sensor of its package has its number in the device's name.
+        packages_.try_emplace(source.group, lastNumber(source.device));
+        haveCoresTwice_ = !cores_.insert(match.number).second || haveCoresTwice_;
+    }
+
+    /// "1 " for a chip on the second processor of several, else empty.
+    std::string prefixFor(const SensorSource& source) const {
+        const auto package = packages_.find(source.group);
+        const bool areSeveral = labels_.size() > 1 || (haveCoresTwice_ && packages_.size() > 1);
+        return areSeveral && package != packages_.end() && !package->second.empty()
+                   ? std::string(package->second) + " "
+                   : std::string();
+    }
+
+private:
+    std::map<std::string_view, std::string_view> packages_; ///< by the group of their chip
+    std::set<std::string_view> labels_;
+    std::set<std::string_view> cores_;
+    bool haveCoresTwice_ = false;
+};
+
+std::string productName(const Match& match, const SensorSource& source, const PackageNumbers& packages) {
     // The device last: nothing is replaced inside it.
     auto name = replaced(std::string(match.row->product), "#", match.number);
+    name = replaced(std::move(name), "PACKAGE", packages.prefixFor(source));
     name = replaced(std::move(name), "NAME", repairedUtf8(withoutThermal(source.chip)));
-    return replaced(std::move(name), "DEVICE", repairedUtf8(source.device));
+    return source.device.empty() ? replaced(std::move(name), " (DEVICE)", "")
+                                 : replaced(std::move(name), "DEVICE", repairedUtf8(source.device));
 }
 
 /// What there is to choose from.
@@ -194,21 +176,34 @@ struct Present {
 std::vector<SensorProduct> sensorProducts(std::span<const SensorSource> sources) {
     std::vector<std::optional<Match>> matches;
     Present present;
+    PackageNumbers packages;
     for (const auto& source : sources) {
         matches.push_back(rowOf(source));
         if (matches.back()) {
             present.add(*matches.back(), source);
+            packages.add(*matches.back(), source);
         }
     }
     std::vector<SensorProduct> products;
     for (std::size_t index = 0; index < sources.size(); ++index) {
         const auto& match = matches[index];
         if (match && !present.leavesOut(*match, sources[index])) {
-            products.push_back(
-                {.source = index, .name = productName(*match, sources[index]), .role = match->row->role});
+            products.push_back({.source = index,
+                                .name = productName(*match, sources[index], packages),
+                                .role = match->row->role});
         }
     }
+    makeNamesDistinct(products, sources);
     return products;
+}
+
+std::string_view withoutThermal(std::string_view type) {
+    for (const std::string_view ending : {"-thermal", "_thermal", "-therm"}) {
+        if (type.size() > ending.size() && type.ends_with(ending)) {
+            type.remove_suffix(ending.size());
+        }
+    }
+    return type;
 }
 
 bool isHwmonNameOf(std::string_view chip, std::string_view typeOrName) {
@@ -218,7 +213,7 @@ bool isHwmonNameOf(std::string_view chip, std::string_view typeOrName) {
 
 std::optional<int> parseTemperatureInput(std::string_view fileName) {
     constexpr int mostSensors = 1000;
-    const auto number = matchOne("temp#_input", fileName);
+    const auto number = matchPattern("temp#_input", fileName);
     const auto value = number ? parseInteger(*number) : std::nullopt;
     return value && *value < mostSensors ? std::optional(static_cast<int>(*value)) : std::nullopt;
 }

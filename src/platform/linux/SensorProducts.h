@@ -20,8 +20,9 @@ struct SensorSource {
     SensorOrigin origin = SensorOrigin::chip;
     std::string chip;   ///< name of the hwmon chip, type of the zone, name of the supply
     std::string label;  ///< empty without one; "temp" for a supply
-    std::string device; ///< of storage, for example "nvme0" or "sda"
-    std::string group;  ///< tells apart several chips of one name
+    std::string device; ///< of storage and processors, for example "nvme0", "sda" or "coretemp.0"
+    std::string group;  ///< tells apart several chips or zones of one name: "hwmon2", "thermal_zone0", "BAT1"
+    int channel = 1;    ///< tells apart the sensors of a chip
 
     bool operator==(const SensorSource&) const = default;
 };
@@ -35,9 +36,13 @@ struct SensorProduct {
     bool operator==(const SensorProduct&) const = default;
 };
 
-/// The sensors worth showing, in the order of their sources. Sources that stand in for better ones are left
-/// out where the better ones exist; unknown chips, Wi-Fi, network, memory and board sensors always are.
+/// The sensors worth showing, in the order of their sources, no two of one name. Sources that stand in for
+/// better ones are left out where the better ones exist; unknown chips, Wi-Fi, network, memory and board
+/// sensors always are.
 std::vector<SensorProduct> sensorProducts(std::span<const SensorSource> sources);
+
+/// A zone's type without the "-thermal" that most end with.
+std::string_view withoutThermal(std::string_view type);
 
 /// Whether the hwmon device `chip` can be the copy that the kernel makes of a zone of this type, or of a
 /// supply of this name: hwmon names have no dashes.

@@ -14,27 +14,25 @@ namespace {
 
 using Path = std::filesystem::path;
 
+constexpr double tenths = 10;
+constexpr double thousandths = 1000;
+
 std::vector<std::string> namesIn(const Path& folder) {
     return listFolder(folder).value_or(std::vector<std::string>{});
 }
 
-/// Where the `device` link of a hwmon device leads; empty without one.
-Path parentDevice(const Path& chip) {
-    std::error_code error;
-    auto device = std::filesystem::canonical(chip / "device", error);
-    return error ? Path() : device;
+bool hasScopeDevice(const Path& supply) {
+    return readAttribute(supply / "scope") == "Device";
 }
 
-bool isCopy(std::string_view chip, const Path& device, std::span<const ThermalZoneIdentity> zones,
-            std::span<const std::string> supplies) {
-    if (!device.empty()) {
-        return device.filename().string().starts_with("thermal_zone") ||
-               device.parent_path().filename() == "power_supply";
-    }
-    // Older kernels give the copy no device.
-    const auto isCopied = [&](std::string_view name) { return isHwmonNameOf(chip, name); };
-    return std::ranges::any_of(zones, isCopied, &ThermalZoneIdentity::type) ||
-           std::ranges::any_of(supplies, isCopied);
+/// Mice and headsets are supplies too, and chargers, whose heat is not the battery's.
+bool isSystemBattery(const Path& supply) {
+    return !hasScopeDevice(supply) && readAttribute(supply / "type").value_or("Battery") == "Battery";
+}
+
+bool doesExist(const Path& file) {
+    std::error_code ignored;
+    return std::filesystem::exists(file, ignored);
 }
 
 std::string firstNameIn(const Path& folder) {
@@ -54,6 +52,11 @@ std::string driveName(const Path& device) {
         }
     }
     return name;
+}
+
+/// A drive that is not known to have no platters may have some: asking it would spin them up.
+bool mayRotate(const Path& device) {
+    return readInteger(device / "block" / firstNameIn(device / "block") / "queue/rotational") != 0;
 }
 
 /// Empty for a sensor without a label; none when its label cannot be read and so may say anything.
@@ -90,29 +93,53 @@ private:
         if (!chip) {
             return;
         }
-        const auto device = parentDevice(folder);
-        if (isCopy(*chip, device, zones_, supplies_)) {
+        const auto device = linkedFolder(folder / "device");
+        if (isZoneCopy(*chip, device) || (*chip == "drivetemp" && mayRotate(device))) {
             return;
         }
-        const bool isDrive = *chip == "nvme" || *chip == "drivetemp";
-        const SensorSource common{.origin = SensorOrigin::chip,
-                                  .chip = *chip,
-                                  .label = {},
-                                  .device = isDrive ? driveName(device) : std::string(),
-                                  .group = folderName};
+        const auto supply = copiedSupply(*chip, device);
+        if (supply && (hasOwnTemperature(*supply) || !isSystemBattery(*supply))) {
+            return;
+        }
+        SensorSource source{.origin = supply ? SensorOrigin::supply : SensorOrigin::chip,
+                            .chip = supply ? supply->filename().string() : *chip,
+                            .label = {},
+                            .device = *chip == "nvme" || *chip == "drivetemp" ? driveName(device)
+                                                                              : device.filename().string(),
+                            .group = folderName};
         for (const auto& fileName : namesIn(folder)) {
             const auto number = parseTemperatureInput(fileName);
             const auto label = number ? labelOf(folder, *number) : std::nullopt;
             if (label) {
-                auto source = common;
                 source.label = *label;
-                found_.push_back({.source = std::move(source),
+                source.channel = *number;
+                found_.push_back({.source = source,
                                   .file = folder / fileName,
+                                  .unitsADegree = thousandths,
                                   .zone = {},
-                                  .runtimeStatus = folder / "device/power/runtime_status"});
+                                  .power = device.empty() ? folder / "device/power" : device / "power"});
             }
         }
     }
+
+    /// Older kernels give the copies no device.
+    bool isZoneCopy(std::string_view chip, const Path& device) const {
+        return device.empty() ? std::ranges::any_of(
+                                    zones_, [&](const auto& type) { return isHwmonNameOf(chip, type); },
+                                    &ThermalZoneIdentity::type)
+                              : device.filename().string().starts_with("thermal_zone");
+    }
+
+    std::optional<Path> copiedSupply(std::string_view chip, const Path& device) const {
+        if (!device.empty()) {
+            return device.parent_path().filename() == "power_supply" ? std::optional(device) : std::nullopt;
+        }
+        const auto name =
+            std::ranges::find_if(supplies_, [&](const auto& each) { return isHwmonNameOf(chip, each); });
+        return name != supplies_.end() ? std::optional(sys_ / "class/power_supply" / *name) : std::nullopt;
+    }
+
+    static bool hasOwnTemperature(const Path& supply) { return doesExist(supply / "temp"); }
 
     void addZone(const ThermalZoneIdentity& zone) {
         if (std::ranges::find(supplies_, zone.type) != supplies_.end()) {
@@ -124,25 +151,23 @@ private:
                                      .device = {},
                                      .group = zone.name},
                           .file = {},
+                          .unitsADegree = thousandths,
                           .zone = zone.name,
-                          .runtimeStatus = {}});
+                          .power = {}});
     }
 
-    /// Mice and headsets are supplies too (scope Device), and chargers, whose heat is not the battery's.
     void addSupply(const std::string& name) {
         const auto folder = sys_ / "class/power_supply" / name;
-        std::error_code ignored;
-        if (!std::filesystem::exists(folder / "temp", ignored) ||
-            readAttribute(folder / "scope") == "Device" ||
-            readAttribute(folder / "type").value_or("Battery") != "Battery") {
+        if (!hasOwnTemperature(folder) || !isSystemBattery(folder)) {
             return;
         }
         found_.push_back(
             {.source =
                  {.origin = SensorOrigin::supply, .chip = name, .label = "temp", .device = {}, .group = name},
              .file = folder / "temp",
+             .unitsADegree = tenths,
              .zone = {},
-             .runtimeStatus = {}});
+             .power = {}});
     }
 
     Path sys_;

@@ -4,29 +4,31 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <string>
+#include <vector>
 
 namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr MilliCelsius degrees(int celsius) {
-    return 1000 * static_cast<MilliCelsius>(celsius);
-}
+constexpr MilliCelsius placeholderFrom = milliCelsius(150);
+constexpr MilliCelsius lowestPassive = milliCelsius(30);
+constexpr MilliCelsius lowestHotOrCritical = milliCelsius(50);
+constexpr MilliCelsius coldest = milliCelsius(-40);
+constexpr MilliCelsius hottest = milliCelsius(150);
 
-constexpr MilliCelsius placeholderUpTo = degrees(0);
-constexpr MilliCelsius placeholderFrom = degrees(150);
-constexpr MilliCelsius coldest = degrees(-40);
-constexpr MilliCelsius hottest = degrees(150);
-
-constexpr MilliCelsius criticalMargin = degrees(5);
-constexpr MilliCelsius limitMargin = degrees(3);
-constexpr MilliCelsius fairMarginBelowPassive = degrees(10);
-constexpr MilliCelsius fairMarginBelowCritical = degrees(20);
+constexpr MilliCelsius criticalMargin = milliCelsius(5);
+constexpr MilliCelsius limitMargin = milliCelsius(3);
+constexpr MilliCelsius fairMarginBelowPassive = milliCelsius(10);
+constexpr MilliCelsius fairMarginBelowCritical = milliCelsius(20);
 
 /// How the types of zones begin that do not speak for the machine, in lower case.
 constexpr std::array foreignZones{
+    // thresholds that programs set
     std::string_view("x86_pkg_temp"),
+    std::string_view("tcpu_pci"),
     // batteries
     std::string_view("bat"),
     std::string_view("macsmc-battery"),
@@ -34,6 +36,7 @@ constexpr std::array foreignZones{
     // Wi-Fi
     std::string_view("iwlwifi"),
     std::string_view("ath"),
+    std::string_view("mt76"),
     std::string_view("mt79"),
     std::string_view("rtw"),
     std::string_view("brcmf"),
@@ -54,23 +57,65 @@ constexpr std::array foreignZones{
     std::string_view("wwan"),
 };
 
-bool isPlaceholder(MilliCelsius trip) {
-    return trip <= placeholderUpTo || trip >= placeholderFrom;
+bool isUsable(const Trip& trip) {
+    const auto lowest = trip.kind == TripKind::passive ? lowestPassive : lowestHotOrCritical;
+    return trip.temperature >= lowest && trip.temperature < placeholderFrom;
 }
 
-std::optional<MilliCelsius> lowestOf(std::span<const Trip> trips, TripKind kind) {
-    std::optional<MilliCelsius> lowest;
-    for (const auto& trip : trips) {
-        if (trip.kind == kind && !isPlaceholder(trip.temperature) &&
-            (!lowest || trip.temperature < *lowest)) {
-            lowest = trip.temperature;
+/// The governor of `power_allocator` holds its last passive trip; the first only wakes it. The governor of
+/// `user_space` leaves cooling to a program, whatever is bound.
+std::vector<bool> whichAct(const ZoneTrips& zone, std::span<const Trip> trips) {
+    std::vector<bool> act(trips.size(), false);
+    std::optional<std::size_t> lastPassive;
+    for (std::size_t index = 0; index < trips.size(); ++index) {
+        const bool isPassive = trips[index].kind == TripKind::passive;
+        if (isPassive && trips[index].isBound) {
+            act[index] = zone.policy != "power_allocator";
+            lastPassive = index;
         }
+        // The kernel only announces a hot trip. ACPI gives it a meaning: the machine has to hibernate.
+        act[index] = act[index] || (trips[index].kind == TripKind::hot && zone.type == "acpitz");
     }
-    return lowest;
+    if (lastPassive) {
+        act[*lastPassive] = true;
+    }
+    return act;
 }
 
-bool isReached(const std::optional<MilliCelsius>& trip, MilliCelsius temperature, MilliCelsius margin = 0) {
-    return trip && temperature >= *trip - margin;
+void lower(std::optional<MilliCelsius>& threshold, MilliCelsius candidate) {
+    threshold = std::min(threshold.value_or(candidate), candidate);
+}
+
+void addThrottling(HeatThresholds& thresholds, MilliCelsius temperature) {
+    lower(thresholds.serious, temperature);
+    lower(thresholds.fair, temperature - fairMarginBelowPassive);
+}
+
+void add(HeatThresholds& thresholds, const Trip& trip, bool acts) {
+    if (trip.kind == TripKind::critical) {
+        lower(thresholds.critical, trip.temperature - criticalMargin);
+        lower(thresholds.limit, trip.temperature - limitMargin);
+    } else if (!acts) {
+        lower(thresholds.fair, trip.temperature);
+    } else if (trip.kind == TripKind::hot) {
+        lower(thresholds.critical, trip.temperature);
+        lower(thresholds.limit, trip.temperature);
+    } else {
+        addThrottling(thresholds, trip.temperature);
+    }
+}
+
+/// A zone that a program looks after gives "fair" at most.
+HeatThresholds advisory(const HeatThresholds& thresholds) {
+    HeatThresholds fairOnly{.fair = thresholds.fair, .serious = {}, .critical = {}, .limit = {}};
+    if (thresholds.critical) {
+        lower(fairOnly.fair, *thresholds.critical);
+    }
+    return fairOnly;
+}
+
+bool isReached(const std::optional<MilliCelsius>& threshold, MilliCelsius temperature) {
+    return threshold && temperature >= *threshold;
 }
 
 } // namespace
@@ -83,36 +128,47 @@ std::optional<TripKind> parseTripKind(std::string_view text) {
     if (word == "hot") {
         return TripKind::hot;
     }
-    if (word == "critical") {
-        return TripKind::critical;
+    return word == "critical" ? std::optional(TripKind::critical) : std::nullopt;
+}
+
+HeatThresholds HeatThresholds::of(const ZoneTrips& zone) {
+    std::vector<Trip> trips;
+    std::ranges::copy_if(zone.trips, std::back_inserter(trips), isUsable);
+    const bool isAdvisory = zone.policy == "user_space";
+    const auto act = isAdvisory ? std::vector<bool>(trips.size(), false) : whichAct(zone, trips);
+
+    HeatThresholds thresholds;
+    bool hasPassive = zone.firmwareLimit.has_value();
+    for (std::size_t index = 0; index < trips.size(); ++index) {
+        add(thresholds, trips[index], act[index]);
+        hasPassive = hasPassive || trips[index].kind == TripKind::passive;
     }
-    return word.starts_with("active") ? std::optional(TripKind::active) : std::nullopt;
+    for (const auto& trip : trips) {
+        if (trip.kind == TripKind::critical && !hasPassive) {
+            lower(thresholds.fair, trip.temperature - fairMarginBelowCritical);
+        }
+    }
+    if (isAdvisory) {
+        thresholds = advisory(thresholds);
+    }
+    if (zone.firmwareLimit) {
+        addThrottling(thresholds, *zone.firmwareLimit);
+    }
+    return thresholds;
 }
 
-TripPoints TripPoints::of(std::span<const Trip> trips) {
-    return {
-        .passive = lowestOf(trips, TripKind::passive),
-        .active = lowestOf(trips, TripKind::active),
-        .hot = lowestOf(trips, TripKind::hot),
-        .critical = lowestOf(trips, TripKind::critical),
-    };
-}
-
-int thermalStateOf(const TripPoints& points, MilliCelsius temperature) {
-    if (isReached(points.hot, temperature) || isReached(points.critical, temperature, criticalMargin)) {
+int thermalStateOf(const HeatThresholds& thresholds, MilliCelsius temperature) {
+    if (isReached(thresholds.critical, temperature)) {
         return 3;
     }
-    if (isReached(points.passive, temperature)) {
+    if (isReached(thresholds.serious, temperature)) {
         return 2;
     }
-    const bool isNearThrottling = points.passive
-                                      ? isReached(points.passive, temperature, fairMarginBelowPassive)
-                                      : isReached(points.critical, temperature, fairMarginBelowCritical);
-    return isNearThrottling || isReached(points.active, temperature) ? 1 : 0;
+    return isReached(thresholds.fair, temperature) ? 1 : 0;
 }
 
-bool isAtLimit(const TripPoints& points, MilliCelsius temperature) {
-    return isReached(points.hot, temperature) || isReached(points.critical, temperature, limitMargin);
+bool isAtLimit(const HeatThresholds& thresholds, MilliCelsius temperature) {
+    return isReached(thresholds.limit, temperature);
 }
 
 bool isPlausible(MilliCelsius temperature) {

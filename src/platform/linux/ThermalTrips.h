@@ -10,45 +10,61 @@ namespace cindertop::linux_platform {
 /// Thousandths of a degree Celsius, as the kernel counts.
 using MilliCelsius = std::int64_t;
 
-enum class TripKind { passive, active, hot, critical };
+constexpr MilliCelsius milliCelsius(int celsius) {
+    return 1000 * static_cast<MilliCelsius>(celsius);
+}
 
-/// The kind that `trip_point_N_type` names; none for any other text ("active0" and "active1" are the same
-/// kind).
+enum class TripKind { passive, hot, critical };
+
+/// The kind that `trip_point_N_type` names. None for "active" and any other text: active trips switch fans
+/// and say nothing about heat.
 std::optional<TripKind> parseTripKind(std::string_view text);
 
 struct Trip {
     TripKind kind;
     MilliCelsius temperature;
+    bool isBound = false; ///< a cooling device slows processors down there
 
     bool operator==(const Trip&) const = default;
 };
 
-/// What the trips of one zone ask for: of each kind the lowest. Placeholders are left out.
-struct TripPoints {
-    std::optional<MilliCelsius> passive;
-    std::optional<MilliCelsius> active;
-    std::optional<MilliCelsius> hot;
+/// What the kernel says about one zone.
+struct ZoneTrips {
+    std::string_view type;       ///< "acpitz", "cpu-thermal", ...
+    std::string_view policy;     ///< the governor: "step_wise", "power_allocator", "user_space", ...
+    std::span<const Trip> trips; ///< in the order of their numbers
+    std::optional<MilliCelsius> firmwareLimit =
+        std::nullopt; ///< where the board's firmware slows the processor down by itself
+};
+
+/// From which temperatures on a zone gives a thermal state. Absent: it never gives that state.
+struct HeatThresholds {
+    std::optional<MilliCelsius> fair;
+    std::optional<MilliCelsius> serious;
     std::optional<MilliCelsius> critical;
+    std::optional<MilliCelsius> limit; ///< the machine is about to save itself
 
-    /// Firmware fills unused trips with 0 K, 0 °C, or something beyond any silicon: those do not count.
-    static TripPoints of(std::span<const Trip> trips);
+    /// Without those of trips that are none: firmware fills unused ones with 0 K, 0 °C, or something beyond
+    /// any silicon, and some boards put "critical" at room temperature.
+    static HeatThresholds of(const ZoneTrips& zone);
 
-    bool areEmpty() const { return !passive && !active && !hot && !critical; }
+    /// The zone has no usable trip.
+    bool areEmpty() const { return !fair && !serious && !critical; }
 
-    bool operator==(const TripPoints&) const = default;
+    bool operator==(const HeatThresholds&) const = default;
 };
 
 /// 0 nominal, 1 fair, 2 serious, 3 critical.
-int thermalStateOf(const TripPoints& points, MilliCelsius temperature);
+int thermalStateOf(const HeatThresholds& thresholds, MilliCelsius temperature);
 
-/// The hardware is about to save itself: a hot trip is crossed or a critical one is at most 3 °C away.
-bool isAtLimit(const TripPoints& points, MilliCelsius temperature);
+/// A hot trip that acts is crossed, or a critical one is at most 3 °C away.
+bool isAtLimit(const HeatThresholds& thresholds, MilliCelsius temperature);
 
 /// A reading that a machine at work can have; firmware without an answer says 0 K or another extreme.
 bool isPlausible(MilliCelsius temperature);
 
 /// Whether a zone of this type speaks for the machine's own heat. Batteries, radios, drives and network parts
-/// have limits of their own, and the trips of `x86_pkg_temp` are thresholds that programs set.
+/// have limits of their own, and the trips of `x86_pkg_temp` and `TCPU_PCI` are thresholds that programs set.
 bool hasMachineTrips(std::string_view zoneType);
 
 } // namespace cindertop::linux_platform

@@ -1,38 +1,71 @@
 #include "platform/linux/ThermalZones.h"
 
+#include "platform/linux/CpuCoolers.h"
 #include "platform/linux/FileReading.h"
+#include "platform/linux/FirmwareLimits.h"
+#include "platform/linux/MachineIdentity.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <set>
+#include <span>
+#include <system_error>
 #include <utility>
 
 namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr int mostTrips = 64; // the kernel allowed 12 for years and has no bound today
+constexpr int mostTrips = 9999; ///< and bindings; larger numbers are none
 
-std::optional<Trip> readTrip(const std::filesystem::path& zone, const std::string& stem,
-                             std::string_view kindText) {
-    const auto kind = parseTripKind(kindText);
-    const auto temperature = kind ? readInteger(zone / (stem + "_temp")) : std::nullopt;
-    return temperature ? std::optional(Trip{.kind = *kind, .temperature = *temperature}) : std::nullopt;
+/// The M of "trip_point_M_type" or of another name between these words.
+std::optional<int> numberBetween(std::string_view prefix, std::string_view suffix, std::string_view name) {
+    if (name.size() <= prefix.size() + suffix.size() || !name.starts_with(prefix) ||
+        !name.ends_with(suffix)) {
+        return std::nullopt;
+    }
+    const auto number = parseInteger(name.substr(prefix.size(), name.size() - prefix.size() - suffix.size()));
+    return number && *number >= 0 && *number <= mostTrips ? std::optional(static_cast<int>(*number))
+                                                          : std::nullopt;
 }
 
-/// Trips are numbered without a gap. One that cannot be read is left out.
-TripPoints readTripPoints(const std::filesystem::path& zone) {
-    std::vector<Trip> trips;
-    for (int number = 0; number < mostTrips; ++number) {
-        const auto stem = "trip_point_" + std::to_string(number);
-        const auto kindText = readTextFile(zone / (stem + "_type"));
-        if (!kindText && kindText.error() == FileError::missing) {
-            break;
-        }
-        if (const auto trip = readTrip(zone, stem, kindText.value_or(""))) {
-            trips.push_back(*trip);
+/// Whether a cooling device does so. Without a state above 0 it slows nothing down.
+bool slowsProcessors(const std::filesystem::path& cooler) {
+    return isCpuCooler(readAttribute(cooler / "type").value_or("")) &&
+           readInteger(cooler / "max_state").value_or(1) > 0;
+}
+
+/// The trips at which a cooling device slows processors down. A cooling device that is bound to several trips
+/// shows as several.
+std::set<std::int64_t> boundTrips(const std::filesystem::path& zone, std::span<const std::string> files) {
+    std::set<std::int64_t> bound;
+    for (const auto& file : files) {
+        const auto cooler = numberBetween("cdev", "_trip_point", file);
+        const auto trip = cooler ? readInteger(zone / file) : std::nullopt;
+        if (trip && *trip >= 0 && !bound.contains(*trip) &&
+            slowsProcessors(linkedFolder(zone / ("cdev" + std::to_string(*cooler))))) {
+            bound.insert(*trip);
         }
     }
-    return TripPoints::of(trips);
+    return bound;
+}
+
+/// A trip that cannot be read is left out.
+std::vector<Trip> readTrips(const std::filesystem::path& zone) {
+    const auto files = listFolder(zone).value_or(std::vector<std::string>{});
+    const auto bound = boundTrips(zone, files);
+    std::vector<Trip> trips;
+    for (const auto& file : files) {
+        const auto number = numberBetween("trip_point_", "_type", file);
+        const auto kind = number ? parseTripKind(readAttribute(zone / file).value_or("")) : std::nullopt;
+        const auto temperature =
+            kind ? readInteger(zone / ("trip_point_" + std::to_string(*number) + "_temp")) : std::nullopt;
+        if (temperature) {
+            trips.push_back({.kind = *kind, .temperature = *temperature, .isBound = bound.contains(*number)});
+        }
+    }
+    return trips;
 }
 
 std::string countedZones(std::size_t count) {
@@ -44,14 +77,21 @@ std::string countedZones(std::size_t count) {
 ThermalZones::ThermalZones(const Roots& roots, MonotonicClock clock)
     : clock_(std::move(clock)),
       supplies_(roots.sys / "class/power_supply"),
+      firmwareLimit_(
+          firmwareLimit(parseCompatible(readTextFile(roots.proc / "device-tree/compatible").value_or("")))),
       folder_(roots, "class/thermal", clock_) {}
 
 ThermalZoneReading ThermalZones::read() {
     const std::scoped_lock lock(mutex_);
-    if (!readAt_ || !isRecent(*readAt_)) {
+    if (!readAt_.isRecent(clock_())) {
         learnIfOutdated();
-        readAt_ = clock_();
-        reading_ = readAll();
+        const auto begun = clock_();
+        reading_ = readAt_.around(clock_, [this] { return readAll(); });
+        for (auto& zone : zones_) {
+            if (zone.readAt.isSince(begun)) { // who asks for one of them next means this reading of all
+                zone.readAt = readAt_;
+            }
+        }
     }
     return reading_;
 }
@@ -76,7 +116,7 @@ SourceStatus ThermalZones::status() const {
     const auto status = [](bool isAvailable, std::string reason) {
         return SourceStatus{.name = "thermal zones", .isAvailable = isAvailable, .reason = std::move(reason)};
     };
-    if (!readAt_) {
+    if (!readAt_.isSet()) {
         return status(false, "not read yet");
     }
     if (answering_ > 0) {
@@ -85,9 +125,10 @@ SourceStatus ThermalZones::status() const {
     if (zones_.empty()) {
         return status(false, "no thermal zones");
     }
-    return std::ranges::any_of(zones_, &Zone::isMachines)
-               ? status(false, "no thermal zone has an answer now")
-               : status(false, "no thermal zone with a usable trip point");
+    const bool areSilent =
+        std::ranges::all_of(zones_, [](const Zone& zone) { return zone.thresholds.areEmpty(); });
+    return status(false, areSilent ? "no thermal zone with a usable trip point"
+                                   : "no thermal zone has an answer now");
 }
 
 void ThermalZones::learnIfOutdated() {
@@ -111,42 +152,52 @@ std::optional<ThermalZones::Zone> ThermalZones::learn(const std::string& name) c
     if (!type) {
         return std::nullopt;
     }
-    // A power supply with a temperature makes a zone of its own name.
-    std::error_code ignored;
-    const bool isCandidate = hasMachineTrips(*type) && !std::filesystem::exists(supplies_ / *type, ignored);
-    const auto points = isCandidate ? readTripPoints(folder) : TripPoints{};
     return Zone{.identity = {.name = name, .type = *type},
-                .isMachines = !points.areEmpty(),
-                .points = points,
+                .thresholds = learnThresholds(folder, *type),
                 .mode = AttributeFile(folder / "mode"),
-                .temperature = AttributeFile(folder / "temp"),
-                .latest = std::nullopt};
+                .file = AttributeFile(folder / "temp"),
+                .readAt = {},
+                .temperature = std::nullopt};
 }
 
-bool ThermalZones::isRecent(std::chrono::nanoseconds at) const {
-    return clock_() - at < sameReadingWindow;
+HeatThresholds ThermalZones::learnThresholds(const std::filesystem::path& zone,
+                                             const std::string& type) const {
+    // A power supply with a temperature makes a zone of its own name.
+    std::error_code ignored;
+    if (!hasMachineTrips(type) || std::filesystem::exists(supplies_ / type, ignored)) {
+        return {};
+    }
+    const auto policy = readAttribute(zone / "policy").value_or("");
+    const auto trips = readTrips(zone);
+    return HeatThresholds::of({.type = type,
+                               .policy = policy,
+                               .trips = trips,
+                               .firmwareLimit = type.starts_with("cpu") ? firmwareLimit_ : std::nullopt});
 }
 
 std::optional<MilliCelsius> ThermalZones::temperatureOf(Zone& zone) const {
-    if (!zone.latest || !isRecent(zone.latest->at)) {
-        const auto temperature = zone.temperature.integer();
-        const bool isUsable = temperature && isPlausible(*temperature);
-        zone.latest = {.at = clock_(), .temperature = isUsable ? temperature : std::nullopt};
+    if (!zone.readAt.isRecent(clock_())) {
+        readTemperature(zone);
     }
-    return zone.latest->temperature;
+    return zone.temperature;
+}
+
+void ThermalZones::readTemperature(Zone& zone) const {
+    const auto temperature = zone.readAt.around(clock_, [&] { return zone.file.integer(); });
+    zone.temperature = temperature && isPlausible(*temperature) ? temperature : std::nullopt;
 }
 
 ThermalZoneReading ThermalZones::readAll() {
     ThermalZoneReading reading;
     answering_ = 0;
     for (auto& zone : zones_) {
-        if (!zone.isMachines || zone.mode.word() == "disabled") {
+        if (zone.thresholds.areEmpty() || zone.mode.word() == "disabled") {
             continue; // the driver of a disabled zone is not asked
         }
         if (const auto temperature = temperatureOf(zone)) {
             ++answering_;
-            reading.state = std::max(reading.state, thermalStateOf(zone.points, *temperature));
-            reading.isAtLimit = reading.isAtLimit || isAtLimit(zone.points, *temperature);
+            reading.state = std::max(reading.state, thermalStateOf(zone.thresholds, *temperature));
+            reading.isAtLimit = reading.isAtLimit || isAtLimit(zone.thresholds, *temperature);
         }
     }
     return reading;

@@ -4,10 +4,13 @@
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
 #include "platform/linux/MonotonicClock.h"
+#include "platform/linux/ReadingStamp.h"
 #include "platform/linux/Roots.h"
 #include "platform/linux/ThermalTrips.h"
 
 #include <chrono>
+#include <cstddef>
+#include <filesystem>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -16,14 +19,10 @@
 
 namespace cindertop::linux_platform {
 
-/// Readings younger than this are one reading: who asks for the state, the pressure and the sensors in one
-/// tick gets the same answer, and no file is read twice for it.
-inline constexpr std::chrono::milliseconds sameReadingWindow{50};
-
 /// What all zones say together.
 struct ThermalZoneReading {
     int state = -1;         ///< 0 nominal, 1 fair, 2 serious, 3 critical; -1 when no zone answers
-    bool isAtLimit = false; ///< a hot trip is crossed or a critical one at most 3 °C away
+    bool isAtLimit = false; ///< a hot trip that acts is crossed or a critical one at most 3 °C away
 
     bool operator==(const ThermalZoneReading&) const = default;
 };
@@ -35,9 +34,9 @@ struct ThermalZoneIdentity {
     bool operator==(const ThermalZoneIdentity&) const = default;
 };
 
-/// The kernel's thermal zones. Types and trips are kept and learnt anew when a device comes or goes, and
-/// every 30 s, because firmware and thermal daemons move trips; modes and temperatures are read each time.
-/// Any thread may call.
+/// The kernel's thermal zones. Types, trips and what is bound to them are kept and learnt anew when a device
+/// comes or goes, and every 30 s, because firmware and thermal daemons move trips; modes and temperatures are
+/// read each time. Any thread may call.
 class ThermalZones {
 public:
     ThermalZones(const Roots& roots, MonotonicClock clock);
@@ -54,34 +53,31 @@ public:
     SourceStatus status() const;
 
 private:
-    struct Attempt {
-        std::chrono::nanoseconds at;
-        std::optional<MilliCelsius> temperature;
-    };
-
     struct Zone {
         ThermalZoneIdentity identity;
-        bool isMachines; ///< its trips count
-        TripPoints points;
+        HeatThresholds thresholds; ///< empty: the zone says nothing about the machine
         AttributeFile mode;
-        AttributeFile temperature;
-        std::optional<Attempt> latest;
+        AttributeFile file;
+        ReadingStamp readAt;
+        std::optional<MilliCelsius> temperature; ///< of the latest read
     };
 
     void learnIfOutdated();
     std::optional<Zone> learn(const std::string& name) const;
-    bool isRecent(std::chrono::nanoseconds at) const;
+    HeatThresholds learnThresholds(const std::filesystem::path& zone, const std::string& type) const;
     std::optional<MilliCelsius> temperatureOf(Zone& zone) const;
+    void readTemperature(Zone& zone) const;
     ThermalZoneReading readAll();
 
     mutable std::mutex mutex_;
     MonotonicClock clock_;
     std::filesystem::path supplies_;
+    std::optional<MilliCelsius> firmwareLimit_; ///< of the board's processor
     DeviceFolder folder_;
     std::vector<Zone> zones_;
-    std::optional<std::chrono::nanoseconds> readAt_;
+    ReadingStamp readAt_;
     ThermalZoneReading reading_;
-    std::size_t answering_ = 0;
+    std::size_t answering_ = 0; ///< of the zones that say something about the machine
 };
 
 } // namespace cindertop::linux_platform

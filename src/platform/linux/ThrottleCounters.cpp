@@ -1,7 +1,6 @@
 #include "platform/linux/ThrottleCounters.h"
 
 #include "platform/linux/FileReading.h"
-#include "platform/linux/ThermalZones.h"
 
 #include <algorithm>
 #include <string>
@@ -11,20 +10,19 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-/// The package's counter also sees the throttling that other processors of the package caused.
-std::optional<std::filesystem::path> counterOf(const std::filesystem::path& processor) {
-    for (const auto* const name : {"package_throttle_total_time_ms", "core_throttle_total_time_ms"}) {
-        auto file = processor / "thermal_throttle" / name;
-        if (readInteger(file)) {
-            return file;
-        }
-    }
-    return std::nullopt;
-}
+constexpr double lastingLoss = 0.25; ///< at least, while a throttling lasts
+constexpr double mostLoss = 0.5;
 
-double shareOf(std::int64_t milliseconds, std::chrono::nanoseconds elapsed) {
-    const std::chrono::duration<double, std::milli> time = elapsed;
-    return time.count() > 0 ? std::clamp(static_cast<double>(milliseconds) / time.count(), 0.0, 1.0) : 0;
+/// A throttling that began after the former read cannot have lasted longer than the time since, but for the
+/// kernel's ticks and the time that the reads take.
+constexpr std::chrono::milliseconds tolerance{50};
+
+double shareOf(std::chrono::nanoseconds throttled, std::chrono::nanoseconds elapsed) {
+    if (elapsed <= elapsed.zero() || throttled > elapsed + tolerance) {
+        return 0;
+    }
+    const double share = std::chrono::duration<double>(throttled) / std::chrono::duration<double>(elapsed);
+    return std::min(share, mostLoss);
 }
 
 } // namespace
@@ -32,15 +30,15 @@ double shareOf(std::int64_t milliseconds, std::chrono::nanoseconds elapsed) {
 ThrottleCounters::ThrottleCounters(const Roots& roots, MonotonicClock clock)
     : clock_(std::move(clock)), folder_(roots, "devices/system/cpu", clock_) {}
 
-std::optional<ThrottleCounters::Reading> ThrottleCounters::read() {
+std::optional<ThrottleCounters::Reading> ThrottleCounters::read(bool isProcessorHot) {
     const auto now = clock_();
-    const auto elapsed = readAt_ ? now - *readAt_ : std::chrono::nanoseconds(0);
-    if (readAt_ && elapsed < sameReadingWindow) {
+    if (stamp_.isRecent(now)) {
         return reading_;
     }
     learnIfOutdated();
-    readAt_ = now;
-    reading_ = readAll(elapsed);
+    const auto former = std::exchange(readAt_, now);
+    const auto elapsed = former ? now - *former : std::chrono::nanoseconds(0);
+    reading_ = stamp_.around(clock_, [&] { return readAll(elapsed, isProcessorHot); });
     return reading_;
 }
 
@@ -50,30 +48,71 @@ void ThrottleCounters::learnIfOutdated() {
     }
     std::vector<Counter> counters;
     for (const auto& name : listFolder(folder_.path()).value_or(std::vector<std::string>{})) {
-        const auto file = name.starts_with("cpu") ? counterOf(folder_.path() / name) : std::nullopt;
-        if (file) {
-            counters.push_back({.milliseconds = AttributeFile(*file), .latest = latestOf(*file)});
+        if (!name.starts_with("cpu")) {
+            continue;
+        }
+        if (auto counter = learn(folder_.path() / name)) {
+            counters.push_back(std::move(*counter));
         }
     }
     counters_ = std::move(counters);
 }
 
-std::optional<std::int64_t> ThrottleCounters::latestOf(const std::filesystem::path& file) const {
-    const auto known =
-        std::ranges::find(counters_, file, [](const Counter& each) { return each.milliseconds.path(); });
-    return known != counters_.end() ? known->latest : std::nullopt;
-}
-
-std::optional<ThrottleCounters::Reading> ThrottleCounters::readAll(std::chrono::nanoseconds elapsed) {
-    Reading reading{.answering = 0, .share = 0};
-    for (auto& counter : counters_) {
-        const auto former = std::exchange(counter.latest, counter.milliseconds.integer());
-        if (!counter.latest) {
+/// The package's counter also sees the throttling that other processors of the package caused. Kernels before
+/// 5.6 count without the time.
+std::optional<ThrottleCounters::Counter>
+ThrottleCounters::learn(const std::filesystem::path& processor) const {
+    const auto folder = processor / "thermal_throttle";
+    for (const std::string level : {"package", "core"}) {
+        Counter counter{.folder = folder,
+                        .begun = AttributeFile(folder / (level + "_throttle_count")),
+                        .milliseconds = AttributeFile(folder / (level + "_throttle_total_time_ms")),
+                        .latest = {}};
+        const Counts now{.begun = counter.begun.integer(), .milliseconds = counter.milliseconds.integer()};
+        if (!now.answer()) {
             continue;
         }
-        ++reading.answering;
-        if (former && *former >= 0 && *counter.latest > *former) {
-            reading.share = std::max(reading.share, shareOf(*counter.latest - *former, elapsed));
+        const auto known = std::ranges::find(counters_, folder, &Counter::folder);
+        if (known != counters_.end()) {
+            counter.latest = known->latest;
+            counter.isOpen = known->isOpen;
+        }
+        return counter;
+    }
+    return std::nullopt;
+}
+
+double ThrottleCounters::Counter::lossSince(const Counts& former, std::chrono::nanoseconds elapsed,
+                                            bool isProcessorHot) {
+    const auto growth = [](const auto& before, const auto& after) {
+        return before && after && *before >= 0 && *after > *before ? *after - *before : 0;
+    };
+    const auto newlyBegun = growth(former.begun, latest.begun);
+    const std::chrono::milliseconds added(growth(former.milliseconds, latest.milliseconds));
+    const bool wasOpen = std::exchange(isOpen, false);
+    if (added > added.zero()) {
+        // What was told while it lasted is not told again at its end.
+        return wasOpen && newlyBegun == 0 ? 0 : shareOf(added, elapsed);
+    }
+    if (!isProcessorHot || (newlyBegun == 0 && !wasOpen)) {
+        return 0;
+    }
+    isOpen = latest.milliseconds.has_value(); // without the time no end would show
+    return lastingLoss;
+}
+
+std::optional<ThrottleCounters::Reading> ThrottleCounters::readAll(std::chrono::nanoseconds elapsed,
+                                                                   bool isProcessorHot) {
+    Reading reading{.answering = 0, .loss = 0};
+    for (auto& counter : counters_) {
+        const auto former =
+            std::exchange(counter.latest, Counts{.begun = counter.begun.integer(),
+                                                 .milliseconds = counter.milliseconds.integer()});
+        if (counter.latest.answer()) {
+            ++reading.answering;
+            reading.loss = std::max(reading.loss, counter.lossSince(former, elapsed, isProcessorHot));
+        } else {
+            counter.isOpen = false;
         }
     }
     return reading.answering > 0 ? std::optional(reading) : std::nullopt;

@@ -3,9 +3,11 @@
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
 #include "platform/linux/MonotonicClock.h"
+#include "platform/linux/ReadingStamp.h"
 #include "platform/linux/Roots.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -13,35 +15,50 @@
 
 namespace cindertop::linux_platform {
 
-/// x86 processors throttle themselves without a cooling device and count for how long. A counter grows when a
-/// phase of throttling ends, so a long phase shows late and all at once. Not thread-safe.
+/// x86 processors throttle themselves without a cooling device. The kernel counts each throttling when it
+/// begins and adds its time when it ends, so a long one shows late and all at once. A short spike of the
+/// temperature is counted and its time never added. Not thread-safe.
 class ThrottleCounters {
 public:
     struct Reading {
         std::size_t answering; ///< processors
-        double share; ///< of the time since the former reading, 0 to 1, the largest over the processors
+        double loss;           ///< of the processor's speed, 0 to 0.5, the largest over the processors
     };
 
     ThrottleCounters(const Roots& roots, MonotonicClock clock);
 
-    /// None when no counter answers. The first reading, and one behind a counter that went back, has no
-    /// share; within `sameReadingWindow` of a reading the answer stays.
-    std::optional<Reading> read();
+    /// None when no counter answers. `isProcessorHot`: a processor's sensor is within 10 °C of its limit;
+    /// only then a throttling that has begun is taken to last. The first reading tells no loss; a reading
+    /// that is still recent is told again.
+    std::optional<Reading> read(bool isProcessorHot);
 
 private:
+    struct Counts {
+        std::optional<std::int64_t> begun; ///< throttlings
+        std::optional<std::int64_t> milliseconds;
+
+        bool answer() const { return begun || milliseconds; }
+    };
+
     struct Counter {
+        std::filesystem::path folder;
+        AttributeFile begun;
         AttributeFile milliseconds;
-        std::optional<std::int64_t> latest;
+        Counts latest;
+        bool isOpen = false; ///< a throttling has begun whose time was not added yet
+
+        double lossSince(const Counts& former, std::chrono::nanoseconds elapsed, bool isProcessorHot);
     };
 
     void learnIfOutdated();
-    std::optional<std::int64_t> latestOf(const std::filesystem::path& file) const;
-    std::optional<Reading> readAll(std::chrono::nanoseconds elapsed);
+    std::optional<Counter> learn(const std::filesystem::path& processor) const;
+    std::optional<Reading> readAll(std::chrono::nanoseconds elapsed, bool isProcessorHot);
 
     MonotonicClock clock_;
     DeviceFolder folder_;
     std::vector<Counter> counters_;
-    std::optional<std::chrono::nanoseconds> readAt_;
+    std::optional<std::chrono::nanoseconds> readAt_; ///< the start of the latest read
+    ReadingStamp stamp_;
     std::optional<Reading> reading_;
 };
 

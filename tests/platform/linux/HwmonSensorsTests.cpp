@@ -45,7 +45,9 @@ Roots machine(std::string_view name) {
 /// The sensors of a fixture machine.
 struct Machine {
     explicit Machine(std::string_view name)
-        : zones(machine(name), clock.clock()), sensors(machine(name), clock.clock(), zones) {}
+        : zones(machine(name), clock.clock()), sensors(machine(name), clock.clock(), zones) {
+        sensors.setObserved(true);
+    }
 
     Readings read() { return readAll(events); }
 
@@ -58,6 +60,8 @@ struct Machine {
 class HwmonSensorsTest : public testing::Test {
 protected:
     static std::filesystem::path chip(int number) { return "sys/class/hwmon/hwmon" + std::to_string(number); }
+
+    HwmonSensorsTest() { sensors.setObserved(true); }
 
     /// Index 2, because sensors need not start at 1.
     void addChip(int number, std::string_view name, std::string_view label,
@@ -156,6 +160,17 @@ TEST_F(HwmonSensorsTest, EachThingCountsOnce) {
     EXPECT_THAT(readAll(events), ElementsAre(Pair("GPU Edge", 62), Pair("GPU", 61), Pair("Battery", 30)));
 }
 
+TEST_F(HwmonSensorsTest, ABatteryThatOnlyItsCopyKnowsTheHeatOf) {
+    tree.attribute("sys/class/power_supply/sbs-12/type", "Battery");
+    tree.attribute("sys/class/power_supply/hid-mouse/scope", "Device");
+    int number = 0;
+    for (const auto* const supply : {"sbs-12", "hid-mouse"}) {
+        addChip(number, supply, "temp", "30000");
+        tree.link(chip(number++) / "device", std::filesystem::path("../../power_supply") / supply);
+    }
+    EXPECT_THAT(readAll(events), ElementsAre(Pair("Battery", 30)));
+}
+
 TEST_F(HwmonSensorsTest, SuppliesOfMiceAndChargersAreNoBattery) {
     const std::filesystem::path supplies = "sys/class/power_supply";
     tree.attribute(supplies / "hid-mouse/temp", "250").attribute(supplies / "hid-mouse/scope", "Device");
@@ -182,37 +197,98 @@ TEST_F(HwmonSensorsTest, SleepingDevicesAreLeftAlone) {
     tree.attribute(status, "suspended");
     temperature.take();
     clock.advance(1s); // it fell asleep between the list and the read
-    EXPECT_EQ(sensors.celsius(*listed.at(0)), std::nullopt);
+    EXPECT_FALSE(sensors.temperature(*listed.at(0)));
     EXPECT_EQ(temperature.take(), 0);
     tree.remove(status);
     EXPECT_THAT(readAfter(1s), ElementsAre(Pair("GPU Edge", 50)));
 }
 
-TEST_F(HwmonSensorsTest, StorageIsReadEveryHalfMinute) {
+TEST_F(HwmonSensorsTest, AnAwakeGraphicsCardIsLeftTheTimeToFallAsleep) {
+    addChip(0, "amdgpu", "edge", "50000");
+    tree.attribute(chip(0) / "temp3_input", "55000").attribute(chip(0) / "temp3_label", "mem");
+    const auto power = chip(0) / "device/power";
+    tree.attribute(power / "runtime_status", "active").attribute(power / "autosuspend_delay_ms", "5000");
+    const OpenCounter edge(tree.path() / chip(0) / "temp2_input");
+    const OpenCounter memory(tree.path() / chip(0) / "temp3_input");
+
+    struct Case {
+        const char* control;
+        const char* delay;
+        std::chrono::seconds longestRest; ///< no read before this
+    };
+
+    for (const auto& [control, delay, rest] : std::to_array<Case>({
+             {"auto", "5000", 6s},
+             {"auto", "12000", 13s},
+             {"on", "5000", 1s},
+             {"auto", "-1", 1s},
+             {"auto", "0", 1s},
+             {"auto", "", 1s}, // it sleeps whenever nobody uses it
+         })) {
+        tree.attribute(power / "control", control).attribute(power / "autosuspend_delay_ms", delay);
+        clock.advance(60s);
+        for (std::chrono::seconds passed{0}; passed < rest; passed += 1s) {
+            EXPECT_THAT(readAll(events), ElementsAre(Pair("GPU Edge", 50), Pair("GPU Memory", 55)));
+            clock.advance(1s);
+        }
+        EXPECT_EQ(edge.take(), 1) << control << delay;
+        EXPECT_EQ(memory.take(), 1) << control << delay;
+        addChip(1, "iwlwifi_1", "", "40000"); // learning anew does not forget the read
+        readAll(events);
+        EXPECT_EQ(edge.take(), 1) << control << delay;
+        EXPECT_EQ(memory.take(), 1) << control << delay;
+        tree.remove(chip(1));
+    }
+
+    tree.attribute(power / "control", "auto").attribute(power / "autosuspend_delay_ms", "3600000");
+    EXPECT_THAT(readAfter(59s), ElementsAre(Pair("GPU Edge", 50), Pair("GPU Memory", 55)));
+    EXPECT_THAT(readAfter(1s), IsEmpty()); // too long ago to say something about now
+}
+
+TEST_F(HwmonSensorsTest, StorageIsReadEveryHalfMinuteWhileSomebodyLooks) {
     addChip(0, "nvme", "Composite", "40000");
     tree.folder("sys/class/nvme/nvme0").link(chip(0) / "device", "../../nvme/nvme0");
     addChip(1, "coretemp", "Core 0", "50000");
     const OpenCounter temperature(tree.path() / chip(0) / "temp2_input");
     const auto both = ElementsAre(Pair("SSD Composite (nvme0)", 40), Pair("CPU Core 0", 50));
-    const auto processorOnly = ElementsAre(Pair("CPU Core 0", 50));
 
-    EXPECT_THAT(readAll(events), both);
-    EXPECT_THAT(readAll(events), processorOnly);
-    EXPECT_THAT(readAfter(29s), processorOnly);
+    sensors.setObserved(false);
+    EXPECT_THAT(readAll(events), ElementsAre(Pair("CPU Core 0", 50)));
+    EXPECT_EQ(sensors.status().reason, "1 sensor");
+    EXPECT_EQ(temperature.take(), 0);
+
+    sensors.setObserved(true);
+    EXPECT_THAT(readAfter(1s), both);
+    EXPECT_THAT(readAfter(1s), both);
+    EXPECT_EQ(sensors.temperature(*sensors.list().at(0))->age, 1s);
+    EXPECT_THAT(readAfter(28s), both);
     addChip(2, "iwlwifi_1", "", "40000"); // learning anew does not forget the last read
-    EXPECT_THAT(readAfter(999ms), processorOnly);
+    EXPECT_THAT(readAfter(999ms), both);
     EXPECT_EQ(temperature.take(), 1);
+    sensors.setObserved(false);
+    EXPECT_THAT(readAfter(1s), ElementsAre(Pair("CPU Core 0", 50)));
+    EXPECT_EQ(temperature.take(), 0);
+    sensors.setObserved(true);
+    EXPECT_EQ(sensors.temperature(*sensors.list().at(0))->age, 0s);
+    EXPECT_EQ(temperature.take(), 1);
+}
 
-    const auto list = (clock.advance(1ms), sensors.list());
-    ASSERT_EQ(list.size(), 2U);
-    EXPECT_EQ(sensors.celsius(*list[0]), 40);
-    EXPECT_EQ(sensors.celsius(*list[0]), std::nullopt); // nor twice from one list
-    EXPECT_EQ(temperature.take(), 1);
+TEST_F(HwmonSensorsTest, OnlyDrivesThatDoNotRotateAreAsked) {
+    for (const auto* const text : {"1", "0", ""}) {
+        tree.remove("sys/class/hwmon");
+        addChip(0, "drivetemp", "", "35000");
+        tree.link(chip(0) / "device", "../../../devices/ata1");
+        tree.attribute("sys/devices/ata1/block/sda/queue/rotational", text);
+        const OpenCounter temperature(tree.path() / chip(0) / "temp2_input");
+        const bool isAsked = std::string_view(text) == "0";
+        EXPECT_EQ(readAfter(30s).size(), isAsked ? 1U : 0U) << text;
+        EXPECT_EQ(temperature.take(), isAsked ? 1 : 0) << text;
+    }
 }
 
 TEST_F(HwmonSensorsTest, DrivesAreNamedAfterTheirBlockDevice) {
     addChip(0, "drivetemp", "", "35000");
-    tree.folder("sys/devices/ata1/0:0:0:0/block/sda")
+    tree.attribute("sys/devices/ata1/0:0:0:0/block/sda/queue/rotational", "0")
         .link(chip(0) / "device", "../../../devices/ata1/0:0:0:0");
     addChip(1, "nvme", "Composite", "41000"); // an older kernel links to the PCI function
     tree.folder("sys/devices/pci/0000:01:00.0/nvme/nvme1");
@@ -235,7 +311,7 @@ TEST_F(HwmonSensorsTest, NamesAreLearntOnceAndAnewWithTheDevices) {
 
     const auto listed = sensors.list();
     tree.remove(chip(1));
-    EXPECT_EQ(sensors.celsius(*listed.at(1)), std::nullopt);
+    EXPECT_EQ(sensors.temperature(*listed.at(1)).has_value(), false);
     EXPECT_THAT(readAfter(1s), ElementsAre(Pair("CPU Core 0", 50), Pair("Skin", 33)));
 }
 
@@ -245,7 +321,7 @@ TEST_F(HwmonSensorsTest, ZonesShareTheReadingOfTheTick) {
     tree.attribute(zone / "trip_point_0_type", "critical").attribute(zone / "trip_point_0_temp", "100000");
     const OpenCounter temperature(tree.path() / zone / "temp");
     EXPECT_EQ(zones.read().state, 0);
-    EXPECT_THAT(readAll(events), ElementsAre(Pair("SoC Zone", 48)));
+    EXPECT_THAT(readAll(events), ElementsAre(Pair("CPU Zone", 48)));
     EXPECT_EQ(temperature.take(), 1);
 }
 

@@ -17,7 +17,7 @@ constexpr std::string_view name = "com.apple.system.thermalpressurelevel";
 TEST(ThermalPressure, IsTheHighestRowThatHolds) {
     struct Case {
         double loss;
-        ThermalZoneReading zones;
+        HeatReading zones;
         std::uint64_t raw;
     };
 
@@ -65,12 +65,15 @@ protected:
         set(cooler, "type", "Processor");
         set(cooler, "cur_state", "0");
         set(cooler, "max_state", "3");
+        set(zone, "cdev0_trip_point", "1");
+        tree.link(std::string(zone) + "cdev0", "../cooling_device0");
     }
 
     TemporaryTree tree;
     SteppedClock clock;
     ThermalZones zones{tree.roots(), clock.clock()};
-    LinuxThermalPressureNotifications pressure{tree.roots(), clock.clock(), zones};
+    MachineHeat heat{tree.roots(), clock.clock(), zones};
+    LinuxThermalPressureNotifications pressure{tree.roots(), clock.clock(), heat};
 };
 
 TEST(ThermalPressureOfMachines, RegistersWhereSomethingTells) {
@@ -93,7 +96,8 @@ TEST(ThermalPressureOfMachines, RegistersWhereSomethingTells) {
         const auto folder = std::filesystem::path(CINDERTOP_FIXTURES) / machine;
         const Roots roots{.proc = folder / "proc", .sys = folder / "sys"};
         ThermalZones zones(roots, clock.clock());
-        LinuxThermalPressureNotifications pressure(roots, clock.clock(), zones);
+        MachineHeat heat(roots, clock.clock(), zones);
+        LinuxThermalPressureNotifications pressure(roots, clock.clock(), heat);
         EXPECT_FALSE(pressure.status().isAvailable);
         const auto registration = pressure.registerCheck(name);
         EXPECT_EQ(registration.status == 0, isRegistered) << machine;
@@ -157,8 +161,40 @@ TEST_F(ThermalPressureTest, CountersAloneAreEnough) {
     EXPECT_EQ(pressure.state(registration.token).raw, 0U);
     clock.advance(1s);
     set(counter, "package_throttle_total_time_ms", "1600");
-    EXPECT_EQ(pressure.state(registration.token).raw, 3U);
+    EXPECT_EQ(pressure.state(registration.token).raw, 2U); // half at most
     EXPECT_EQ(pressure.status().reason, "1 throttle counter");
+}
+
+TEST_F(ThermalPressureTest, AProcessorNearItsLimitThrottlesWhileTheCounterSaysSo) {
+    constexpr auto counter = "sys/devices/system/cpu/cpu0/thermal_throttle/";
+    constexpr auto chip = "sys/class/hwmon/hwmon0/";
+    set(chip, "name", "coretemp");
+    set(chip, "temp1_crit", "100000");
+    set(chip, "temp1_input", "91000");
+    set(counter, "package_throttle_count", "1");
+    set(counter, "package_throttle_total_time_ms", "0");
+    const auto token = pressure.registerCheck(name).token;
+
+    struct Step {
+        const char* temperature;
+        const char* count;
+        const char* time;
+        std::uint64_t raw;
+    };
+
+    for (const auto& [temperature, count, time, raw] : std::to_array<Step>({
+             {"91000", "1", "0", 1},
+             {"91000", "2", "0", 2},
+             {"90000", "2", "0", 2},
+             {"90000", "2", "9000", 1},
+             {"89999", "3", "9000", 0},
+         })) {
+        clock.advance(1s);
+        set(chip, "temp1_input", temperature);
+        set(counter, "package_throttle_count", count);
+        set(counter, "package_throttle_total_time_ms", time);
+        EXPECT_EQ(pressure.state(token).raw, raw) << temperature << " " << count << " " << time;
+    }
 }
 
 TEST_F(ThermalPressureTest, FailsWithoutASourceAndWhenItGoesAway) {
@@ -188,7 +224,8 @@ TEST_F(ThermalPressureTest, SharesTheZonesReadingOfTheTick) {
     addCooler();
     const auto token = pressure.registerCheck(name).token;
     const OpenCounter temperature(tree.path() / zone / "temp");
-    EXPECT_EQ(zones.read().state, 0);
+    clock.advance(1s);
+    EXPECT_EQ(heat.read().state, 0);
     EXPECT_EQ(pressure.state(token).raw, 0U);
     EXPECT_EQ(temperature.take(), 1);
 }

@@ -66,7 +66,7 @@ TEST(LinuxSystemValues, NamesTheMachine) {
     };
 
     for (const auto& [machine, model, brand] : std::to_array<Case>({
-             {"thinkpad", "20L5CTO1WW", "Intel(R) Core(TM) i5-8350U CPU @ 1.70GHz"},
+             {"thinkpad", "ThinkPad T480", "Intel(R) Core(TM) i5-8350U CPU @ 1.70GHz"},
              {"amd-laptop", "Laptop 13 (AMD Ryzen 7040Series)", "AMD Ryzen 7 7840U w/ Radeon  780M Graphics"},
              {"apple-silicon", "Mac14,2", "Apple M2"},
              {"bare-vm", "Standard PC (Q35 + ICH9, 2009)", "Intel(R) Xeon(R) Processor @ 2.60GHz"},
@@ -87,6 +87,63 @@ TEST(LinuxSystemValues, TrustsTheDeviceTreeBeforeTheBootLoader) {
     const LinuxSystemValues values(tree.roots());
     EXPECT_EQ(values.text("hw.model"), "Mac17,4");
     EXPECT_EQ(values.text("machdep.cpu.brand_string"), "Apple M5");
+}
+
+TEST(LinuxSystemValues, NamesOtherMachinesByDeviceTreeAndFirmware) {
+    struct Case {
+        std::string board, vendor, product, version;
+        std::optional<std::string> model;
+    };
+
+    for (const auto& [board, vendor, product, version, model] : std::to_array<Case>({
+             {"Lenovo Yoga Slim 7x\0"s, "LENOVO", "83ED", "Yoga Slim 7 14Q8X9", "Lenovo Yoga Slim 7x"},
+             {"\0"s, "LENOVO", "83ED", "Yoga Slim 7 14Q8X9", "Yoga Slim 7 14Q8X9"},
+             {"", "Lenovo", "20L5CTO1WW", "ThinkPad T480", "ThinkPad T480"},
+             {"", "LENOVO", "20L5CTO1WW", "INVALID", "20L5CTO1WW"},
+             {"", "Dell Inc.", "XPS 13 9310", "1.2", "XPS 13 9310"},
+             {"", "LENOVO", "System Product Name", "System Version", std::nullopt},
+             {"", "", "To Be Filled By O.E.M.", "", std::nullopt},
+             {"", "", "Default string", "", std::nullopt},
+             {"", "", "Not Applicable", "", std::nullopt},
+             {"", "", "........", "", std::nullopt},
+             {"", "", "   ", "", std::nullopt},
+         })) {
+        const TemporaryTree tree;
+        if (!board.empty()) {
+            tree.write("proc/device-tree/model", board);
+        }
+        const std::filesystem::path dmi = "sys/class/dmi/id";
+        tree.attribute(dmi / "sys_vendor", vendor).attribute(dmi / "product_name", product);
+        tree.attribute(dmi / "product_version", version);
+        EXPECT_EQ(LinuxSystemValues(tree.roots()).text("hw.model"), model) << product;
+    }
+}
+
+TEST(LinuxSystemValues, NamesArmProcessorsByTheirChip) {
+    struct Case {
+        const char *cpuinfo, *machine, *family;
+        std::string compatible;
+        std::optional<std::string> brand;
+    };
+
+    const auto board = "acme,tablet\0qcom,x1e80100\0"s;
+    for (const auto& [cpuinfo, machine, family, compatible, brand] : std::to_array<Case>({
+             {"model name\t: Acme X\n", "SC8280XP", "Snapdragon", board, "Acme X"},
+             {"CPU part\t: 0xd0b\n", "SC8280XP", "Snapdragon", board, "SC8280XP"},
+             {"model name\t: ARMv7 Processor rev 4 (v7l)\n", "", "Tegra", board, "Tegra"},
+             {"", "Acme Tablet", "Tegra", board, "Tegra"}, // the board's name is not the chip's
+             {"", "", "", board, "X1E80100"},
+             {"", "", "", "apple,j314s\0apple,t6000\0apple,arm-platform\0"s, "T6000"},
+             {"", "", "", "acme,tablet\0"s, std::nullopt},
+             {"", "", "", "", std::nullopt},
+         })) {
+        const TemporaryTree tree;
+        tree.write("proc/cpuinfo", cpuinfo).write("proc/device-tree/compatible", compatible);
+        tree.write("proc/device-tree/model", "Acme Tablet\0"s);
+        tree.attribute("sys/devices/soc0/machine", machine).attribute("sys/devices/soc0/family", family);
+        EXPECT_EQ(LinuxSystemValues(tree.roots()).text("machdep.cpu.brand_string"), brand)
+            << machine << family;
+    }
 }
 
 TEST(MachineIdentity, KnowsWhatItListsOnly) {

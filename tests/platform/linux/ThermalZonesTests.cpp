@@ -21,6 +21,7 @@ protected:
             .attribute(zone(0) / "trip_point_0_temp", "110000");
         tree.attribute(zone(0) / "trip_point_1_type", "passive")
             .attribute(zone(0) / "trip_point_1_temp", "85000");
+        bind(0, 0, "Processor", "10", 1);
     }
 
     static std::filesystem::path zone(int number) {
@@ -29,6 +30,16 @@ protected:
 
     void addZone(int number, std::string_view type, std::string_view temperature) const {
         tree.attribute(zone(number) / "type", type).attribute(zone(number) / "temp", temperature);
+    }
+
+    /// A cooling device of its own, bound to a trip.
+    void bind(int number, int cooler, std::string_view type, std::string_view highest, int trip) const {
+        const auto device = "cooling_device" + std::to_string(cooler);
+        const auto binding = "cdev" + std::to_string(cooler);
+        tree.attribute("sys/class/thermal/" + device + "/type", type)
+            .attribute("sys/class/thermal/" + device + "/max_state", highest);
+        tree.attribute(zone(number) / (binding + "_trip_point"), std::to_string(trip));
+        tree.remove(zone(number) / binding).link(zone(number) / binding, "../" + device);
     }
 
     int stateAfter(std::chrono::nanoseconds step) {
@@ -88,7 +99,8 @@ TEST_F(ThermalZonesTest, FollowTheHeat) {
 
 TEST_F(ThermalZonesTest, TheHottestQualifiedZoneDecides) {
     addZone(1, "cpu-thermal", "96000");
-    tree.attribute(zone(1) / "trip_point_0_type", "hot").attribute(zone(1) / "trip_point_0_temp", "95000");
+    tree.attribute(zone(1) / "trip_point_7_type", "critical")
+        .attribute(zone(1) / "trip_point_7_temp", "99000"); // numbers can have gaps
     EXPECT_EQ(zones.read(), (ThermalZoneReading{.state = 3, .isAtLimit = true}));
     tree.attribute(zone(1) / "mode", "disabled");
     EXPECT_EQ(stateAfter(1s), 0);
@@ -108,6 +120,72 @@ TEST_F(ThermalZonesTest, AZoneWithoutUsableTripsSaysNothing) {
 TEST_F(ThermalZonesTest, AnUnreadableTripDoesNotHideTheNext) {
     tree.write(zone(0) / "trip_point_0_type", "").attribute(zone(0) / "temp", "90000");
     EXPECT_EQ(zones.read().state, 2);
+}
+
+TEST_F(ThermalZonesTest, APassiveTripActsWhereACoolerOfTheProcessorsIsBound) {
+    tree.attribute(zone(0) / "temp", "90000");
+
+    struct Case {
+        const char* cooler;
+        const char* highest;
+        int trip;
+        int state;
+    };
+
+    for (const auto& [cooler, highest, trip, state] : std::to_array<Case>({
+             {"Processor", "10", 1, 2},
+             {"cpufreq-cpu0", "5", 1, 2},
+             {"thermal-cpufreq-0", "5", 1, 2},
+             {"intel_powerclamp", "50", 1, 2},
+             {"Processor", "0", 1, 1}, // it cannot be cooled
+             {"Processor", "10", 0, 1},
+             {"Processor", "10", -1, 1},
+             {"Fan", "1", 1, 1},
+             {"devfreq-gpu", "4", 1, 1},
+         })) {
+        bind(0, 0, cooler, highest, trip);
+        EXPECT_EQ(stateAfter(30s), state) << cooler << " " << highest << " " << trip;
+    }
+    bind(0, 12, "cpufreq-cpu4", "5", 1); // one of several is enough
+    EXPECT_EQ(stateAfter(30s), 2);
+    tree.attribute(zone(0) / "policy", "user_space");
+    EXPECT_EQ(stateAfter(30s), 1);
+    tree.attribute(zone(0) / "policy", "power_allocator");
+    EXPECT_EQ(stateAfter(30s), 2);
+
+    // The read-out of a machine: the link has become a file.
+    tree.remove(zone(0) / "cdev12").write(zone(0) / "cdev12", "../cooling_device12");
+    EXPECT_EQ(stateAfter(30s), 2);
+}
+
+TEST_F(ThermalZonesTest, TheFirmwaresLimitBelongsToTheProcessorsZone) {
+    using namespace std::string_literals;
+    tree.write("proc/device-tree/compatible", "raspberrypi,5-model-b\0brcm,bcm2712\0"s);
+    addZone(1, "cpu-thermal", "81000"); // without any trip
+    addZone(2, "rp1-thermal", "99000");
+    ThermalZones ofBoard(tree.roots(), clock.clock());
+    EXPECT_EQ(ofBoard.read().state, 2);
+    EXPECT_EQ(zones.read().state, 0);
+}
+
+TEST_F(ThermalZonesTest, SlowDriversAreAskedOnceInATick) {
+    addZone(1, "soc-thermal", "50000");
+    tree.attribute(zone(1) / "trip_point_0_type", "critical")
+        .attribute(zone(1) / "trip_point_0_temp", "100000");
+    // Each look at the clock takes 40 ms: so does each read.
+    auto now = clock.clock()();
+    ThermalZones slow(tree.roots(), [&] { return now += 40ms; });
+    const OpenCounter first(tree.path() / zone(0) / "temp");
+    const OpenCounter second(tree.path() / zone(1) / "temp");
+    EXPECT_EQ(slow.read().state, 0);
+    EXPECT_EQ(slow.read().state, 0);
+    EXPECT_EQ(slow.temperature("thermal_zone0"), 45000);
+    EXPECT_EQ(slow.temperature("thermal_zone1"), 50000);
+    EXPECT_EQ(first.take(), 1);
+    EXPECT_EQ(second.take(), 1);
+    now += 1s;
+    EXPECT_EQ(slow.read().state, 0);
+    EXPECT_EQ(first.take(), 1);
 }
 
 TEST_F(ThermalZonesTest, AskTheDriverOnceInATick) {
