@@ -133,6 +133,7 @@ QVariantMap BusMethods::properties() const {
 }
 
 QString BusMethods::snapshot() const {
+    state_.noteLook();
     return qText(compactText(agentJson(state_)));
 }
 

@@ -65,6 +65,10 @@ public:
     /// Everything that the most recent tick found; likewise.
     std::optional<MachineSnapshot> machineSnapshot() const;
 
+    /// Somebody looks at the snapshot. What is read for that alone, such as the temperature of drives, is
+    /// read from the next tick on, and no longer some seconds after the last look.
+    void noteLook();
+
     /// The terms have been accepted.
     bool isMonitoringPermitted() const { return *published_.legalTermsAccepted; }
 
@@ -152,6 +156,7 @@ private:
     void publishIdleSnapshots();
     void forgetMonitoring();
     bool isCurrent(const Tick& tick) const;
+    bool isObserved(Instant now) const;
     void refreshThermalState();
     Readings takeReadings(const Tick& tick);
     void publishReadings(const TickPointer& tick);
@@ -215,6 +220,7 @@ private:
     std::optional<ThermalScore> latestThermalScore_;
     std::optional<SystemContextSnapshot> latestSystemContextSnapshot_;
     std::vector<TemperatureReading> latestTemperatures_;
+    std::optional<Instant> lookedAt_;             ///< by a terminal or another program
     std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
     std::vector<SourceStatus> latestSources_;     ///< as of the latest census
     std::uint64_t stops_ = 0;                     ///< what was asked before the latest shows nothing any more

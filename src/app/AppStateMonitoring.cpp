@@ -14,6 +14,9 @@ constexpr Wording chipTemperature{"SoC {name}", "Chip {name}"};
 
 constexpr std::string_view thermalRead = "thermal state";
 
+/// A terminal that watches looks again within this time.
+constexpr std::chrono::seconds lookDuration{10};
+
 DiagnosticLogLevel importanceOf(ThermalLevel level) {
     return level >= ThermalLevel::serious ? DiagnosticLogLevel::warning : DiagnosticLogLevel::info;
 }
@@ -131,6 +134,7 @@ void AppState::refreshThermalState() {
              .configuration = {.usesExperimentalSensors = *published_.experimentalTemperatureSensorsEnabled,
                                .thresholds = ThermalTemperatureThresholds::defaults()},
              .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(now),
+             .isObserved = isObserved(now),
              .takesCPUUsage = *published_.historyEnabled,
              .readings = std::nullopt});
     const auto read = [this, tick] { return takeReadings(*tick); };
@@ -146,6 +150,7 @@ void AppState::refreshThermalState() {
 }
 
 AppState::Readings AppState::takeReadings(const Tick& tick) {
+    engines_.setSensorsObserved(tick.isObserved);
     const auto score = engines_.readScore(tick.configuration);
     Readings readings{.score = score,
                       .context = engines_.context.snapshot(score, tick.now),
@@ -214,6 +219,14 @@ void AppState::reportFailedRead(std::string_view step) {
         log(DiagnosticLogLevel::error, DiagnosticLogCategory::thermal, "Reading failed",
             {{"step", std::string(step)}});
     }
+}
+
+void AppState::noteLook() {
+    lookedAt_ = environment_.machine.clock.now();
+}
+
+bool AppState::isObserved(Instant now) const {
+    return lookedAt_ && now >= *lookedAt_ && now - *lookedAt_ < lookDuration;
 }
 
 std::optional<MachineSnapshot> AppState::machineSnapshot() const {

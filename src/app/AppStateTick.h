@@ -44,6 +44,7 @@ struct AppState::Tick {
     Instant now; ///< taken once; every step uses it
     ThermalEngineConfiguration configuration;
     bool takesCensus;
+    bool isObserved;    ///< somebody looks at the list of sensors
     bool takesCPUUsage; ///< on every tick, so that a share is always that of one tick
     std::optional<Readings> readings;
 

@@ -159,7 +159,8 @@ TemperatureReading temperatureOf(const Json& json) {
     return {.id = json.at("id").get<std::string>(),
             .label = json.at("label").get<std::string>(),
             .celsius = json.at("celsius").get<double>(),
-            .kind = caseOf<ThermalSensorKind>(json.at("kind"))};
+            .kind = caseOf<ThermalSensorKind>(json.at("kind")),
+            .age = Seconds(json.value("age", 0.0))};
 }
 
 SourceStatus sourceOf(const Json& json) {

@@ -6,7 +6,9 @@ namespace cindertop {
 
 MachineSampler::MachineSampler(const MachineServices& services,
                                ProcessOffenderConfiguration offenderConfiguration)
-    : services_(services), engines_(services), offenderConfiguration_(std::move(offenderConfiguration)) {}
+    : services_(services), engines_(services), offenderConfiguration_(std::move(offenderConfiguration)) {
+    engines_.setSensorsObserved(true); // whoever samples a machine shows what it finds
+}
 
 void MachineSampler::prime() {
     const auto now = services_.clock.now();

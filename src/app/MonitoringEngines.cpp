@@ -27,7 +27,8 @@ private:
 };
 
 MonitoringEngines::MonitoringEngines(const MachineServices& services)
-    : thermal(SystemThermalStateProvider(
+    : temperatureEvents_(services.temperatureEvents),
+      thermal(SystemThermalStateProvider(
                   services.process, DarwinThermalPressureProvider(services.pressureReader), services.clock),
               std::make_unique<KeptTemperatures>(services.temperatureEvents, temperatures_), ThermalScorer()),
       context(std::make_unique<SystemDisplayContextProvider>(services.displays),

@@ -23,12 +23,16 @@ public:
     /// Measures, and keeps what the sensors said.
     ThermalScore readScore(const ThermalEngineConfiguration& configuration);
 
+    /// Tells the machine whether somebody looks at the list of all sensors.
+    void setSensorsObserved(bool areObserved) { temperatureEvents_.setObserved(areObserved); }
+
     /// Every sensor that answered at the latest score, in the system's order; a score tells only the hottest.
     const std::vector<TemperatureReading>& temperatures() const { return temperatures_; }
 
 private:
     class KeptTemperatures;
 
+    TemperatureEvents& temperatureEvents_;
     std::vector<TemperatureReading> temperatures_;
 
 public:

@@ -154,6 +154,7 @@ ScenarioRecorder::ScenarioRecorder(RecordedMachine machine, std::vector<std::str
       anonymized_(std::move(privateWords)),
       sensors_(machine_.temperatureEvents),
       census_(machine_.processes, machine_.applications) {
+    machine_.temperatureEvents.setObserved(true);
     const auto registration = machine_.pressure->registerCheck(thermalPressureNotificationName);
     if (registration.status == 0) {
         pressureToken_ = registration.token;

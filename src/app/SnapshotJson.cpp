@@ -73,10 +73,14 @@ Json SnapshotJson::context(const SystemContextSnapshot& context) {
 Json SnapshotJson::temperatures(std::span<const TemperatureReading> readings) {
     auto list = Json::array();
     for (const auto& reading : readings) {
-        list.push_back({{"id", reading.id},
-                        {"label", reading.label},
-                        {"celsius", reading.celsius},
-                        {"kind", caseName(reading.kind)}});
+        Json entry = {{"id", reading.id},
+                      {"label", reading.label},
+                      {"celsius", reading.celsius},
+                      {"kind", caseName(reading.kind)}};
+        if (reading.age > reading.age.zero()) {
+            entry["age"] = reading.age.count();
+        }
+        list.push_back(std::move(entry));
     }
     return list;
 }

@@ -30,7 +30,8 @@ std::optional<TemperatureReading> readSensor(const TemperatureService& service) 
     TemperatureReading reading{.id = *product,
                                .label = *product,
                                .celsius = event->floatValue(temperatureEventField),
-                               .kind = inferred(*product)};
+                               .kind = inferred(*product),
+                               .age = event->age()};
     return reading.isPlausible() ? std::optional(std::move(reading)) : std::nullopt;
 }
 

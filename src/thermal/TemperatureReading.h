@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Instant.h"
 #include "thermal/ThermalSensorKind.h"
 
 #include <string>
@@ -12,6 +13,7 @@ struct TemperatureReading {
     std::string label; ///< the name shown to people
     double celsius;
     ThermalSensorKind kind;
+    Seconds age{0}; ///< above 0 for a sensor that must not be read often
 
     /// From -40 to 130 degrees: what lies outside, or is no number, is a broken sensor.
     constexpr bool isPlausible() const { return celsius >= -40 && celsius <= 130; }
