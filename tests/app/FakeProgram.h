@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -54,6 +55,7 @@ public:
     std::string architecture = "arm64";
     HistoryWriting historyWriting;
     bool censusThrows = false;
+    std::function<MachineServices()> services = [this] { return machine.services(); };
 
     std::vector<DiagnosticLogEvent> events;
     int ticks = 0;
@@ -104,14 +106,14 @@ private:
     }
 
     AppStateEnvironment environment() {
-        auto services = machine.services();
-        services.sources = [this] {
+        auto questioned = services();
+        questioned.sources = [this] {
             if (censusThrows) {
                 throw std::runtime_error("the census broke");
             }
             return std::vector<SourceStatus>{};
         };
-        return {.machine = std::move(services),
+        return {.machine = std::move(questioned),
                 .timers = clock,
                 .executor = executor,
                 .systemValues = systemValues,

@@ -20,6 +20,9 @@ public:
     std::vector<FakeSensor> sensors;
     int clientsCreated = 0;
     std::optional<TemperatureEventClient::Matching> lastMatching;
+    bool isObserved = false;
+
+    void setObserved(bool observed) override { isObserved = observed; }
 
     bool isSupported() const override { return supported; }
 
