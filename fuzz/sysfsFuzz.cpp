@@ -48,7 +48,7 @@ public:
         const auto kind = parseTripKind(takeUntil(line, ' '));
         const auto value = parseInteger(line);
         if (kind && value) {
-            trips_.push_back({.kind = *kind, .temperature = *value});
+            trips_.push_back({.kind = *kind, .temperature = *value, .isBound = *value % 2 == 0});
         } else if (value) {
             const double loss = coolerLoss(*value, latest_);
             require(loss >= 0 && loss <= 1);
@@ -57,11 +57,13 @@ public:
     }
 
     void judge() const {
-        const auto points = TripPoints::of(trips_);
-        const int state = thermalStateOf(points, latest_);
-        require(state >= 0 && state <= 3);
-        require(!isAtLimit(points, latest_) || state == 3);
-        require(!points.areEmpty() || state == 0);
+        for (const auto* const policy : {"step_wise", "power_allocator", "user_space"}) {
+            const auto thresholds = HeatThresholds::of({.type = "acpitz", .policy = policy, .trips = trips_});
+            const int state = thermalStateOf(thresholds, latest_);
+            require(state >= 0 && state <= 3);
+            require(!isAtLimit(thresholds, latest_) || state == 3);
+            require(!thresholds.areEmpty() || state == 0);
+        }
     }
 
 private:
