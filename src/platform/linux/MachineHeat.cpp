@@ -1,7 +1,6 @@
 #include "platform/linux/MachineHeat.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 namespace cindertop::linux_platform {
@@ -27,12 +26,9 @@ HeatReading MachineHeat::read() {
 SourceStatus MachineHeat::status() const {
     const std::scoped_lock lock(mutex_);
     auto status = zones_.status();
-    if (limits_.answering() > 0) {
-        const std::string limits =
-            limits_.answering() == 1 ? "the processor's own limit"
-                                     : "the limits of " + std::to_string(limits_.answering()) + " processors";
-        status.reason = status.isAvailable ? status.reason + " and " + limits : limits;
+    if (!status.isAvailable && limits_.answering() > 0) {
         status.isAvailable = true;
+        status.reason = "none, but the processor's own limit";
     }
     return status;
 }

@@ -99,15 +99,14 @@ TEST_F(MachineHeatTest, IsReadOnceInATickAndTellsItsSources) {
     heat.read();
     heat.read();
     EXPECT_EQ(temperature.take(), 1);
-    EXPECT_EQ(heat.status(), (SourceStatus{"thermal zones", true, "the processor's own limit"}));
+    EXPECT_EQ(heat.status(), (SourceStatus{"thermal zones", true, "none, but the processor's own limit"}));
 
-    addProcessor(1, {{1, "Package id 1", "60000"}});
     const std::filesystem::path zone = "sys/class/thermal/thermal_zone0";
     tree.attribute(zone / "type", "acpitz").attribute(zone / "temp", "50000");
     tree.attribute(zone / "trip_point_0_type", "critical").attribute(zone / "trip_point_0_temp", "99000");
     clock.advance(1s);
     heat.read();
-    EXPECT_EQ(heat.status().reason, "1 zone and the limits of 2 processors");
+    EXPECT_EQ(heat.status().reason, "1 zone");
 }
 
 } // namespace
