@@ -26,11 +26,11 @@ run: ## build it and show how hot this machine runs, and why (Ctrl-C ends it)
 	@$(work) release
 	@scripts/run
 
-demo: ## play an hour of a hot afternoon in a minute; nothing of this machine is measured or kept
+demo: ## play an hour of a laptop that gets hot in a minute; nothing of this machine is measured or kept
 	@scripts/setup build
 	@$(work) release
 	@echo "A made-up hour of a laptop without a fan, sixty times as fast. Nothing of this machine is measured or kept."
-	@build/release/bin/cindertop --headless --scenario scenarios/hot-afternoon.json --speed 60
+	@build/release/bin/cindertop --headless --scenario scenarios/warm-train.json --speed 60
 
 test: ## build and run the tests
 	@scripts/setup test

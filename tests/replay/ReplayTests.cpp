@@ -76,8 +76,8 @@ TEST_P(ScenarioReplay, TellsTheExpectedLines) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ScenarioReplay,
-                         testing::Values("hot-afternoon", "clamshell", "no-sensors", "flapping",
-                                         "every-name"),
+                         testing::Values("hot-afternoon", "clamshell", "no-sensors", "flapping", "every-name",
+                                         "warm-train"),
                          [](const auto& scenario) {
                              auto name = scenario.param;
                              std::erase(name, '-');
