@@ -43,14 +43,19 @@ DesktopFace::DesktopFace(std::optional<bool> isDark, QDBusConnection bus, Speake
                         return startAnew(openingOf(asked), libraryBuild);
                     }}),
       savePanel_(bus_, timers_,
-                 [this](const SavePanel& panel, const Desktop::SaveCompletion& completion) {
-                     saveWithoutPanel(panel, completion);
+                 [](const SavePanel& panel, const Desktop::SaveCompletion& completion) {
+                     completion(
+                         {.place = desktop::freeSavePlace(panel.proposedFileName), .isChosenByUser = false});
                  }),
-      desktop_(windows_, [this](const SavePanel& panel, Desktop::SaveCompletion completion) {
-          savePanel_.choose(panel, std::move(completion));
-      }) {}
+      desktop_(
+          windows_,
+          [this](const SavePanel& panel, Desktop::SaveCompletion completion) {
+              savePanel_.choose(panel, std::move(completion));
+          },
+          [this](const std::string& title, const std::string& sentence) { tell(title, sentence); }) {}
 
 AppStateEnvironment DesktopFace::completed(AppStateEnvironment environment) {
+    notifications_ = &environment.notificationCenter;
     environment.desktop = &desktop_;
     environment.windows = &windows_;
     pages_.emplace(environment.deployment, QCoreApplication::applicationDirPath().toStdString());
@@ -172,17 +177,15 @@ void DesktopFace::openPage(ui::Page page) {
     }
 }
 
-void DesktopFace::saveWithoutPanel(const SavePanel& panel, const Desktop::SaveCompletion& completion) {
-    const auto place = desktop::freeSavePlace(panel.proposedFileName);
-    notify({.identifier = "cindertop.saved",
-            .content = {.title = panel.title,
-                        .body = "This desktop has no save panel. The file is " + place.string() + ".",
-                        .threadIdentifier = "cindertop.saved",
-                        .categoryIdentifier = "saved",
+void DesktopFace::tell(const std::string& title, const std::string& sentence) {
+    notify({.identifier = "cindertop.told",
+            .content = {.title = title,
+                        .body = sentence,
+                        .threadIdentifier = "cindertop.told",
+                        .categoryIdentifier = "told",
                         .sound = std::nullopt,
                         .badge = std::nullopt},
             .delay = std::nullopt});
-    completion(place);
 }
 
 /// The user has just asked: what is new opens at once.
@@ -195,12 +198,11 @@ void DesktopFace::presentUpdate(const UpdateResult& result) {
 
 void DesktopFace::notify(UserNotificationRequest notice) {
     const auto sentence = QString::fromStdString(notice.content.title + ": " + notice.content.body);
-    state_->environment().notificationCenter.add(std::move(notice),
-                                                 [say = say_, sentence](const auto& result) {
-                                                     if (!result) {
-                                                         say(sentence);
-                                                     }
-                                                 });
+    notifications_->add(std::move(notice), [say = say_, sentence](const auto& result) {
+        if (!result) {
+            say(sentence);
+        }
+    });
 }
 
 bool DesktopFace::hasHost() const {

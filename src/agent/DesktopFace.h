@@ -20,6 +20,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace cindertop::agent {
 
@@ -60,7 +61,7 @@ private:
     void open(Opening opening);
     void openPopover();
     void openPage(ui::Page page);
-    void saveWithoutPanel(const SavePanel& panel, const Desktop::SaveCompletion& completion);
+    void tell(const std::string& title, const std::string& sentence);
     void presentUpdate(const UpdateResult& result);
     void notify(UserNotificationRequest notice);
     bool hasHost() const;
@@ -74,8 +75,9 @@ private:
     ui::ProgramWindows windows_;
     desktop::PortalSavePanel savePanel_;
     ui::ProgramDesktop desktop_;
-    std::optional<ui::Pages> pages_;             ///< from `completed` on
-    std::unique_ptr<FeedUpdateService> updates_; ///< from `completed` on
+    std::optional<ui::Pages> pages_;                  ///< from `completed` on
+    std::unique_ptr<FeedUpdateService> updates_;      ///< from `completed` on
+    UserNotificationCenter* notifications_ = nullptr; ///< from `completed` on
     AppState* state_ = nullptr;
     bool opensByItself_ = false;
     bool isHostTold_ = false;

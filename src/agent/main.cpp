@@ -233,11 +233,19 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
             face->useBus(connection);
         }
     });
+    const auto tellProblem = [&] {
+        if (const auto problem = stored.takeProblem()) {
+            say(problems, *problem);
+            state.reportPreferencesProblem(*problem);
+        }
+    };
+    tellProblem();
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
     StatusLines lines(output, 0ms);
     const bool isShown = isTerminal(STDOUT_FILENO);
     state.observeTicks([&] {
         agentBus.publishTick();
+        tellProblem();
         if (isShown) {
             lines.tick(state, cli::localTimeOfDay(state.environment().machine.clock.now()),
                        std::chrono::steady_clock::now());
@@ -274,7 +282,7 @@ int runLive(const Arguments& arguments, const TerminationSignals& signals, Resta
     return watchMachine(arguments, folders, signals, restart);
 }
 
-/// The history is written as one long text every few seconds, and glibc would keep the room for it, once for
+/// The history is written as one long text every minute, and glibc would keep the room for it, once for
 /// each thread. See docs/measurements.md for what this saves and costs.
 void returnUnusedMemory() {
     /// More than an hour of history, in bytes: a text of less grows within the heap.

@@ -125,6 +125,8 @@ public:
     void exportDiagnosticLogs();
     /// Writes the export, and logs a failure.
     std::expected<void, std::error_code> exportDiagnosticLogs(const std::filesystem::path& destination);
+    /// Logs that stored preferences could not be read, and tells the user the sentence about them.
+    void reportPreferencesProblem(const std::string& sentence);
     /// False where there is nothing to check: no feed is configured, and a package manager updates programs.
     bool offersUpdateCheck() const;
     void checkForUpdates();
@@ -189,6 +191,7 @@ private:
 
     // Settings and commands
     void saveSettings();
+    void exportTo(const SaveChoice& choice);
     void showExportSuccess(const std::filesystem::path& destination);
     void surveyHardware();
     void finishHardwareCheck(std::optional<HeatSources> sources);

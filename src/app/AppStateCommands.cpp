@@ -12,6 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto exportSuccessIsShownFor = 2500ms;
+constexpr const char* exportTitle = "Export Diagnostic Logs";
 
 constexpr Wording loginItemEnabled{"Launch at Login enabled", "Start at Login enabled"};
 constexpr Wording loginItemDisabled{"Launch at Login disabled", "Start at Login disabled"};
@@ -97,17 +98,39 @@ void AppState::exportDiagnosticLogs() {
     if (!*published_.diagnosticLogsEnabled || environment_.desktop == nullptr) {
         return;
     }
-    const SavePanel panel{.title = "Export Diagnostic Logs",
+    const SavePanel panel{.title = exportTitle,
                           .proposedFileName =
                               diagnosticLogService_.exportFileName(environment_.machine.clock.now()),
                           .fileNameExtension = "json"};
-    environment_.desktop->chooseSaveLocation(
-        panel, [this, life = std::weak_ptr(life_)](const std::optional<std::filesystem::path>& destination) {
-            if (!life.expired() && destination) {
-                // A failure is logged; the user sees no success mark.
-                [[maybe_unused]] const auto result = exportDiagnosticLogs(*destination);
-            }
-        });
+    environment_.desktop->chooseSaveLocation(panel,
+                                             [this, life = std::weak_ptr(life_)](const SaveChoice& choice) {
+                                                 if (!life.expired()) {
+                                                     exportTo(choice);
+                                                 }
+                                             });
+}
+
+void AppState::exportTo(const SaveChoice& choice) {
+    auto& desktop = *environment_.desktop;
+    if (!choice.problem.empty()) {
+        desktop.tell(exportTitle, choice.problem);
+    }
+    if (!choice.place) {
+        return;
+    }
+    const auto place = choice.place->string();
+    if (const auto result = exportDiagnosticLogs(*choice.place); !result) {
+        desktop.tell(exportTitle, place + " cannot be written: " + result.error().message() + ".");
+    } else if (!choice.isChosenByUser) {
+        desktop.tell(exportTitle, "This desktop has no save panel. The file is " + place + ".");
+    }
+}
+
+void AppState::reportPreferencesProblem(const std::string& sentence) {
+    log(DiagnosticLogLevel::error, DiagnosticLogCategory::settings, "Stored preferences could not be read");
+    if (environment_.desktop != nullptr) {
+        environment_.desktop->tell("Preferences", sentence);
+    }
 }
 
 std::expected<void, std::error_code>

@@ -38,6 +38,13 @@ CommandResult whileNoAgentRuns(const std::function<void()>& action) {
     return {};
 }
 
+/// What the command had to do with it was done as well as it could be.
+void complainAbout(PropertyListUserDefaults& defaults) {
+    if (const auto problem = defaults.takeProblem()) {
+        complain(*problem);
+    }
+}
+
 ExitStatus exitStatusOf(const PageResult& result) {
     if (!result) {
         complain(result.error());
@@ -47,8 +54,7 @@ ExitStatus exitStatusOf(const PageResult& result) {
 }
 
 /// Has the agent write what it holds. False without one, and where it cannot.
-bool saveHistory() {
-    auto agent = AgentClient::find();
+bool saveHistory(std::optional<AgentClient>& agent) {
     if (!agent) {
         return false;
     }
@@ -61,8 +67,8 @@ bool saveHistory() {
 
 } // namespace
 
-ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
-    const bool isHistorySaved = arguments.command == Command::history && saveHistory();
+ExitStatus showStoredThings(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
+    const bool isHistorySaved = arguments.command == Command::history && saveHistory(agent);
     PosixFileSystem files;
     PropertyListUserDefaults defaults(PropertyListUserDefaults::defaultFile(), files);
     const linux_platform::LinuxSystemValues systemValues;
@@ -83,10 +89,11 @@ ExitStatus showStoredThings(const Arguments& arguments, Output& output) {
                           .operatingSystem = linux_platform::operatingSystem,
                           .operatingSystemVersion = linux_platform::operatingSystemVersion(),
                           .architecture = std::string(builtArchitecture())}};
-    if (arguments.command == Command::history) {
-        return exitStatus(showHistory(environment, arguments.format, isHistorySaved));
-    }
-    return exitStatus(exportDiagnostics(environment, arguments.operands.front()));
+    const auto status = arguments.command == Command::history
+                            ? exitStatus(showHistory(environment, arguments.format, isHistorySaved))
+                            : exitStatus(exportDiagnostics(environment, arguments.operands.front()));
+    complainAbout(defaults);
+    return status;
 }
 
 ExitStatus steer(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
@@ -107,11 +114,16 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
         return exitStatus(resumeAgent(environment));
     case Command::quit:
         return exitStatus(quitAgent(environment));
-    case Command::acceptTerms:
-        return exitStatusOf(acceptTerms(environment));
     default:
-        return exitStatusOf(settings(environment, arguments));
+        break;
     }
+    const auto status =
+        exitStatusOf(arguments.command == Command::acceptTerms ? acceptTerms(environment)
+                                                               : settings(environment, arguments));
+    if (!agent) { // else the agent's own copy counts
+        complainAbout(defaults);
+    }
+    return status;
 }
 
 } // namespace cindertop::cli

@@ -54,15 +54,14 @@ ExitStatus carryOut(const Arguments& arguments, Output& output) {
         return replayScenario(arguments, output);
     case Command::record:
         return recordMachine(arguments);
-    case Command::history:
-    case Command::exportDiagnostics:
-        noteUnreachableAgent(arguments, AgentClient::find());
-        return showStoredThings(arguments, output);
     default:
         break;
     }
     auto agent = AgentClient::find();
     noteUnreachableAgent(arguments, agent);
+    if (arguments.command == Command::history || arguments.command == Command::exportDiagnostics) {
+        return showStoredThings(arguments, output, agent);
+    }
     const bool isShown = arguments.command == Command::status || arguments.command == Command::watch ||
                          arguments.command == Command::offenders;
     return isShown ? showMachine(arguments, output, agent) : steer(arguments, output, agent);

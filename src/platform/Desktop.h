@@ -21,18 +21,29 @@ struct SavePanel {
     bool operator==(const SavePanel&) const = default;
 };
 
+/// What came of asking where to save.
+struct SaveChoice {
+    std::optional<std::filesystem::path> place; ///< none when the user chose no place, or one out of reach
+    bool isChosenByUser = true;                 ///< else nobody could be asked, and the user is to be told
+    std::string problem{};                      ///< a sentence about a place out of reach
+
+    bool operator==(const SaveChoice&) const = default;
+};
+
 /// The user's desktop. Main thread.
 class Desktop {
 public:
-    using SaveCompletion = std::function<void(std::optional<std::filesystem::path>)>;
+    using SaveCompletion = std::function<void(const SaveChoice&)>;
 
     virtual ~Desktop() = default;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
     /// Brings the program's windows to the front.
     virtual void activate() = 0;
-    /// Asks the user where to save; absent when the user chose no place. Completes on the main thread,
-    /// exactly once unless the desktop is destroyed first.
+    /// Asks the user where to save. Completes on the main thread, exactly once unless the desktop is
+    /// destroyed first.
     virtual void chooseSaveLocation(const SavePanel& panel, SaveCompletion completion) = 0;
+    /// Tells the user a sentence, outside of any window.
+    virtual void tell(const std::string& title, const std::string& sentence) = 0;
     /// Opens a page in the user's browser.
     virtual void openPage(const std::string& address) = 0;
 };

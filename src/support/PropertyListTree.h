@@ -17,7 +17,7 @@ struct PropertyListSpan {
 };
 
 /// One value of a property list. All of them stand in one row, each dictionary and array before what it
-/// holds: a long history has ten thousand, and they are read every few seconds.
+/// holds: a long history has ten thousand, and the terminal reads them while one waits.
 struct PropertyListItem {
     PropertyListSpan key;  ///< in a dictionary
     PropertyListSpan text; ///< of a number, string, date or data, without markup

@@ -6,8 +6,8 @@
 
 namespace cindertop::ui {
 
-ProgramDesktop::ProgramDesktop(ProgramWindows& windows, SaveChooser chooser)
-    : windows_(windows), chooser_(std::move(chooser)) {}
+ProgramDesktop::ProgramDesktop(ProgramWindows& windows, SaveChooser chooser, Speaker speaker)
+    : windows_(windows), chooser_(std::move(chooser)), speaker_(std::move(speaker)) {}
 
 void ProgramDesktop::setActivationPolicy(ActivationPolicy policy) {
     windows_.setTaskBarEntry(policy == ActivationPolicy::regular);
@@ -19,6 +19,10 @@ void ProgramDesktop::activate() {
 
 void ProgramDesktop::chooseSaveLocation(const SavePanel& panel, SaveCompletion completion) {
     chooser_(panel, std::move(completion));
+}
+
+void ProgramDesktop::tell(const std::string& title, const std::string& sentence) {
+    speaker_(title, sentence);
 }
 
 void ProgramDesktop::openPage(const std::string& address) {

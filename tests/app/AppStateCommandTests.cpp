@@ -171,6 +171,34 @@ TEST(AppStateCommands, LogsAnExportThatFails) {
     EXPECT_TRUE(program.events.back().metadata.contains("error"));
 }
 
+TEST(AppStateCommands, TellsWhereAnExportIsOnceItIs) {
+    struct Case {
+        SaveChoice choice;
+        std::string sentence; ///< how it begins
+        bool isSaved;
+    };
+
+    for (const auto& [choice, sentence, isSaved] : std::vector<Case>{
+             {{.place = "/asked.json"}, "", true},
+             {{.place = "/free.json", .isChosenByUser = false},
+              "This desktop has no save panel. The file is /free.json.",
+              true},
+             {{.place = "/no/such.json", .isChosenByUser = false},
+              "/no/such.json cannot be written: No such",
+              false},
+             {{.place = "/no/such.json"}, "/no/such.json cannot be written: No such", false},
+             {{.place = {}, .problem = "It is elsewhere."}, "It is elsewhere.", false},
+             {{}, "", false},
+         }) {
+        FakeProgram program;
+        program.start().exportDiagnosticLogs();
+        program.desktop.answerWith(choice);
+        EXPECT_EQ(*program.published().diagnosticExportSucceeded, isSaved) << sentence;
+        EXPECT_EQ(program.desktop.sentences.size(), sentence.empty() ? 0U : 1U);
+        EXPECT_TRUE(sentence.empty() || program.desktop.sentences.at(0).starts_with(sentence));
+    }
+}
+
 class FakeUpdateService final : public UpdateService {
 public:
     bool configured = true;

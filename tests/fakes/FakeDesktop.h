@@ -13,6 +13,7 @@ public:
     std::vector<ActivationPolicy> policies;
     std::vector<SavePanel> panels;
     std::vector<std::string> pages;
+    std::vector<std::string> sentences; ///< that the user was told
     int activations = 0;
 
     void setActivationPolicy(ActivationPolicy policy) override { policies.push_back(policy); }
@@ -24,12 +25,18 @@ public:
         completion_ = std::move(completion);
     }
 
+    void tell(const std::string& /*title*/, const std::string& sentence) override {
+        sentences.push_back(sentence);
+    }
+
     void openPage(const std::string& address) override { pages.push_back(address); }
 
     /// What the user chose in the latest panel.
     void answer(const std::optional<std::filesystem::path>& destination) {
-        std::exchange(completion_, nullptr)(destination);
+        answerWith({.place = destination});
     }
+
+    void answerWith(const SaveChoice& choice) { std::exchange(completion_, nullptr)(choice); }
 
 private:
     SaveCompletion completion_;

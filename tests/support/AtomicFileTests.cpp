@@ -7,10 +7,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstddef>
 #include <string>
 #include <tuple>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -165,6 +171,47 @@ TEST_F(AtomicFile, LeavesForeignFilesAlone) {
     EXPECT_EQ(modeOf(file), 0600U);
     files.fail(Call::openForReplacing, std::errc::device_or_resource_busy);
     EXPECT_EQ(replace("newest"), std::unexpected(std::errc::device_or_resource_busy));
+}
+
+/// From now on this process's calls answer as on a file system that knows no locks, modes or waiting.
+bool loseWhatNotEveryFileSystemKnows() {
+    const auto refuse = [](unsigned call, unsigned error) {
+        return std::array{sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1),
+                          sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error)};
+    };
+    const auto lock = refuse(SYS_flock, ENOLCK);
+    const auto mode = refuse(SYS_fchmod, EPERM);
+    const auto sync = refuse(SYS_fsync, EINVAL);
+    std::array filters{sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                       lock[0],
+                       lock[1],
+                       mode[0],
+                       mode[1],
+                       sync[0],
+                       sync[1],
+                       sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog program{.len = filters.size(), .filter = filters.data()};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+TEST_F(AtomicFile, WritesWhereTheFileSystemKnowsNoLocksOrModes) {
+    ASSERT_TRUE(replace("old"));
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr int notFiltered = 2;
+        if (!loseWhatNotEveryFileSystemKnows()) {
+            ::_exit(notFiltered);
+        }
+        const bool isWritten = replace("new") && replace("newer");
+        files.fail(Call::write, std::errc::no_space_on_device);
+        ::_exit(isWritten && !replace("newest") ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(textOf(file), "newer");
+    EXPECT_EQ(entriesOf(folder.path()), 1U) << "no litter";
 }
 
 /// Writes long texts of one letter over and over, as another process.

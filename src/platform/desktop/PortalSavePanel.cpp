@@ -9,7 +9,6 @@
 #include <QRandomGenerator>
 #include <QStringList>
 #include <QUrl>
-#include <optional>
 #include <utility>
 
 namespace cindertop::desktop {
@@ -83,18 +82,19 @@ QDBusMessage saveFileCall(const SavePanel& panel, const QString& token) {
     return call;
 }
 
-std::optional<std::filesystem::path> placeOf(uint response, const QVariantMap& results,
-                                             const SavePanel& panel) {
+/// The very name that was chosen: the panel has asked whether the file of that name may be replaced.
+SaveChoice choiceOf(uint response, const QVariantMap& results) {
     const auto chosen = results.value("uris").toStringList();
-    if (response != PortalRequest::succeeded || chosen.isEmpty() || !QUrl(chosen.front()).isLocalFile()) {
-        return std::nullopt;
+    if (response != PortalRequest::succeeded || chosen.isEmpty()) {
+        return {};
     }
-    std::filesystem::path place = QUrl(chosen.front()).toLocalFile().toStdString();
-    const auto extension = "." + panel.fileNameExtension;
-    if (place.extension() != extension) {
-        place += extension;
+    const QUrl address(chosen.front());
+    if (!address.isLocalFile()) {
+        return {.place = std::nullopt,
+                .problem = "Only files of this machine can be written, and " +
+                           address.toDisplayString().toStdString() + " is elsewhere."};
     }
-    return place;
+    return {.place = address.toLocalFile().toStdString()};
 }
 
 } // namespace
@@ -109,7 +109,7 @@ void PortalSavePanel::useBus(const QDBusConnection& bus) {
     calls_.useBus(bus);
     for (auto& [number, open] : std::exchange(pending_, {})) {
         open.request.reset();
-        open.completion(std::nullopt);
+        open.completion(SaveChoice());
     }
 }
 
@@ -118,8 +118,8 @@ void PortalSavePanel::choose(const SavePanel& panel, Completion completion) {
     const auto token = freshToken();
     auto request = std::make_unique<PortalRequest>(bus_, token);
     QObject::connect(request.get(), &PortalRequest::answered, request.get(),
-                     [this, number, panel](uint response, const QVariantMap& results) {
-                         finish(number, placeOf(response, results, panel));
+                     [this, number](uint response, const QVariantMap& results) {
+                         finish(number, choiceOf(response, results));
                      });
     pending_[number] = {panel, std::move(completion), std::move(request)};
     calls_.send(saveFileCall(panel, token),
@@ -142,11 +142,11 @@ void PortalSavePanel::takeHandle(std::uint64_t number, const BusCalls::Result& r
     otherwise_(unasked.mapped().panel, std::move(unasked.mapped().completion));
 }
 
-void PortalSavePanel::finish(std::uint64_t number, std::optional<std::filesystem::path> place) {
+void PortalSavePanel::finish(std::uint64_t number, const SaveChoice& choice) {
     auto answered = pending_.extract(number);
     if (answered) {
         answered.mapped().request.release()->deleteLater(); // it is the sender of this signal
-        answered.mapped().completion(std::move(place));
+        answered.mapped().completion(choice);
     }
 }
 

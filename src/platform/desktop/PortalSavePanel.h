@@ -31,7 +31,7 @@ public:
     void useBus(const QDBusConnection& bus);
 
     /// Completes exactly once, never within the call, when the user has chosen or left, or the portal has
-    /// ended; never once this object is gone. The place has the panel's extension.
+    /// ended; never once this object is gone.
     void choose(const SavePanel& panel, Completion completion);
 
 private:
@@ -42,7 +42,7 @@ private:
     };
 
     void takeHandle(std::uint64_t number, const BusCalls::Result& result);
-    void finish(std::uint64_t number, std::optional<std::filesystem::path> place);
+    void finish(std::uint64_t number, const SaveChoice& choice);
 
     QDBusConnection bus_;
     Fallback otherwise_;

@@ -1,10 +1,14 @@
 #include "platform/linux/PropertyListUserDefaults.h"
 
 #include "support/AtomicFile.h"
+#include "support/DateText.h"
+#include "support/PropertyListSalvage.h"
 #include "support/PropertyListText.h"
 #include "support/UserFolders.h"
 
+#include <chrono>
 #include <cmath>
+#include <system_error>
 #include <type_traits>
 #include <utility>
 
@@ -38,7 +42,24 @@ std::filesystem::path PropertyListUserDefaults::defaultFile() {
 }
 
 PropertyListUserDefaults::PropertyListUserDefaults(std::filesystem::path file, FileSystem& files)
-    : file_(std::move(file)), files_(files), values_(storedDictionary().value_or(Dictionary{})) {}
+    : file_(std::move(file)), files_(files) {
+    auto stored = storedDictionary();
+    if (stored) {
+        values_ = std::move(*stored);
+        return;
+    }
+    const auto& lack = stored.error();
+    values_ = lack.salvaged;
+    isBlind_ = lack.absence == Absence::unreadable;
+    if (isBlind_) {
+        problem_ =
+            "the preferences cannot be read, so the defaults count and no change is kept: " + file_.string() +
+            ": " + lack.reason;
+    } else if (lack.absence == Absence::broken) {
+        problem_ = "the preferences cannot all be read, and what can be read counts: " + file_.string() +
+                   ": " + lack.reason;
+    }
+}
 
 PropertyListUserDefaults::~PropertyListUserDefaults() {
     if (!unstored_.empty()) {
@@ -76,28 +97,76 @@ void PropertyListUserDefaults::apply(std::span<const UserDefaultsChange> changes
         }
     }
     const auto stored = storedDictionary();
-    Dictionary changed = stored.value_or(values_); // a broken file is replaced by what is known
-    for (const auto& [key, value] : unstored_) {
-        if (value) {
-            changed.insert_or_assign(key, *value);
-        } else {
-            changed.erase(key);
-        }
-    }
-    values_ = std::move(changed);
-    if (stored.value_or(Dictionary{}) == values_ || store(values_)) {
+    values_ = changed(stored && !isBlind_ ? *stored : values_); // a missing or broken file gets what is known
+    if (isBlind_ || (stored.value_or(Dictionary{}) == values_ && !isBroken(stored))) {
+        unstored_.clear();
+    } else if (canReplace(stored) && store(values_)) {
         unstored_.clear();
     }
 }
 
-std::optional<PropertyListUserDefaults::Dictionary> PropertyListUserDefaults::storedDictionary() const {
-    auto text = wholeFile(files_, file_, propertyListSizeLimit);
-    if (!text) {
-        return std::nullopt;
+std::optional<std::string> PropertyListUserDefaults::takeProblem() {
+    const std::scoped_lock lock(mutex_);
+    return std::exchange(problem_, std::nullopt);
+}
+
+PropertyListUserDefaults::Dictionary PropertyListUserDefaults::changed(Dictionary values) const {
+    for (const auto& [key, value] : unstored_) {
+        if (value) {
+            values.insert_or_assign(key, *value);
+        } else {
+            values.erase(key);
+        }
     }
-    auto tree = parsePropertyList(*std::move(text));
-    auto* const dictionary = tree ? std::get_if<Dictionary>(&tree->value) : nullptr;
-    return dictionary == nullptr ? std::nullopt : std::optional(std::move(*dictionary));
+    return values;
+}
+
+std::expected<PropertyListUserDefaults::Dictionary, PropertyListUserDefaults::Lack>
+PropertyListUserDefaults::storedDictionary() const {
+    const auto text = wholeFile(files_, file_, propertyListSizeLimit);
+    if (!text) {
+        const bool isMissing = text.error() == std::errc::no_such_file_or_directory ||
+                               text.error() == std::errc::not_a_directory;
+        const bool isTooLarge = text.error() == std::errc::file_too_large;
+        return std::unexpected(Lack{.absence = isMissing    ? Absence::missing
+                                               : isTooLarge ? Absence::broken
+                                                            : Absence::unreadable,
+                                    .reason = std::make_error_code(text.error()).message()});
+    }
+    auto tree = parsePropertyList(*text);
+    if (auto* const dictionary = tree ? std::get_if<Dictionary>(&tree->value) : nullptr) {
+        return std::move(*dictionary);
+    }
+    return std::unexpected(Lack{.absence = Absence::broken,
+                                .reason = tree ? "it is no dictionary" : tree.error().what(),
+                                .salvaged = salvagedPropertyListEntries(*text)});
+}
+
+bool PropertyListUserDefaults::isBroken(const std::expected<Dictionary, Lack>& stored) {
+    return !stored && stored.error().absence == Absence::broken;
+}
+
+/// Makes room for what a broken file held; what cannot be read now may be whole.
+bool PropertyListUserDefaults::canReplace(const std::expected<Dictionary, Lack>& stored) {
+    if (stored || stored.error().absence == Absence::missing) {
+        return true;
+    }
+    const auto& reason = stored.error().reason;
+    if (!isBroken(stored)) {
+        problem_ = "the preferences cannot be read, so the change is not kept yet: " + file_.string() + ": " +
+                   reason;
+        return false;
+    }
+    auto date = utcText(std::chrono::system_clock::now());
+    std::erase(date, ':'); // not every file system has it in names
+    auto aside = file_;
+    aside += ".broken-" + date;
+    if (!files_.rename(file_, aside)) {
+        return false;
+    }
+    problem_ = "the preferences could not all be read (" + reason +
+               "); what could be read counts, and the file as it was is kept: " + aside.string();
+    return true;
 }
 
 bool PropertyListUserDefaults::store(const Dictionary& dictionary) {

@@ -4,6 +4,8 @@
 #include "support/FileSystem.h"
 #include "support/PropertyListValue.h"
 
+#include <cstdint>
+#include <expected>
 #include <filesystem>
 #include <map>
 #include <mutex>
@@ -13,14 +15,16 @@
 namespace cindertop::linux_platform {
 
 /// The user's defaults in one property-list file, for people to read and edit. Keys that this program does
-/// not know stay in the file, also those that another process adds meanwhile. A file that is missing, broken
-/// or no dictionary counts as empty, and the next change replaces it.
+/// not know stay in the file, also those that another process adds meanwhile. A file that is missing is new.
+/// One that is broken or no dictionary is put aside at the next change, under a name with the date; what can
+/// be read of its entries counts. One that cannot be read is never replaced.
 class PropertyListUserDefaults final : public UserDefaults {
 public:
     /// `preferences.plist` in the user's configuration folder.
     static std::filesystem::path defaultFile();
 
-    /// Reads the file.
+    /// Reads the file. One that cannot be read then counts as empty for as long as this object lives, and its
+    /// changes are not stored: nobody knows what they would replace.
     PropertyListUserDefaults(std::filesystem::path file, FileSystem& files);
     /// Tries once more to write what could not be written.
     ~PropertyListUserDefaults() override;
@@ -32,19 +36,36 @@ public:
     /// texts.
     void apply(std::span<const UserDefaultsChange> changes) override;
 
+    /// One sentence about a file that could not be read or was put aside, the latest, and only once.
+    std::optional<std::string> takeProblem();
+
 private:
     using Dictionary = PropertyListValue::Dictionary;
     using Changes = std::map<std::string, std::optional<PropertyListValue>>;
 
+    /// Why there is no dictionary.
+    enum class Absence : std::uint8_t { missing, unreadable, broken };
+
+    struct Lack {
+        Absence absence;
+        std::string reason;
+        Dictionary salvaged{}; ///< of a broken one
+    };
+
     static bool canBeStored(const UserDefaultsChange& change);
-    std::optional<Dictionary> storedDictionary() const;
+    std::expected<Dictionary, Lack> storedDictionary() const;
+    static bool isBroken(const std::expected<Dictionary, Lack>& stored);
+    bool canReplace(const std::expected<Dictionary, Lack>& stored);
+    Dictionary changed(Dictionary values) const;
     bool store(const Dictionary& dictionary);
 
     std::filesystem::path file_;
     FileSystem& files_;
     mutable std::mutex mutex_;
-    Dictionary values_; ///< as they count for this process
-    Changes unstored_;  ///< what could not be written so far
+    Dictionary values_;    ///< as they count for this process
+    Changes unstored_;     ///< what could not be written so far
+    bool isBlind_ = false; ///< the file could not be read at the start
+    std::optional<std::string> problem_;
     Registration registered_;
 };
 

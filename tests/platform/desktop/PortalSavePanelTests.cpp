@@ -84,7 +84,7 @@ protected:
         panel = std::make_unique<PortalSavePanel>(
             QDBusConnection::connectToBus(QString::fromStdString(daemon.address()), "client"), clock,
             [](const SavePanel& shown, const Desktop::SaveCompletion& completion) {
-                completion("/otherwise/" + shown.proposedFileName);
+                completion({.place = "/otherwise/" + shown.proposedFileName});
             });
     }
 
@@ -95,7 +95,9 @@ protected:
 
     void choose() {
         panel->choose({.title = "Export", .proposedFileName = "a.json", .fileNameExtension = "json"},
-                      [this](const auto& place) { places.push_back(place.value_or("nowhere").string()); });
+                      [this](const auto& choice) {
+                          places.push_back(choice.place.value_or("nowhere").string() + choice.problem);
+                      });
     }
 
     void await(std::size_t count) {
@@ -121,8 +123,12 @@ TEST_F(PortalSavePanelTest, GivesTheChosenPlace) {
          std::to_array<std::tuple<bool, uint, QStringList, std::string>>({
              {false, 0, chosen, "/home/a b/x.json"},
              {true, 0, chosen, "/home/a b/x.json"},
-             {false, 0, {"file:///home/x"}, "/home/x.json"},
-             {false, 0, {"https://elsewhere.test/x.json"}, "nowhere"},
+             {false, 0, {"file:///home/x"}, "/home/x"}, // the panel has asked about no other file
+             {false,
+              0,
+              {"sftp://elsewhere.test/x.json"},
+              "nowhereOnly files of this machine can be written, and sftp://elsewhere.test/x.json is "
+              "elsewhere."},
              {false, 0, {}, "nowhere"},
              {false, 1, chosen, "nowhere"},
          })) {

@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <string>
+#include <system_error>
+#include <vector>
 
 namespace cindertop::linux_platform {
 namespace {
@@ -28,6 +31,16 @@ protected:
         std::filesystem::copy_file(std::filesystem::path(CINDERTOP_FIXTURES) / "persistence/preferences" /
                                        fixture,
                                    file, std::filesystem::copy_options::overwrite_existing);
+    }
+
+    std::vector<std::filesystem::path> filesAside() const {
+        std::vector<std::filesystem::path> found;
+        for (const auto& entry : std::filesystem::directory_iterator(file.parent_path())) {
+            if (entry.path().filename().string().contains(".broken-20")) {
+                found.push_back(entry.path());
+            }
+        }
+        return found;
     }
 
     PropertyListValue::Dictionary stored() {
@@ -95,14 +108,82 @@ TEST_F(PropertyListUserDefaultsTest, WritesOnceSyncedAndOnlyWhenSomethingChanged
     EXPECT_EQ(std::ranges::count(files.calls, Call::rename), 1);
 }
 
-TEST_F(PropertyListUserDefaultsTest, TakesABrokenFileAsEmpty) {
+TEST_F(PropertyListUserDefaultsTest, PutsABrokenFileAside) {
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(CINDERTOP_FIXTURES) /
                                                                  "persistence/preferences/broken")) {
         place("broken" / entry.path().filename());
         PropertyListUserDefaults defaults(file, files);
-        EXPECT_EQ(defaults.value("cindertop.app.show-dock-icon"), std::nullopt) << entry.path();
+        EXPECT_TRUE(defaults.takeProblem().value_or("").contains(file.string())) << entry.path();
         defaults.set("a", true);
-        EXPECT_EQ(stored(), (PropertyListValue::Dictionary{{"a", {true}}})) << entry.path();
+        EXPECT_EQ(stored().at("a"), PropertyListValue{true}) << entry.path();
+        const auto asides = filesAside();
+        ASSERT_EQ(asides.size(), 1U) << entry.path();
+        EXPECT_EQ(fakes::textOf(asides[0]), fakes::textOf(entry.path()));
+        EXPECT_TRUE(defaults.takeProblem().value_or("").contains(asides[0].string())) << entry.path();
+        EXPECT_EQ(defaults.takeProblem(), std::nullopt);
+        std::filesystem::remove(asides[0]);
+    }
+}
+
+TEST_F(PropertyListUserDefaultsTest, LosesOnlyTheEntryWithTheWrongTag) {
+    std::filesystem::create_directories(file.parent_path());
+    fakes::writeText(file, R"(<plist version="1.0"><dict>
+        <key>cindertop.legal.accepted</key><true/>
+        <key>cindertop.history.duration-minutes</key><integer>90</integr>
+        <!-- <key>cindertop.notifications.enabled</key><true/> -->
+        <key>cindertop.diagnostics.support-id</key> <string>A &amp; B</string>
+        <key>cindertop.app.show-dock-icon</key></true>
+        <key>list</key><array><string>x</string></array>
+        <key>cindertop.history.enabled</key><false/></dict>)");
+    PropertyListUserDefaults defaults(file, files);
+    const auto known = [](const UserDefaults& of) {
+        return std::array{
+            of.value("cindertop.legal.accepted"),        of.value("cindertop.history.duration-minutes"),
+            of.value("cindertop.notifications.enabled"), of.value("cindertop.diagnostics.support-id"),
+            of.value("cindertop.app.show-dock-icon"),    of.value("cindertop.history.enabled")};
+    };
+    const std::array<std::optional<PropertyValue>, 6> expected{true, {}, {}, "A & B"s, {}, false};
+    EXPECT_EQ(known(defaults), expected);
+    EXPECT_TRUE(filesAside().empty()) << "a look changes nothing";
+    defaults.set("a", true);
+    EXPECT_EQ(known(PropertyListUserDefaults(file, files)), expected);
+    EXPECT_TRUE(stored().contains("list"));
+    fakes::writeText(file, "broken meanwhile");
+    defaults.set("b", true);
+    EXPECT_EQ(known(PropertyListUserDefaults(file, files)), expected) << "it knew them";
+    files.fail(Call::rename, std::errc::permission_denied);
+    fakes::writeText(file, "broken again");
+    defaults.set("c", true);
+    EXPECT_EQ(fakes::textOf(file), "broken again") << "it cannot be put aside, so it stays";
+}
+
+TEST_F(PropertyListUserDefaultsTest, NeverReplacesWhatItCannotRead) {
+    using enum std::errc;
+    for (const auto call : {Call::openForReading, Call::read}) {
+        for (const auto error : {io_error, permission_denied, too_many_files_open}) {
+            place("good/current.plist");
+            const auto before = fakes::textOf(file);
+            {
+                files.fail(call, error);
+                PropertyListUserDefaults defaults(file, files);
+                EXPECT_EQ(defaults.value("cindertop.legal.accepted"), std::nullopt);
+                EXPECT_TRUE(
+                    defaults.takeProblem().value_or("").contains(std::make_error_code(error).message()));
+                defaults.set("a", true);
+                files.repair(); // what it read as empty it must not merge, either
+                defaults.set("b", true);
+                EXPECT_EQ(defaults.value("a"), PropertyValue(true)) << "for this run";
+            }
+            EXPECT_EQ(fakes::textOf(file), before);
+            PropertyListUserDefaults defaults(file, files);
+            files.fail(call, error);
+            defaults.set("c", true);
+            EXPECT_EQ(fakes::textOf(file), before);
+            EXPECT_TRUE(defaults.takeProblem().value_or("").contains(std::make_error_code(error).message()));
+            files.repair();
+            defaults.set("d", true);
+            EXPECT_TRUE(stored().contains("c") && stored().contains("cindertop.legal.accepted"));
+        }
     }
 }
 
