@@ -5,13 +5,16 @@
 #include "support/PosixFileSystem.h"
 #include "support/PropertyListText.h"
 
+#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <random>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -23,8 +26,12 @@ namespace {
 constexpr Instant start{std::chrono::seconds(1'741'000'000)};
 constexpr std::int64_t longestHistory = 400; // seconds; so that the file reaches its full length
 
-ThermalHistoryStore storeOn(const std::filesystem::path& file, FileSystem& files) {
-    return {file, Seconds(longestHistory), Seconds(300), CalendarDays("UTC"), files};
+/// How many samples may be lost, one a second: the file stays small enough to be written every minute.
+const std::int64_t longestLoss = HistoryWriting::pauseAfter(0) / std::chrono::seconds(1);
+
+ThermalHistoryStore storeOn(const std::filesystem::path& file, FileSystem& files, MonotonicClock clock) {
+    return {file,  Seconds(longestHistory),    Seconds(300), CalendarDays("UTC"),
+            files, {.clock = std::move(clock)}};
 }
 
 /// The number-th sample, which is known by its second.
@@ -65,8 +72,9 @@ private:
     PosixFileSystem posix;
     fakes::FaultyFileSystem files(posix);
     files.limitTransfers(64); // writing takes its time, so that many are killed amid it
-    ThermalHistoryStore store = storeOn(file, files);
-    for (std::int64_t number = first;; ++number) {
+    std::int64_t number = first;
+    ThermalHistoryStore store = storeOn(file, files, [&number] { return std::chrono::seconds(number); });
+    for (;; ++number) {
         store.record(sample(number));
         progress.recorded() = number + 1;
     }
@@ -88,7 +96,8 @@ void killAfter(pid_t child, std::int64_t records, unsigned pause, const Progress
     ::waitpid(child, nullptr, 0);
 }
 
-/// Empty when the file holds every sample up to one that the child had returned from or was writing.
+/// Empty when the file holds every sample up to one that was recorded in the latest minute, and all of
+/// before.
 std::string problemWith(const std::filesystem::path& file, std::int64_t recorded, std::int64_t& next) {
     PosixFileSystem files;
     const auto text = wholeFile(files, file, propertyListSizeLimit);
@@ -100,8 +109,9 @@ std::string problemWith(const std::filesystem::path& file, std::int64_t recorded
         return envelope.error().what();
     }
     const auto& samples = envelope->samples;
+    const auto before = next;
     next = samples.empty() ? 0 : (samples.back().measuredAt - start) / std::chrono::seconds(1) + 1;
-    if (next != recorded && next != recorded + 1) {
+    if (next < std::max(before, recorded - longestLoss) || next > recorded + 1) {
         return "recorded " + std::to_string(recorded) + ", found " + std::to_string(next);
     }
     for (std::size_t index = 0; index < samples.size(); ++index) {
@@ -116,6 +126,7 @@ std::string problemWith(const std::filesystem::path& file, std::int64_t recorded
 struct CrashReport {
     int kills = 0;
     int killedAmidWriting = 0; ///< while a replacement stood beside the file
+    std::int64_t lost = 0;     ///< samples, at most in one kill
     std::string problem;       ///< empty when the file always read as its old or its new contents
 };
 
@@ -123,7 +134,7 @@ struct CrashReport {
 CrashReport killRecorders(const std::filesystem::path& file, int times, unsigned seed) {
     const Progress progress;
     std::mt19937 random(seed);
-    std::uniform_int_distribution<unsigned> pause(0, 12'000'000); // a record takes milliseconds
+    std::uniform_int_distribution<unsigned> pause(0, 12'000'000); // a write takes milliseconds
     CrashReport report;
     const auto replacement = file.parent_path() / ("." + file.filename().string() + ".new0");
     std::int64_t next = 0;
@@ -132,13 +143,14 @@ CrashReport killRecorders(const std::filesystem::path& file, int times, unsigned
         if (child == 0) {
             recordForEver(file, next, progress);
         }
-        const auto records = next + 1 + static_cast<std::int64_t>(random() % 4);
+        const auto records = next + 1 + static_cast<std::int64_t>(random() % 200);
         killAfter(child, records, pause(random), progress);
         ++report.kills;
         if (std::filesystem::exists(replacement)) {
             ++report.killedAmidWriting;
         }
         report.problem = problemWith(file, progress.recorded(), next);
+        report.lost = std::max(report.lost, progress.recorded() - next);
         progress.recorded() = next;
     }
     return report;
@@ -158,7 +170,8 @@ int main(int argumentCount, char** arguments) {
     const cindertop::fakes::TemporaryFolder folder;
     const auto report = cindertop::killRecorders(folder / "thermal-history.plist", times, seed);
     std::cout << report.kills << " recorders killed, " << report.killedAmidWriting
-              << " of them while they wrote; seed " << seed << '\n';
+              << " of them while they wrote; at most " << report.lost << " of " << cindertop::longestLoss
+              << " samples lost; seed " << seed << '\n';
     if (!report.problem.empty()) {
         std::cerr << "the file broke: " << report.problem << '\n';
         return EXIT_FAILURE;
