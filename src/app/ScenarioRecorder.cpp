@@ -1,5 +1,6 @@
 #include "app/ScenarioRecorder.h"
 
+#include "app/HardwareProfile.h"
 #include "app/SamplingSchedule.h"
 #include "app/ScenarioText.h"
 #include "app/SnapshotJson.h"
@@ -241,7 +242,7 @@ std::string ScenarioRecorder::machineText() const {
         return machine_.systemValues.text(name).transform(anonymized_);
     };
     JsonObjectText machine;
-    machine.add("modelIdentifier", jsonString(fact("hw.model").value_or("")));
+    machine.add("modelIdentifier", jsonString(fact("hw.model").value_or(std::string(unknownModel))));
     machine.add("cpuBrand", jsonStringOrNull(fact("machdep.cpu.brand_string")));
     // It only says whether there are sensors to read.
     machine.add("architecture", jsonString(machine_.temperatureEvents.isSupported() ? "arm64" : "other"));

@@ -9,7 +9,7 @@ namespace cindertop {
 
 /// One text as people at each kind of machine read it. A text that may differ has both, side by side:
 ///
-///     constexpr Wording title{"Checking this Mac...", "Checking this laptop…"};
+///     constexpr Wording title{"Checking this Mac...", "Checking this laptop..."};
 ///     title.in(machine.operatingSystem)
 class Wording {
 public:

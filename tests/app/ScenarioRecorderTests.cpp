@@ -1,3 +1,4 @@
+#include "app/HardwareProfile.h"
 #include "app/ScenarioRecorder.h"
 #include "app/ScenarioText.h"
 #include "cpu/ProcessOffenderConfiguration.h"
@@ -17,17 +18,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class NoSystemValues final : public SystemValues {
+class ModelOnly final : public SystemValues {
 public:
+    std::optional<std::string> model = "Lap 14";
+
     std::optional<std::string> text(std::string_view name) const override {
-        return name == "hw.model" ? std::optional<std::string>("Lap 14") : std::nullopt;
+        return name == "hw.model" ? model : std::nullopt;
     }
 };
 
 /// A machine of user alice on host penguin, whose processes use their shares of it.
 struct LiveMachine {
     fakes::FakeMachine fakes;
-    NoSystemValues values;
+    ModelOnly values;
     ProcessOffenderConfiguration configuration =
         ProcessOffenderConfiguration::defaultConfiguration(fakes.process);
     ProcessOffenderEngine engine{
@@ -207,6 +210,7 @@ TEST(ScenarioRecorder, TellsTheMachineButNotItsOwner) {
 TEST(ScenarioRecorder, KeepsRefusalsAndNewProcesses) {
     LiveMachine live;
     live.fakes.pressure->registrationStatus = 1;
+    live.values.model.reset();
     ScenarioRecorder recorder(live.recorded(), {});
     recorder.sample();
     EXPECT_EQ(recorder.scenario(), std::nullopt);
@@ -230,6 +234,7 @@ TEST(ScenarioRecorder, KeepsRefusalsAndNewProcesses) {
     const auto scenario = parsed(*recorder.scenario());
     ASSERT_TRUE(scenario);
     ASSERT_EQ(scenario->frames.size(), 4U);
+    EXPECT_EQ(scenario->machine.modelIdentifier, unknownModel); // an empty one would pass for a name
     EXPECT_FALSE(scenario->frames[0].pressure);
     EXPECT_TRUE(scenario->frames[1].load);
     EXPECT_FALSE(scenario->frames[2].load);
