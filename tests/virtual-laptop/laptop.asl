@@ -1,6 +1,6 @@
 /*
  * What a laptop has and QEMU's q35 machine lacks: a thermal zone with trips, a processor that can be throttled in four
- * states, a mains adapter, a battery and a lid. Their readings are bytes in a page of memory that the kernel is told to
+ * states, a second zone whose passive trip cools nothing that the kernel knows, a mains adapter, a battery and a lid. Their readings are bytes in a page of memory that the kernel is told to
  * leave alone (memmap=4K$0x30000000): a script in the guest writes them through /dev/mem, one byte at a time, so that
  * no reader ever sees half of a change.
  */
@@ -10,13 +10,14 @@ DefinitionBlock ("laptop.aml", "SSDT", 2, "CINDER", "LAPTOP", 1)
 
     Scope (\_SB)
     {
-        OperationRegion (RDGS, SystemMemory, 0x30000000, 4)
+        OperationRegion (RDGS, SystemMemory, 0x30000000, 5)
         Field (RDGS, ByteAcc, NoLock, Preserve)
         {
-            DEGC, 8,    // of the zone, in degrees Celsius
+            DEGC, 8,    // of the processor's zone, in degrees Celsius
             CHRG, 8,    // of the battery, in percent
             MAIN, 8,    // 1 while the adapter has power
-            LIDO, 8     // 1 while the lid is open
+            LIDO, 8,    // 1 while the lid is open
+            DEGB, 8     // of the board's zone, in degrees Celsius
         }
 
         Device (ADP1)
@@ -74,6 +75,19 @@ DefinitionBlock ("laptop.aml", "SSDT", 2, "CINDER", "LAPTOP", 1)
             Name (_TC2, 3)
             Name (_TSP, 30)      // between two steps of the governor
             Name (_TZP, 30)      // newer kernels take no zone that is read less often while it throttles
+        }
+
+        // The kernel takes a passive trip only with a list of devices. It has no cooling device for this one.
+        ThermalZone (TZ01)
+        {
+            Method (_TMP) { Return (\_SB.DEGB * 10 + 2732) }
+            Name (_PSV, 3332)    //  60 °C
+            Name (_CRT, 3932)    // 120 °C
+            Name (_PSL, Package () { \_SB.ADP1 })
+            Name (_TC1, 2)
+            Name (_TC2, 3)
+            Name (_TSP, 30)
+            Name (_TZP, 30)
         }
     }
 

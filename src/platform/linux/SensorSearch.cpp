@@ -43,7 +43,7 @@ std::string firstNameIn(const Path& folder) {
 /// "nvme0" or "sda". The link leads to the drive itself, to its PCI function or to its SCSI device.
 std::string driveName(const Path& device) {
     auto name = device.filename().string();
-    if (name.starts_with("nvme")) {
+    if (name.empty() || name.starts_with("nvme")) {
         return name;
     }
     for (const auto* const kind : {"nvme", "block"}) {
@@ -56,7 +56,8 @@ std::string driveName(const Path& device) {
 
 /// A drive that is not known to have no platters may have some: asking it would spin them up.
 bool mayRotate(const Path& device) {
-    return readInteger(device / "block" / firstNameIn(device / "block") / "queue/rotational") != 0;
+    return device.empty() ||
+           readInteger(device / "block" / firstNameIn(device / "block") / "queue/rotational") != 0;
 }
 
 /// Empty for a sensor without a label; none when its label cannot be read and so may say anything.

@@ -31,8 +31,6 @@ constexpr std::array foreignZones{
     std::string_view("tcpu_pci"),
     // batteries
     std::string_view("bat"),
-    std::string_view("macsmc-battery"),
-    std::string_view("macsmc_battery"),
     // Wi-Fi
     std::string_view("iwlwifi"),
     std::string_view("ath"),
@@ -40,11 +38,9 @@ constexpr std::array foreignZones{
     std::string_view("mt79"),
     std::string_view("rtw"),
     std::string_view("brcmf"),
-    std::string_view("wifi"),
-    std::string_view("wlan"),
+    std::string_view("mwifiex"),
     std::string_view("wcn"),
-    // drives
-    std::string_view("nvme"),
+    std::string_view("wcss"),
     // network: adapters, switches, optical modules, modems
     std::string_view("mlx"),
     std::string_view("bnxt"),
@@ -52,9 +48,14 @@ constexpr std::array foreignZones{
     std::string_view("r8169"),
     std::string_view("eth"),
     std::string_view("sfp"),
-    std::string_view("modem"),
     std::string_view("mdm"),
     std::string_view("wwan"),
+};
+
+/// What the types of such zones can contain anywhere.
+constexpr std::array foreignWords{
+    std::string_view("battery"), std::string_view("wifi"), std::string_view("wlan"),
+    std::string_view("modem"),   std::string_view("nvme"),
 };
 
 bool isUsable(const Trip& trip) {
@@ -179,7 +180,7 @@ bool hasMachineTrips(std::string_view zoneType) {
     const auto type = lowerCased(zoneType);
     return std::ranges::none_of(foreignZones,
                                 [&](std::string_view start) { return type.starts_with(start); }) &&
-           !type.contains("battery");
+           std::ranges::none_of(foreignWords, [&](std::string_view word) { return type.contains(word); });
 }
 
 } // namespace cindertop::linux_platform

@@ -141,9 +141,9 @@ TEST(ThermalTrips, CountInZonesOfTheMachineOnly) {
          {"acpitz", "B0D4", "TCPU", "cpu-thermal", "SEN1", "TSKN", "gpu_thermal", "soc-thermal"}) {
         EXPECT_TRUE(hasMachineTrips(type)) << type;
     }
-    for (const auto* const type :
-         {"x86_pkg_temp", "TCPU_PCI", "BAT0", "macsmc-battery", "main-Battery", "iwlwifi_1", "ath10k",
-          "mt7921_phy0", "mt7615_phy0", "nvme", "bnxt", "mlxsw-module1", "eth0", "modem0-thermal"}) {
+    for (const auto* const type : {"x86_pkg_temp", "TCPU_PCI", "BAT0", "macsmc-battery", "main-Battery",
+                                   "iwlwifi_1", "ath10k", "mt7921_phy0", "mt7615_phy0", "nvme", "bnxt",
+                                   "mlxsw-module1", "eth0", "modem0-thermal", "q6-modem", "wlan-thermal"}) {
         EXPECT_FALSE(hasMachineTrips(type)) << type;
     }
 }

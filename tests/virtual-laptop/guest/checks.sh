@@ -13,6 +13,7 @@ set_reading() {
     charge) offset=1 ;;
     mains) offset=2 ;;
     lid) offset=3 ;;
+    board) offset=4 ;;
     esac
     printf '%b' "\\0$(printf %o "$2")" | dd of=/dev/mem bs=1 count=1 seek=$((memory + offset)) conv=notrunc 2>/dev/null
 }
