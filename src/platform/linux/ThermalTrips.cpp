@@ -32,7 +32,6 @@ constexpr std::array foreignZones{
     // batteries
     std::string_view("bat"),
     // Wi-Fi
-    std::string_view("iwlwifi"),
     std::string_view("ath"),
     std::string_view("mt76"),
     std::string_view("mt79"),

@@ -37,13 +37,13 @@ bool slowsProcessors(const std::filesystem::path& cooler) {
 }
 
 /// The trips at which a cooling device slows processors down. A cooling device that is bound to several trips
-/// shows as several.
+/// shows as several; one that is bound to none says -1, which is no trip's number.
 std::set<std::int64_t> boundTrips(const std::filesystem::path& zone, std::span<const std::string> files) {
     std::set<std::int64_t> bound;
     for (const auto& file : files) {
         const auto cooler = numberBetween("cdev", "_trip_point", file);
         const auto trip = cooler ? readInteger(zone / file) : std::nullopt;
-        if (trip && *trip >= 0 && !bound.contains(*trip) &&
+        if (trip && !bound.contains(*trip) &&
             slowsProcessors(linkedFolder(zone / ("cdev" + std::to_string(*cooler))))) {
             bound.insert(*trip);
         }
