@@ -151,8 +151,9 @@ bool agreesAtTerminal(UserDefaults& defaults, int interruption) {
     if (answer == true) {
         storeTermsAccepted(defaults);
     } else if (answer == false) {
-        say(output, "the terms of use are not accepted, so nothing is watched and nothing is kept; "
-                    "\"cindertopctl watch\" looks without keeping anything");
+        say(output,
+            "the terms of use are not accepted, so nothing is watched in the background and nothing is "
+            "kept; \"cindertopctl watch\" looks without keeping anything");
     }
     return answer == true;
 }
