@@ -30,10 +30,12 @@ OptionalText productName(const std::filesystem::path& dmi) {
     return version ? version : nameIn(dmi / "product_name");
 }
 
-/// Some drivers give the board's name where the chip's belongs.
+/// Some drivers give the board's name where the chip's belongs. Firmware that tells the maker by a number
+/// only ("jep106:0426") names no chip.
 OptionalText socName(const std::filesystem::path& soc, const OptionalText& board) {
     const auto machine = nameIn(soc / "machine");
-    return machine && machine != board ? machine : nameIn(soc / "family");
+    const auto name = machine && machine != board ? machine : nameIn(soc / "family");
+    return name && !name->starts_with("jep106:") ? name : std::nullopt;
 }
 
 } // namespace
@@ -54,7 +56,10 @@ LinuxSystemValues::LinuxSystemValues(const Roots& roots) {
     brand_ = appleChipBrand(compatible)
                  .or_else([&] {
                      return readFileHead(roots.proc / "cpuinfo", cpuinfoRoom)
-                         .and_then([](const std::string& text) { return parseProcessorModel(text); });
+                         .and_then([](const std::string& text) {
+                             const bool isWhole = text.size() < cpuinfoRoom; // its last line too
+                             return parseProcessorModel(isWhole ? text + "\n" : text);
+                         });
                  })
                  .or_else([&] { return socName(roots.sys / "devices/soc0", board); })
                  .or_else([&] { return socOfCompatible(compatible); });

@@ -34,32 +34,41 @@ constexpr auto chips = std::to_array<Row>({
     {"apple,t8142", "Apple M5"},
 });
 
-/// In lower case, without the dots and blanks that makers put anywhere.
+/// In lower case and without the punctuation and blanks that makers put anywhere.
 constexpr auto placeholderNames = std::to_array<std::string_view>({
     "allseries",
     "default",
     "defaultstring",
     "empty",
+    "filledbyoem",
     "invalid",
+    "lenovo",
+    "model",
+    "modelname",
     "na",
-    "n/a",
+    "noname",
     "none",
     "notapplicable",
     "notavailable",
     "notdefined",
+    "notset",
     "notspecified",
     "null",
     "oem",
     "oemproduct",
+    "product",
     "productname",
     "producttype",
     "standard",
     "system",
+    "systemmanufacturer",
+    "systemmodel",
     "systemname",
     "systemproduct",
     "systemproductname",
     "systemversion",
     "tbd",
+    "tobefilled",
     "tobefilledbyoem",
     "tobefilledbyoemplease",
     "type1productconfigid",
@@ -72,9 +81,13 @@ constexpr auto placeholderNames = std::to_array<std::string_view>({
     "1234567890",
 });
 
-std::string withoutDotsAndBlanks(std::string_view name) {
+std::string withoutPunctuation(std::string_view name) {
     auto text = lowerCased(name);
-    std::erase_if(text, [](char character) { return character == '.' || character == ' '; });
+    std::erase_if(text, [](char character) {
+        const bool isLetterOrDigit =
+            (character >= 'a' && character <= 'z') || (character >= '0' && character <= '9');
+        return static_cast<unsigned char>(character) < 0x80 && !isLetterOrDigit;
+    });
     return text;
 }
 
@@ -132,7 +145,7 @@ std::optional<std::string> socOfCompatible(const std::vector<std::string>& compa
 }
 
 bool isPlaceholderName(std::string_view name) {
-    const auto text = withoutDotsAndBlanks(name);
+    const auto text = withoutPunctuation(name);
     const bool isOneCharacter =
         std::ranges::all_of(text, [&](char character) { return character == text.front(); });
     return isOneCharacter || std::ranges::find(placeholderNames, text) != placeholderNames.end();

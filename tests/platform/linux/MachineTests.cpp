@@ -106,6 +106,11 @@ TEST(LinuxSystemValues, NamesOtherMachinesByDeviceTreeAndFirmware) {
              {"", "", "Default string", "", std::nullopt},
              {"", "", "Not Applicable", "", std::nullopt},
              {"", "", "........", "", std::nullopt},
+             {"", "", "$(DEFAULT_STRING)", "", std::nullopt},
+             {"", "", "<Not Specified>", "", std::nullopt},
+             {"", "", "System_Product-Name", "", std::nullopt},
+             {"", "", "Product", "", std::nullopt},
+             {"", "LENOVO", "80XL", "Lenovo", "80XL"},
              {"", "", "   ", "", std::nullopt},
          })) {
         const TemporaryTree tree;
@@ -129,9 +134,11 @@ TEST(LinuxSystemValues, NamesArmProcessorsByTheirChip) {
     const auto board = "acme,tablet\0qcom,x1e80100\0"s;
     for (const auto& [cpuinfo, machine, family, compatible, brand] : std::to_array<Case>({
              {"model name\t: Acme X\n", "SC8280XP", "Snapdragon", board, "Acme X"},
+             {"model name\t: Acme Y", "", "", board, "Acme Y"}, // the file's end
              {"CPU part\t: 0xd0b\n", "SC8280XP", "Snapdragon", board, "SC8280XP"},
              {"model name\t: ARMv7 Processor rev 4 (v7l)\n", "", "Tegra", board, "Tegra"},
              {"", "Acme Tablet", "Tegra", board, "Tegra"}, // the board's name is not the chip's
+             {"", "", "jep106:0426", board, "X1E80100"},   // the maker's number
              {"", "", "", board, "X1E80100"},
              {"", "", "", "apple,j314s\0apple,t6000\0apple,arm-platform\0"s, "T6000"},
              {"", "", "", "acme,tablet\0"s, std::nullopt},
