@@ -102,6 +102,7 @@ void PropertyListUserDefaults::apply(std::span<const UserDefaultsChange> changes
         unstored_.clear();
     } else if (canReplace(stored) && store(values_)) {
         unstored_.clear();
+        reported_.clear();
     }
 }
 
@@ -146,27 +147,70 @@ bool PropertyListUserDefaults::isBroken(const std::expected<Dictionary, Lack>& s
     return !stored && stored.error().absence == Absence::broken;
 }
 
-/// Makes room for what a broken file held; what cannot be read now may be whole.
+/// Keeps what a broken file held; what cannot be read now may be whole.
 bool PropertyListUserDefaults::canReplace(const std::expected<Dictionary, Lack>& stored) {
     if (stored || stored.error().absence == Absence::missing) {
         return true;
     }
     const auto& reason = stored.error().reason;
     if (!isBroken(stored)) {
-        problem_ = "the preferences cannot be read, so the change is not kept yet: " + file_.string() + ": " +
-                   reason;
+        report("the preferences cannot be read, so the change is not kept yet: " + file_.string() + ": " +
+               reason);
         return false;
     }
+    if (const auto kept = keepAside(); !kept) {
+        report("the preferences cannot all be read and cannot be put aside, so the change is not kept yet: " +
+               file_.string() + ": " + std::make_error_code(kept.error()).message());
+        return false;
+    }
+    report("the preferences could not all be read (" + reason +
+           "); what could be read counts, and the file as it was is kept: " + aside_.string());
+    return true;
+}
+
+/// Copies the file, so that one stands in its place at every moment. A change that could not be written then
+/// finds the copy when it is tried again.
+FileResult<void> PropertyListUserDefaults::keepAside() {
+    const auto text = wholeFile(files_, file_, propertyListSizeLimit);
+    if (text && !aside_.empty() && wholeFile(files_, aside_, propertyListSizeLimit) == text) {
+        return {};
+    }
+    const auto place = freePlaceAside();
+    if (!place) {
+        return std::unexpected(std::errc::file_exists);
+    }
+    auto kept = text ? replaceFile(files_, *place, *text, Durability::synced)
+                     : files_.rename(file_, *place); // it is too large to be ours
+    if (kept) {
+        aside_ = *place;
+    }
+    return kept;
+}
+
+/// Another file may have been put aside within the same second.
+std::optional<std::filesystem::path> PropertyListUserDefaults::freePlaceAside() const {
+    constexpr int mostInASecond = 100;
     auto date = utcText(std::chrono::system_clock::now());
     std::erase(date, ':'); // not every file system has it in names
-    auto aside = file_;
-    aside += ".broken-" + date;
-    if (!files_.rename(file_, aside)) {
-        return false;
+    for (int number = 1; number <= mostInASecond; ++number) {
+        auto place = file_;
+        place += ".broken-" + date + (number > 1 ? '-' + std::to_string(number) : std::string());
+        const auto there = files_.openForReading(place);
+        if (there) {
+            files_.close(*there);
+        } else if (there.error() == std::errc::no_such_file_or_directory) {
+            return place;
+        }
     }
-    problem_ = "the preferences could not all be read (" + reason +
-               "); what could be read counts, and the file as it was is kept: " + aside.string();
-    return true;
+    return std::nullopt;
+}
+
+/// Every further change would say it again.
+void PropertyListUserDefaults::report(std::string problem) {
+    if (problem != reported_) {
+        reported_ = problem;
+        problem_ = std::move(problem);
+    }
 }
 
 bool PropertyListUserDefaults::store(const Dictionary& dictionary) {

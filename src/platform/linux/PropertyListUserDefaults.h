@@ -16,7 +16,7 @@ namespace cindertop::linux_platform {
 
 /// The user's defaults in one property-list file, for people to read and edit. Keys that this program does
 /// not know stay in the file, also those that another process adds meanwhile. A file that is missing is new.
-/// One that is broken or no dictionary is put aside at the next change, under a name with the date; what can
+/// One that is broken or no dictionary is kept aside at the next change, under a name with the date; what can
 /// be read of its entries counts. One that cannot be read is never replaced.
 class PropertyListUserDefaults final : public UserDefaults {
 public:
@@ -56,6 +56,9 @@ private:
     std::expected<Dictionary, Lack> storedDictionary() const;
     static bool isBroken(const std::expected<Dictionary, Lack>& stored);
     bool canReplace(const std::expected<Dictionary, Lack>& stored);
+    FileResult<void> keepAside();
+    std::optional<std::filesystem::path> freePlaceAside() const;
+    void report(std::string problem);
     Dictionary changed(Dictionary values) const;
     bool store(const Dictionary& dictionary);
 
@@ -66,6 +69,8 @@ private:
     Changes unstored_;     ///< what could not be written so far
     bool isBlind_ = false; ///< the file could not be read at the start
     std::optional<std::string> problem_;
+    std::string reported_;        ///< the latest problem since a change was stored
+    std::filesystem::path aside_; ///< the latest copy of a broken file
     Registration registered_;
 };
 

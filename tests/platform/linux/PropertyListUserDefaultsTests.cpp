@@ -155,6 +155,29 @@ TEST_F(PropertyListUserDefaultsTest, LosesOnlyTheEntryWithTheWrongTag) {
     fakes::writeText(file, "broken again");
     defaults.set("c", true);
     EXPECT_EQ(fakes::textOf(file), "broken again") << "it cannot be put aside, so it stays";
+    EXPECT_TRUE(defaults.takeProblem().value_or("").contains("cannot be put aside"));
+    defaults.set("d", true);
+    EXPECT_EQ(defaults.takeProblem(), std::nullopt) << "it was said";
+    files.repair();
+    defaults.set("e", true);
+    EXPECT_TRUE(stored().contains("c"));
+    EXPECT_EQ(filesAside().size(), 3U) << "within a second, too, none replaces another";
+}
+
+TEST_F(PropertyListUserDefaultsTest, KeepsABrokenFileInItsPlaceUntilThereIsAnother) {
+    std::filesystem::create_directories(file.parent_path());
+    fakes::writeText(file, "broken");
+    {
+        PropertyListUserDefaults defaults(file, files);
+        files.fail(Call::makeFolder, std::errc::no_space_on_device);
+        defaults.set("a", true);
+        EXPECT_EQ(fakes::textOf(file), "broken");
+        defaults.set("b", true);
+        EXPECT_EQ(filesAside().size(), 1U) << "one copy, however often it is tried";
+        files.repair();
+    }
+    EXPECT_TRUE(stored().contains("a") && stored().contains("b"));
+    EXPECT_EQ(filesAside().size(), 1U);
 }
 
 TEST_F(PropertyListUserDefaultsTest, NeverReplacesWhatItCannotRead) {
