@@ -46,6 +46,11 @@ void AppState::start() {
 
 AppState::~AppState() {
     environment_.executor.stop();
+    if (!*published_
+              .historyEnabled) { // it may have been switched off just now, and the clearing been dropped
+        thermalHistoryStore_.clear();
+        return;
+    }
     // What cannot be written now has nowhere else to go.
     [[maybe_unused]] const auto saved = attempt([this] { return thermalHistoryStore_.save(); });
 }

@@ -115,7 +115,11 @@ void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderI
 
 void AppState::refreshProcessOffendersNow() {
     if (isMonitoringPermitted() && !*published_.isPaused && *published_.showProcessOffenders) {
-        environment_.executor.post([this] { sampleProcessOffenders(std::nullopt, [] {}); });
+        environment_.executor.post([this, stops = stops_] {
+            if (stops == stops_) {
+                sampleProcessOffenders(std::nullopt, [] {});
+            }
+        });
     }
 }
 

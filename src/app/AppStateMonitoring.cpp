@@ -175,7 +175,9 @@ void AppState::publishReadings(const TickPointer& tick) {
         return;
     }
     published_.systemContextSnapshot.set(tick->context());
-    refreshProcessOffenders(tick);
+    if (isCurrent(*tick)) {
+        refreshProcessOffenders(tick);
+    }
 }
 
 void AppState::completeTick(const Tick& tick) {

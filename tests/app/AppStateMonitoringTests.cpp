@@ -229,6 +229,10 @@ TEST(AppStateMonitoring, AStopAndTheEndSaveTheHistory) {
     program.pass(1s);
     program.state.reset();
     EXPECT_EQ(saved(), 5U);
+    program.executor = {};
+    program.start().setHistoryEnabled(false);
+    program.state.reset();
+    EXPECT_FALSE(program.exists(FakeProgram::historyFile)) << "switched off just before the end";
 }
 
 TEST(AppStateMonitoring, RefreshesOffendersOnRequestOnlyWhileItMonitors) {
@@ -243,6 +247,13 @@ TEST(AppStateMonitoring, RefreshesOffendersOnRequestOnlyWhileItMonitors) {
     state.refreshProcessOffendersNow();
     program.executor.runTasks();
     EXPECT_EQ(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty());
+
+    state.setPaused(false);
+    state.refreshProcessOffendersNow();
+    state.setPaused(true);
+    program.executor.runTasks();
+    EXPECT_EQ(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty())
+        << "paused before the census began";
 }
 
 TEST(AppStateMonitoring, ListsEveryOffenderButItself) {
