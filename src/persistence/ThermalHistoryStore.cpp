@@ -178,6 +178,7 @@ FileResult<void> ThermalHistoryStore::write(const ThermalHistoryEnvelope& envelo
 
 FileResult<void> ThermalHistoryStore::writeHeld() {
     latestWrite_ = writing_.clock();
+    pause_ = std::max(pause_, HistoryWriting::pauseAfter(0)); // without a folder there is no text yet
     auto written = write(*held_, Durability::synced);
     isWritten_ = written.has_value();
     return written;
