@@ -50,9 +50,9 @@ bool isOurs(const struct stat& opened) {
 FileResult<void> claimNew(int file, const std::filesystem::path& path) {
     std::ignore = ::fchmod(file, S_IRUSR | S_IWUSR); // the mask may have left us less
     if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
-        const bool isLockKnown = !isUnknownToFileSystem(errno);
-        return isLockKnown ? FileResult<void>(std::unexpected(std::errc::device_or_resource_busy))
-                           : FileResult<void>();
+        // Whatever else a file system without locks answers, nobody holds the file.
+        return errno == EWOULDBLOCK ? FileResult<void>(std::unexpected(std::errc::device_or_resource_busy))
+                                    : FileResult<void>();
     }
     struct stat opened{};
     if (::fstat(file, &opened) != 0 || !standsAt(opened, path)) {
