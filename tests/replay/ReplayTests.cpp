@@ -110,6 +110,27 @@ TEST(Replay, EndsEarlyOrWithTheScenario) {
               R"({"t":9.0,"event":"end","ticks":5,"historySamples":2,"notifications":0})");
 }
 
+TEST(Replay, NamesTheStateOfNotifications) {
+    struct Case {
+        std::string authorization, answer, state;
+    };
+
+    for (const auto& [authorization, answer, state] : {
+             Case{"provisional", "refused", "authorized"},
+             Case{"denied", "granted", "denied"},
+             Case{"notDetermined", "refused", "denied"},
+             Case{"notDetermined", "error", "unavailable"},
+             Case{"unknown", "granted", "unavailable"},
+         }) {
+        const auto lines = linesOf(R"({"schemaVersion": 1, "start": "2026-01-01T00:00:00Z", "duration": 1,
+            "settings": {"notificationsEnabled": true}, "frames": [{"at": 0}], "notifications": {"authorization": ")" +
+                                   authorization + R"(", "answer": ")" + answer + "\"}}");
+        ASSERT_GT(lines.size(), 1U);
+        EXPECT_TRUE(lines.at(lines.size() - 2).ends_with("\"notificationState\":\"" + state + "\"}"))
+            << authorization << ' ' << answer;
+    }
+}
+
 TEST(Replay, NamesThePlaceOfAPreferenceThatDoesNotExist) {
     simulated::MemoryFileSystem files;
     const auto file = files.openForReplacing("/broken.json");
