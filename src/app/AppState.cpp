@@ -31,6 +31,11 @@ AppState::AppState(AppStateEnvironment environment)
       ownProcessIdentifier_(environment_.machine.process.processIdentifier()) {
     diagnosticLogService_.observe(environment_.diagnosticObserver);
     start();
+    if (environment_.sleep != nullptr) {
+        environment_.sleep->observe(
+            {.willSleep = [this](auto isReady) { prepareForSleep(std::move(isReady)); },
+             .hasWoken = [this] { continueAfterSleep(); }});
+    }
 }
 
 void AppState::start() {
@@ -45,6 +50,9 @@ void AppState::start() {
 }
 
 AppState::~AppState() {
+    if (environment_.sleep != nullptr) {
+        environment_.sleep->observe({});
+    }
     environment_.executor.stop();
     if (!*published_
               .historyEnabled) { // it may have been switched off just now, and the clearing been dropped

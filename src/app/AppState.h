@@ -5,6 +5,7 @@
 #include "app/MachineSnapshot.h"
 #include "app/MonitoringEngines.h"
 #include "app/SamplingSchedule.h"
+#include "app/SleepWatch.h"
 #include "app/ThermalAssistantPresentation.h"
 #include "assistant/RecommendationEngine.h"
 #include "assistant/SystemNotificationService.h"
@@ -159,11 +160,15 @@ private:
     void forgetMonitoring();
     bool isCurrent(const Tick& tick) const;
     bool isObserved(Instant now) const;
+    bool isOfBeforeSleep(const Tick& tick) const;
+    void beginAfresh();
+    void prepareForSleep(std::function<void()> isReady);
+    void continueAfterSleep();
     void refreshThermalState();
     Readings takeReadings(const Tick& tick);
     void publishReadings(const TickPointer& tick);
     void completeTick(const Tick& tick);
-    void sleepUntilNextTick();
+    void sleepUntilNextTick(const Tick& tick);
     void sleepBeforeTick(std::chrono::nanoseconds delay);
     void logThermalLevelChangeIfNeeded(const ThermalScore& score);
     /// Logs once a run that a step's read failed.
@@ -173,8 +178,8 @@ private:
     void awaitIn(const TickPointer& tick, Work work, Next next);
 
     // Assistant
-    Census takeCensus(Instant now, std::optional<std::string> pinnedOffenderID);
-    void publishCensus(Census census, Instant now, ThermalLevel level);
+    Census takeCensus(Instant now, AwakeTime awake, std::optional<std::string> pinnedOffenderID);
+    void publishCensus(Census census, AwakeTime awake, ThermalLevel level);
     void refreshProcessOffenders(const TickPointer& tick);
     void refreshRecommendations(const ThermalScore& score, const SystemContextSnapshot& context, Instant now);
     void refreshRecommendationsFromLatest(Instant now);
@@ -215,6 +220,7 @@ private:
     std::shared_ptr<MonitoringTask> thermalMonitoringTask_; ///< present exactly while monitoring runs
     std::unique_ptr<Timer> diagnosticExportStatusTask_;
     bool isApplyingSettings_ = false;
+    SleepWatch sleepWatch_;
     std::optional<ThermalLevel> lastLoggedThermalLevel_;
     std::optional<ThermalLevel> lastRecordedHistoryLevel_;
     std::optional<bool> lastRecordedSustainedPressure_;

@@ -56,18 +56,19 @@ struct AppState::HistoryRecord {
     ThermalMonitoringSnapshot snapshot;
 };
 
-AppState::Census AppState::takeCensus(Instant now, std::optional<std::string> pinnedOffenderID) {
+AppState::Census AppState::takeCensus(Instant now, AwakeTime awake,
+                                      std::optional<std::string> pinnedOffenderID) {
     auto offenders = engines_.offenders.snapshot(
-        offenderConfiguration(environment_.machine.process, std::move(pinnedOffenderID)), now);
+        offenderConfiguration(environment_.machine.process, std::move(pinnedOffenderID)), now, awake);
     return {.offenders = std::move(offenders), .sources = environment_.machine.sources()};
 }
 
-void AppState::publishCensus(Census census, Instant now, ThermalLevel level) {
+void AppState::publishCensus(Census census, AwakeTime awake, ThermalLevel level) {
     latestSources_ = std::move(census.sources);
     if (!*published_.showProcessOffenders) { // switched off while the census was under way
         return;
     }
-    nextProcessOffenderSampleDate_.scheduleAfter(now,
+    nextProcessOffenderSampleDate_.scheduleAfter(awake,
                                                  offenderSamplingInterval(census.offenders.state, level));
     published_.processOffenderSnapshot.set(std::move(census.offenders));
 }
@@ -76,7 +77,7 @@ void AppState::refreshProcessOffenders(const TickPointer& tick) {
     if (!*published_.showProcessOffenders) {
         published_.processOffenderSnapshot.set(ProcessOffenderSnapshot::empty());
     } else if (tick->readings->census) {
-        publishCensus(std::move(*tick->readings->census), tick->now, tick->score().level);
+        publishCensus(std::move(*tick->readings->census), tick->awake, tick->score().level);
     } else if (tick->takesCensus) {
         reportFailedRead(offenderRead);
     }
@@ -94,18 +95,19 @@ void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderI
         return;
     }
     const auto now = environment_.machine.clock.now();
+    const auto awake = sleepWatch_.awakeAt(environment_.machine.clock.uptime());
     evaluate(
         environment_.executor,
-        [this, now, pinnedOffenderID = std::move(pinnedOffenderID)] {
-            return takeCensus(now, pinnedOffenderID);
+        [this, now, awake, pinnedOffenderID = std::move(pinnedOffenderID)] {
+            return takeCensus(now, awake, pinnedOffenderID);
         },
-        [this, now, stops = stops_, completion = std::move(completion)](std::optional<Census> census) {
+        [this, awake, stops = stops_, completion = std::move(completion)](std::optional<Census> census) {
             if (stops != stops_) {
                 completion();
                 return;
             }
             if (census) {
-                publishCensus(std::move(*census), now, published_.thermalSnapshot->level);
+                publishCensus(std::move(*census), awake, published_.thermalSnapshot->level);
             } else {
                 reportFailedRead(offenderRead);
             }
@@ -141,7 +143,8 @@ void AppState::refreshRecommendationsFromLatest(Instant now) {
 }
 
 bool AppState::isHistorySampleDue(const Tick& tick) const {
-    return nextThermalHistorySampleDate_.isDue(tick.now) || lastRecordedHistoryLevel_ != tick.score().level ||
+    return nextThermalHistorySampleDate_.isDue(tick.awake) ||
+           lastRecordedHistoryLevel_ != tick.score().level ||
            lastRecordedSustainedPressure_ != tick.context().sustainedPressure.isSustained;
 }
 
@@ -173,11 +176,11 @@ void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
         evaluateThermalAlerts(tick);
         return;
     }
-    const auto record = [this, sample = historySample(*tick), stop = tick->stop] {
+    const auto record = [this, sample = historySample(*tick), awake = tick->awake, stop = tick->stop] {
         return stop.stop_requested()
                    ? std::nullopt
-                   : std::optional(
-                         HistoryRecord{.sample = sample, .snapshot = thermalHistoryStore_.record(sample)});
+                   : std::optional(HistoryRecord{.sample = sample,
+                                                 .snapshot = thermalHistoryStore_.record(sample, awake)});
     };
     awaitIn(tick, record, [this, tick](std::optional<std::optional<HistoryRecord>> recorded) {
         if (!recorded) {
@@ -190,7 +193,7 @@ void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
 }
 
 void AppState::publishHistory(const Tick& tick, HistoryRecord record) {
-    nextThermalHistorySampleDate_.scheduleAfter(tick.now, historySamplingInterval);
+    nextThermalHistorySampleDate_.scheduleAfter(tick.awake, historySamplingInterval);
     lastRecordedHistoryLevel_ = record.sample.level;
     lastRecordedSustainedPressure_ = record.sample.contextFlags.isSustainedPressure;
     if (historyObserver_) {
@@ -203,7 +206,12 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
     if (!isCurrent(*tick)) {
         return;
     }
+    if (isOfBeforeSleep(*tick)) { // no news any more
+        completeTick(*tick);
+        return;
+    }
     const bool onlyCritical = *published_.notificationMinimumLevel == NotificationMinimumLevel::critical;
+    const auto untold = thermalAlertRuleEngine_;
     const auto alert = thermalAlertRuleEngine_.evaluate(
         {.score = tick->score(),
          .systemContext = tick->context(),
@@ -219,13 +227,21 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
     const auto request = notificationStateRequests_;
     systemNotificationService_.deliver(
         *alert, *published_.notificationsEnabled,
-        [this, tick, request, kind = alert->kind](SystemNotificationState state) {
-            if (isCurrent(*tick)) {
-                finishDelivery(kind, state, request);
-                completeTick(*tick);
+        [this, tick, request, untold, kind = alert->kind](SystemNotificationState state) {
+            if (!isCurrent(*tick)) {
+                return;
             }
+            if (tick->isAlertWithheld) {
+                thermalAlertRuleEngine_ = untold; // the next tick tells what is still true
+            } else {
+                finishDelivery(kind, state, request);
+            }
+            completeTick(*tick);
         },
-        tick->stop);
+        [this, tick] {
+            tick->isAlertWithheld = isOfBeforeSleep(*tick);
+            return isCurrent(*tick) && !tick->isAlertWithheld;
+        });
 }
 
 void AppState::finishDelivery(ThermalAlertKind kind, SystemNotificationState state, std::uint64_t request) {

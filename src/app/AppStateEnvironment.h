@@ -10,6 +10,7 @@
 #include "platform/Desktop.h"
 #include "platform/LoginItem.h"
 #include "platform/RunningApplications.h"
+#include "platform/SleepAnnouncements.h"
 #include "platform/SystemValues.h"
 #include "platform/Timers.h"
 #include "platform/UnifiedLog.h"
@@ -43,13 +44,14 @@ struct AppStateEnvironment {
     std::filesystem::path historyFile;
     std::filesystem::path diagnosticFile;
     DeploymentFile deployment;
-    std::string architecture;           ///< of the processor that the program was built for
-    std::string operatingSystemVersion; ///< for exports
-    std::string releasesPage;           ///< what to open where no update feed is configured
-    Desktop* desktop = nullptr;         ///< none without a display
-    Windows* windows = nullptr;         ///< none without a display
-    UpdateService* updates = nullptr;   ///< none where none is configured
-    HistoryWriting historyWriting{};    ///< each sample at once unless told otherwise
+    std::string architecture;            ///< of the processor that the program was built for
+    std::string operatingSystemVersion;  ///< for exports
+    std::string releasesPage;            ///< what to open where no update feed is configured
+    Desktop* desktop = nullptr;          ///< none without a display
+    Windows* windows = nullptr;          ///< none without a display
+    UpdateService* updates = nullptr;    ///< none where none is configured
+    HistoryWriting historyWriting{};     ///< each sample at once unless told otherwise
+    SleepAnnouncements* sleep = nullptr; ///< none where nobody tells
     std::function<void(const DiagnosticLogEvent&)>
         diagnosticObserver{}; ///< told of each event that is logged
 };

@@ -84,6 +84,7 @@ void AppState::stopThermalMonitoring() {
     const bool wasMonitoring = isMonitoring();
     thermalMonitoringTask_.reset();
     ++stops_;
+    sleepWatch_.expectNothing();
     publishIdleSnapshots();
     forgetMonitoring();
     if (wasMonitoring) {
@@ -125,15 +126,50 @@ bool AppState::isCurrent(const Tick& tick) const {
     return thermalMonitoringTask_ && tick.task.lock() == thermalMonitoringTask_;
 }
 
+/// Its readings are of before a sleep that has come since.
+bool AppState::isOfBeforeSleep(const Tick& tick) const {
+    return SleepWatch::hasSleptSince(tick.uptime, environment_.machine.clock.uptime());
+}
+
+/// What was measured before a sleep says nothing about the time after it. What the user was told stays told.
+void AppState::beginAfresh() {
+    nextProcessOffenderSampleDate_ = {};
+    nextThermalHistorySampleDate_ = {};
+    recommendationEngine_.reset();
+    thermalAlertRuleEngine_.noteSleep();
+    log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Monitoring continues after sleep");
+}
+
+/// The machine waits for `isReady`: all that was recorded until now is written by then.
+void AppState::prepareForSleep(std::function<void()> isReady) {
+    saveHistory([isReady = std::move(isReady)](const FileResult<void>& /*saved*/) { isReady(); });
+}
+
+void AppState::continueAfterSleep() {
+    sleepWatch_.noteWake();
+    if (thermalMonitoringTask_ && thermalMonitoringTask_->sleep) { // else a tick is under way
+        sleepBeforeTick(std::chrono::nanoseconds{0});
+    }
+}
+
 void AppState::refreshThermalState() {
+    thermalMonitoringTask_->sleep.reset();
     const auto now = environment_.machine.clock.now();
+    const auto uptime = environment_.machine.clock.uptime();
+    const auto [awake, hasSlept] = sleepWatch_.look(uptime);
+    if (hasSlept) {
+        beginAfresh();
+    }
     const auto tick = std::make_shared<Tick>(
         Tick{.task = thermalMonitoringTask_,
              .stop = thermalMonitoringTask_->stop.get_token(),
              .now = now,
+             .uptime = uptime,
+             .awake = awake,
+             .followsSleep = hasSlept,
              .configuration = {.usesExperimentalSensors = *published_.experimentalTemperatureSensorsEnabled,
                                .thresholds = ThermalTemperatureThresholds::defaults()},
-             .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(now),
+             .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(awake),
              .isObserved = isObserved(now),
              .takesCPUUsage = *published_.historyEnabled,
              .readings = std::nullopt});
@@ -141,7 +177,7 @@ void AppState::refreshThermalState() {
     awaitIn(tick, read, [this, tick](std::optional<Readings> readings) {
         if (!readings) {
             reportFailedRead(thermalRead);
-            sleepUntilNextTick();
+            sleepUntilNextTick(*tick);
             return;
         }
         tick->readings = std::move(readings);
@@ -150,15 +186,19 @@ void AppState::refreshThermalState() {
 }
 
 AppState::Readings AppState::takeReadings(const Tick& tick) {
+    if (tick.followsSleep) {
+        engines_.reset();
+        thermalHistoryStore_.noteSleep();
+    }
     engines_.setSensorsObserved(tick.isObserved);
     const auto score = engines_.readScore(tick.configuration);
     Readings readings{.score = score,
-                      .context = engines_.context.snapshot(score, tick.now),
+                      .context = engines_.context.snapshot(score, tick.now, tick.awake),
                       .temperatures = engines_.temperatures(),
                       .census = std::nullopt,
                       .cpuPercent = std::nullopt};
     if (tick.takesCensus && !tick.stop.stop_requested()) {
-        readings.census = attempt([&] { return takeCensus(tick.now, std::nullopt); });
+        readings.census = attempt([&] { return takeCensus(tick.now, tick.awake, std::nullopt); });
     }
     if (tick.takesCPUUsage) {
         readings.cpuPercent = engines_.cpuUsage.sample(tick.now);
@@ -189,16 +229,18 @@ void AppState::completeTick(const Tick& tick) {
         tickObserver_();
     }
     if (isCurrent(tick)) {
-        sleepUntilNextTick();
+        sleepUntilNextTick(tick);
     }
 }
 
-void AppState::sleepUntilNextTick() {
-    const auto delay = tickDelay(published_.thermalSnapshot->recommendedSamplingHz);
+void AppState::sleepUntilNextTick(const Tick& tick) {
+    const auto delay =
+        isOfBeforeSleep(tick) ? Seconds{0} : tickDelay(published_.thermalSnapshot->recommendedSamplingHz);
     sleepBeforeTick(std::chrono::duration_cast<std::chrono::nanoseconds>(delay));
 }
 
 void AppState::sleepBeforeTick(std::chrono::nanoseconds delay) {
+    sleepWatch_.expectAfter(environment_.machine.clock.uptime(), delay);
     thermalMonitoringTask_->sleep = environment_.timers.start(delay, [this] { refreshThermalState(); });
 }
 

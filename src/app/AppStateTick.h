@@ -41,12 +41,16 @@ struct AppState::Readings {
 struct AppState::Tick {
     std::weak_ptr<MonitoringTask> task;
     std::stop_token stop;
-    Instant now; ///< taken once; every step uses it
+    Instant now;   ///< taken once; every step uses it
+    Uptime uptime; ///< of the same moment
+    AwakeTime awake;
+    bool followsSleep; ///< since the tick before
     ThermalEngineConfiguration configuration;
     bool takesCensus;
     bool isObserved;    ///< somebody looks at the list of sensors
     bool takesCPUUsage; ///< on every tick, so that a share is always that of one tick
     std::optional<Readings> readings;
+    bool isAlertWithheld = false;
 
     const ThermalScore& score() const {
         return readings->score;

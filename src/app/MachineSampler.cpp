@@ -12,24 +12,26 @@ MachineSampler::MachineSampler(const MachineServices& services,
 
 void MachineSampler::prime() {
     const auto now = services_.clock.now();
+    const auto awake = awakeTime();
     // Throttle counters are read as differences. The score itself is half a one and must not make a trend.
     engines_.readScore(
         {.usesExperimentalSensors = false, .thresholds = ThermalTemperatureThresholds::defaults()});
     engines_.thermal.resetTrend();
     // The desktop's services answer a question only some time after it was asked.
-    engines_.context.snapshot(std::nullopt, now);
+    engines_.context.snapshot(std::nullopt, now, awake);
     engines_.cpuUsage.sample(now);
-    takeCensus(now);
+    takeCensus(now, awake);
 }
 
 MachineSnapshot MachineSampler::sample() {
     const auto now = services_.clock.now();
+    const auto awake = awakeTime();
     const auto score = readScore();
-    const auto context = engines_.context.snapshot(score, now);
+    const auto context = engines_.context.snapshot(score, now, awake);
     const auto cpuPercent = engines_.cpuUsage.sample(now);
-    if (nextCensus_.isDue(now)) {
-        takeCensus(now);
-        nextCensus_.scheduleAfter(now, offenderSamplingInterval(offenders_.state, score.level));
+    if (nextCensus_.isDue(awake)) {
+        takeCensus(now, awake);
+        nextCensus_.scheduleAfter(awake, offenderSamplingInterval(offenders_.state, score.level));
         sources_ = services_.sources();
     }
     return {.score = score,
@@ -51,8 +53,18 @@ ThermalScore MachineSampler::readScore() {
         {.usesExperimentalSensors = true, .thresholds = ThermalTemperatureThresholds::defaults()});
 }
 
-void MachineSampler::takeCensus(Instant now) {
-    offenders_ = engines_.offenders.snapshot(offenderConfiguration_, now);
+/// After a sleep everything begins afresh.
+AwakeTime MachineSampler::awakeTime() {
+    const auto [awake, hasSlept] = sleepWatch_.look(services_.clock.uptime());
+    if (hasSlept) {
+        engines_.reset();
+        nextCensus_ = {};
+    }
+    return awake;
+}
+
+void MachineSampler::takeCensus(Instant now, AwakeTime awake) {
+    offenders_ = engines_.offenders.snapshot(offenderConfiguration_, now, awake);
 }
 
 } // namespace cindertop

@@ -4,6 +4,7 @@
 #include "app/MachineSnapshot.h"
 #include "app/MonitoringEngines.h"
 #include "app/SamplingSchedule.h"
+#include "app/SleepWatch.h"
 #include "cpu/ProcessOffenderConfiguration.h"
 
 #include <vector>
@@ -30,11 +31,13 @@ public:
 
 private:
     ThermalScore readScore();
-    void takeCensus(Instant now);
+    AwakeTime awakeTime();
+    void takeCensus(Instant now, AwakeTime awake);
 
     MachineServices services_;
     MonitoringEngines engines_;
     ProcessOffenderConfiguration offenderConfiguration_;
+    SleepWatch sleepWatch_;
     SamplingDate nextCensus_;
     ProcessOffenderSnapshot offenders_;
     std::vector<SourceStatus> sources_;

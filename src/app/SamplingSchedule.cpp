@@ -9,7 +9,6 @@ namespace {
 
 constexpr double slowestHz = 0.2;
 constexpr double fastestHz = 5;
-constexpr std::chrono::seconds longestInterval{8};
 
 } // namespace
 
@@ -24,21 +23,17 @@ Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLeve
     }
     switch (level) {
     case ThermalLevel::normal:
-        return longestInterval;
+        return Seconds{8};
     case ThermalLevel::fair:
         return Seconds{6};
     case ThermalLevel::serious:
     case ThermalLevel::critical:
         return Seconds{3};
     }
-    return longestInterval;
+    return Seconds{8};
 }
 
-bool SamplingDate::isDue(Instant now) const {
-    return now >= next_ || next_ - now > longestInterval;
-}
-
-void SamplingDate::scheduleAfter(Instant now, Seconds interval) {
+void SamplingDate::scheduleAfter(AwakeTime now, Seconds interval) {
     next_ = now + std::chrono::round<std::chrono::nanoseconds>(interval);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cpu/ProcessOffenderSnapshot.h"
+#include "support/AwakeTime.h"
 #include "support/Instant.h"
 #include "thermal/ThermalLevel.h"
 
@@ -16,14 +17,12 @@ Seconds offenderSamplingInterval(ProcessOffenderSnapshotState state, ThermalLeve
 /// When the next sample of something is due. A new date is due at once.
 class SamplingDate {
 public:
-    /// Also true when the clock was set back by more than the longest interval, lest what is shown freeze
-    /// until it catches up.
-    bool isDue(Instant now) const;
-    /// `interval` is at most 8 s.
-    void scheduleAfter(Instant now, Seconds interval);
+    bool isDue(AwakeTime now) const { return now >= next_; }
+
+    void scheduleAfter(AwakeTime now, Seconds interval);
 
 private:
-    Instant next_ = distantPast;
+    AwakeTime next_ = AwakeTime::min();
 };
 
 } // namespace cindertop

@@ -169,7 +169,8 @@ ScenarioRecorder::~ScenarioRecorder() {
 }
 
 Seconds ScenarioRecorder::sample() {
-    const Instant now = machine_.clock.now();
+    const auto awake = machine_.clock.uptime().awake;
+    const Instant now = latest_ ? latest_->at + (awake - latest_->awake) : machine_.clock.now();
     const int thermalState = machine_.process.thermalState();
     const auto pressure = readPressure();
     const auto temperatures = sensors_.readTemperatures();
@@ -185,6 +186,7 @@ Seconds ScenarioRecorder::sample() {
 
     if (!latest_ || now > latest_->at) {
         Sample sample{.at = now,
+                      .awake = awake,
                       .load = machine_.hostStatistics.cpuLoad(),
                       .processes = census_.readings(now),
                       .members = frameMembers(thermalState, pressure, temperatures)};

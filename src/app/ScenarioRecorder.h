@@ -54,8 +54,8 @@ public:
     ScenarioRecorder(const ScenarioRecorder&) = delete;
     ScenarioRecorder& operator=(const ScenarioRecorder&) = delete;
 
-    /// Reads everything once. The answer is how long to wait before the next sample. A sample that is not
-    /// later than the one before, because the clock was set back, is dropped.
+    /// Reads everything once. The answer is how long to wait before the next sample. Between two samples lies
+    /// the time that the machine was awake, whatever the wall clock says; one without any is dropped.
     Seconds sample();
 
     /// The scenario up to the latest sample; none before the second one.
@@ -64,7 +64,8 @@ public:
 private:
     /// What is known only together with the next sample.
     struct Sample {
-        Instant at;
+        Instant at; ///< as if the wall clock had only been right at the first sample
+        AwakeTime awake;
         std::optional<HostCpuLoad> load;
         std::vector<ProcessCPUReading> processes;
         std::string members; ///< the other members of its frame

@@ -87,10 +87,10 @@ void SystemNotificationService::prepare(bool isEnabled, Completion completion) {
 }
 
 void SystemNotificationService::deliver(const ThermalAlert& alert, bool isEnabled, Completion completion,
-                                        std::stop_token stop) {
+                                        std::function<bool()> isStillTrue) {
     prepare(isEnabled, [this, alert, completion = std::move(completion),
-                        stop = std::move(stop)](SystemNotificationState state) {
-        if (state == SystemNotificationState::authorized && !stop.stop_requested()) {
+                        isStillTrue = std::move(isStillTrue)](SystemNotificationState state) {
+        if (state == SystemNotificationState::authorized && isStillTrue()) {
             post(alert, completion);
         } else {
             completion(state);

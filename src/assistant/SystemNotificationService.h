@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <memory>
-#include <stop_token>
 
 namespace cindertop {
 
@@ -34,8 +33,11 @@ public:
     void prepare(bool isEnabled, Completion completion);
 
     /// Prepares, and posts the alert when that is authorized. An alert that cannot be posted is not tried
-    /// again. After a request of `stop` nothing is posted any more, and the answer is what `prepare` found.
-    void deliver(const ThermalAlert& alert, bool isEnabled, Completion completion, std::stop_token stop = {});
+    /// again. `isStillTrue` is asked just before that: a false one posts nothing, and the answer is what
+    /// `prepare` found.
+    void deliver(
+        const ThermalAlert& alert, bool isEnabled, Completion completion,
+        std::function<bool()> isStillTrue = [] { return true; });
 
     /// Shows as a banner and in the list, as if the application were not in front; no sound, no badge.
     NotificationPresentationOptions willPresent(const UserNotificationRequest& request) const override;

@@ -34,6 +34,7 @@ ThermalAlert makeAlert(ThermalAlertKind kind, const ThermalAlertInput& input, Op
 
 std::optional<ThermalAlert> ThermalAlertRuleEngine::evaluate(const ThermalAlertInput& input,
                                                              const ThermalAlertConfiguration& configuration) {
+    bringDeliveriesIntoThePast(input.now);
     const auto kind = followTransition(input, configuration.minimumRecoveryPressureDuration);
     if (!kind || !configuration.isEnabled || !passesLevelFilter(*kind, configuration.minimumLevel) ||
         !canDeliver(*kind, configuration, input.now)) {
@@ -50,7 +51,14 @@ ThermalAlertRuleEngine::followTransition(const ThermalAlertInput& input,
                                          Seconds minimumRecoveryPressureDuration) {
     const auto& pressure = input.systemContext.sustainedPressure;
     const bool isCritical = input.score.level == ThermalLevel::critical;
-    const bool hadSustainedPressure = std::exchange(wasSustainedPressure_, pressure.isSustained);
+    const bool isHot = input.score.level >= ThermalLevel::serious;
+    if (isAfterSleep_ && !isHot) {
+        forgetHeat();
+    }
+    isAfterSleep_ = isAfterSleep_ && isHot && !pressure.isSustained;
+    // Heat of before a sleep goes on: it only has not lasted long enough again to be sustained.
+    const bool isStillSustained = pressure.isSustained || (isAfterSleep_ && wasSustainedPressure_);
+    const bool hadSustainedPressure = std::exchange(wasSustainedPressure_, isStillSustained);
     const bool hadCriticalLevel = std::exchange(wasCritical_, isCritical);
     if (pressure.isSustained) {
         mostRecentSustainedDuration_ = std::max(mostRecentSustainedDuration_, pressure.activeDuration);
@@ -62,12 +70,28 @@ ThermalAlertRuleEngine::followTransition(const ThermalAlertInput& input,
     if (pressure.isSustained && !hadSustainedPressure) {
         return ThermalAlertKind::sustainedThrottling;
     }
-    const bool hasEased =
-        hadSustainedPressure && !pressure.isSustained && input.score.level < ThermalLevel::serious;
+    const bool hasEased = hadSustainedPressure && !pressure.isSustained && !isHot;
     if (hasEased && mostRecentSustainedDuration_ >= minimumRecoveryPressureDuration) {
         return ThermalAlertKind::recovery;
     }
     return std::nullopt;
+}
+
+void ThermalAlertRuleEngine::forgetHeat() {
+    wasSustainedPressure_ = false;
+    wasCritical_ = false;
+    deliveredCriticalSinceLastRecovery_ = false;
+}
+
+/// Deliveries that lie ahead are of before the wall clock was set back: cooldowns begin again, lest nothing
+/// is told until the clock has caught up.
+void ThermalAlertRuleEngine::bringDeliveriesIntoThePast(Instant now) {
+    if (lastDeliveredAt_) {
+        lastDeliveredAt_ = std::min(*lastDeliveredAt_, now);
+    }
+    for (auto& [kind, deliveredAt] : lastDeliveredAtByKind_) {
+        deliveredAt = std::min(deliveredAt, now);
+    }
 }
 
 /// Who wants critical episodes only is told of a recovery only after having been told of the episode.

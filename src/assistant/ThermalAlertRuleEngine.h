@@ -22,9 +22,15 @@ public:
     std::optional<ThermalAlert> evaluate(const ThermalAlertInput& input,
                                          const ThermalAlertConfiguration& configuration);
 
+    /// The machine has slept since the last evaluation. Heat that it wakes up with is the one that it went to
+    /// sleep with, and not told again; heat that is gone went unseen, and its end is not told.
+    void noteSleep() { isAfterSleep_ = true; }
+
 private:
     std::optional<ThermalAlertKind> followTransition(const ThermalAlertInput& input,
                                                      Seconds minimumRecoveryPressureDuration);
+    void forgetHeat();
+    void bringDeliveriesIntoThePast(Instant now);
     bool passesLevelFilter(ThermalAlertKind kind, ThermalLevel minimumLevel) const;
     bool canDeliver(ThermalAlertKind kind, const ThermalAlertConfiguration& configuration, Instant now) const;
     void recordDelivery(ThermalAlertKind kind, Instant now);
@@ -36,6 +42,7 @@ private:
     std::optional<Instant> lastDeliveredAt_;
     std::map<ThermalAlertKind, Instant> lastDeliveredAtByKind_;
     bool deliveredCriticalSinceLastRecovery_{false};
+    bool isAfterSleep_{false}; ///< until it is known what became of the heat of before
 };
 
 } // namespace cindertop

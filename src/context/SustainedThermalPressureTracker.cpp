@@ -7,7 +7,7 @@ SustainedThermalPressureTracker::SustainedThermalPressureTracker(
     : configuration_(configuration) {}
 
 SustainedThermalPressureSnapshot
-SustainedThermalPressureTracker::update(const std::optional<ThermalScore>& score, Instant now) {
+SustainedThermalPressureTracker::update(const std::optional<ThermalScore>& score, AwakeTime now) {
     const auto level = score.transform([](const ThermalScore& present) { return present.level; });
     if (!level || *level < configuration_.minimumLevel) {
         activeStart_.reset();
@@ -16,7 +16,7 @@ SustainedThermalPressureTracker::update(const std::optional<ThermalScore>& score
     if (!activeStart_) {
         activeStart_ = now;
     }
-    const auto duration = secondsBetween(*activeStart_, now);
+    const Seconds duration = now - *activeStart_;
     return {duration >= configuration_.minimumDuration, duration, level, configuration_.minimumLevel};
 }
 

@@ -2,7 +2,7 @@
 
 #include "context/SustainedThermalPressureConfiguration.h"
 #include "context/SustainedThermalPressureSnapshot.h"
-#include "support/Instant.h"
+#include "support/AwakeTime.h"
 #include "thermal/ThermalScore.h"
 
 #include <optional>
@@ -14,16 +14,14 @@ class SustainedThermalPressureTracker {
 public:
     explicit SustainedThermalPressureTracker(SustainedThermalPressureConfiguration configuration);
 
-    /// When the clock went back behind the start of the stretch, its duration is 0 until the clock has caught
-    /// up.
-    SustainedThermalPressureSnapshot update(const std::optional<ThermalScore>& score, Instant now);
+    SustainedThermalPressureSnapshot update(const std::optional<ThermalScore>& score, AwakeTime now);
 
     /// Forgets the current stretch.
     void reset();
 
 private:
     SustainedThermalPressureConfiguration configuration_;
-    std::optional<Instant> activeStart_;
+    std::optional<AwakeTime> activeStart_;
 };
 
 } // namespace cindertop

@@ -12,11 +12,11 @@ SystemContextEngine::SystemContextEngine(std::unique_ptr<const DisplayContextPro
       pressureTracker_(pressureConfiguration) {}
 
 SystemContextSnapshot SystemContextEngine::snapshot(const std::optional<ThermalScore>& thermalScore,
-                                                    Instant now) {
+                                                    Instant now, AwakeTime awake) {
     const std::scoped_lock lock(calls_);
     return {.displays = displayProvider_->readDisplayContext(),
             .power = powerProvider_->readPowerContext(),
-            .sustainedPressure = pressureTracker_.update(thermalScore, now),
+            .sustainedPressure = pressureTracker_.update(thermalScore, awake),
             .measuredAt = now};
 }
 

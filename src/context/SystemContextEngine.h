@@ -18,8 +18,9 @@ public:
                         std::unique_ptr<const PowerContextProviding> powerProvider,
                         SustainedThermalPressureConfiguration pressureConfiguration);
 
-    /// `now` is the caller's instant, the same as for the rest of the tick: the engine reads no clock.
-    SystemContextSnapshot snapshot(const std::optional<ThermalScore>& thermalScore, Instant now);
+    /// `now` and `awake` are the caller's, the same as for the rest of the tick: the engine reads no clock.
+    SystemContextSnapshot snapshot(const std::optional<ThermalScore>& thermalScore, Instant now,
+                                   AwakeTime awake);
 
     /// Forgets the current stretch of pressure, so that a new start never continues an old one.
     void resetPressureHistory();

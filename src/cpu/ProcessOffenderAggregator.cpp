@@ -38,18 +38,18 @@ bool isExcluded(const ProcessCPUReading& reading, const ProcessOffenderConfigura
 /// The share of the whole machine since the previous census; none for one that is idle or not the same
 /// process.
 std::optional<double> shareSince(const PreviousReading& previous, const ProcessCPUReading& current,
-                                 std::int64_t processorCount) {
+                                 const ProcessOffenderAggregator& inputs) {
     if (current.cumulativeCPUTimeNanoseconds <= previous.cumulativeCPUTimeNanoseconds ||
         current.startedAt != previous.startedAt) {
         return std::nullopt;
     }
-    const Seconds elapsed = secondsBetween(previous.measuredAt, current.measuredAt);
+    const Seconds elapsed = current.measuredAt - previous.measuredAt - inputs.clockStep;
     if (elapsed <= Seconds::zero()) {
         return std::nullopt;
     }
     const std::uint64_t used = current.cumulativeCPUTimeNanoseconds - previous.cumulativeCPUTimeNanoseconds;
     return static_cast<double>(used) / (elapsed.count() * 1'000'000'000.0) * 100.0 /
-           static_cast<double>(processorCount);
+           static_cast<double>(inputs.configuration.processorCount);
 }
 
 std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading,
@@ -58,7 +58,7 @@ std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading,
     if (previous == inputs.previousReadingsByPID.end()) {
         return std::nullopt;
     }
-    const auto share = shareSince(previous->second, reading, inputs.configuration.processorCount);
+    const auto share = shareSince(previous->second, reading, inputs);
     if (!share || isExcluded(reading, inputs.configuration)) {
         return std::nullopt;
     }
@@ -168,6 +168,8 @@ HistoryByOffenderID extendedHistories(HistoryByOffenderID histories, std::span<R
                                       const ProcessOffenderAggregator& inputs) {
     for (RankedGroup& entry : ranked) {
         auto& history = histories[entry.group->id];
+        // Points of before the clock was set back lie ahead of it: a line through them would run backwards.
+        std::erase_if(history, [&inputs](const auto& point) { return point.measuredAt > inputs.now; });
         history.emplace_back(inputs.now, entry.cpuPercent);
         const std::size_t kept = atMost(history.size(), inputs.configuration.maximumHistoryCount);
         history.erase(history.begin(), history.end() - static_cast<std::ptrdiff_t>(kept));

@@ -46,6 +46,9 @@ struct ProcessOffenderAggregator {
     Instant now;                                        ///< when the current readings were taken
     const LocalizedComparison& comparison;
     OperatingSystem system; ///< decides what names of processes mean, and the names of groups
+    /// By how much the wall clock has run further than awake time since the previous readings: it was set, or
+    /// the machine slept.
+    std::chrono::nanoseconds clockStep{};
 
     Result aggregate() &&;
 };

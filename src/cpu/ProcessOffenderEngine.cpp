@@ -18,10 +18,12 @@ ProcessOffenderEngine::ProcessOffenderEngine(std::unique_ptr<ProcessCPUReadingPr
     : provider_(std::move(provider)), comparison_(&comparison), system_(system) {}
 
 ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderConfiguration& configuration,
-                                                        Instant at) {
+                                                        Instant at, AwakeTime awake) {
     const std::scoped_lock turn(calls_);
     const std::vector<ProcessCPUReading> readings = provider_->readings(at);
     const PreviousReadingsByPID previous = std::exchange(previousReadingsByPID_, readingsByPID(readings));
+    const auto wallTime = at - std::exchange(previousAt_, at);
+    const auto awakeTime = awake - std::exchange(previousAwake_, awake);
     if (readings.empty()) {
         return withoutOffenders(ProcessOffenderSnapshotState::unavailable, at);
     }
@@ -37,6 +39,7 @@ ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderCon
             .now = at,
             .comparison = *comparison_,
             .system = system_,
+            .clockStep = wallTime - awakeTime,
         }
             .aggregate();
     historyByOffenderID_ = std::move(result.historyByOffenderID);

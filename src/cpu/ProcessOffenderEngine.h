@@ -4,6 +4,7 @@
 #include "cpu/ProcessOffenderAggregator.h"
 #include "cpu/ProcessOffenderConfiguration.h"
 #include "cpu/ProcessOffenderSnapshot.h"
+#include "support/AwakeTime.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
 #include "support/OperatingSystem.h"
@@ -23,8 +24,9 @@ public:
                           const LocalizedComparison& comparison, OperatingSystem system);
 
     /// Takes a census. The first one is `collecting`, since a share needs two; one that finds no process is
-    /// `unavailable`, and the next starts over.
-    ProcessOffenderSnapshot snapshot(const ProcessOffenderConfiguration& configuration, Instant at);
+    /// `unavailable`, and the next starts over. Shares are of the awake time between two of them.
+    ProcessOffenderSnapshot snapshot(const ProcessOffenderConfiguration& configuration, Instant at,
+                                     AwakeTime awake);
 
     /// Forgets the last census and all histories.
     void reset();
@@ -35,6 +37,8 @@ private:
     const LocalizedComparison* comparison_;
     OperatingSystem system_;
     PreviousReadingsByPID previousReadingsByPID_;
+    Instant previousAt_;
+    AwakeTime previousAwake_;
     HistoryByOffenderID historyByOffenderID_;
 };
 

@@ -1,12 +1,12 @@
 #include "persistence/ThermalHistoryStore.h"
 
+#include "support/InstantBefore.h"
 #include "support/PropertyListText.h"
 #include "support/UserFolders.h"
 
 #include <algorithm>
 #include <chrono>
 #include <iterator>
-#include <limits>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -18,55 +18,12 @@ Seconds atLeast(Seconds least, Seconds value) {
     return value > least ? value : least; // NaN is above nothing
 }
 
-/// The moment that long before; the distant past when no instant is so early.
-Instant earlier(Instant instant, Seconds duration) {
-    const auto available = std::chrono::duration_cast<Seconds>(instant.time_since_epoch()) -
-                           std::chrono::duration_cast<Seconds>(distantPast.time_since_epoch());
-    // Near the end of the range the double is up to a microsecond off.
-    if (duration >= available - Seconds(1)) {
-        return distantPast;
-    }
-    return instant - std::chrono::duration_cast<Instant::duration>(duration);
-}
-
 void sort(SharedHistorySamples& samples) {
     if (!samples.areInOrder()) {
         std::vector<ThermalHistorySample> sorted(samples.begin(), samples.end());
         std::ranges::stable_sort(sorted, {}, &ThermalHistorySample::measuredAt);
         samples = std::move(sorted);
     }
-}
-
-/// Between the seconds in which two moments lie, because the file keeps no more of them: so the gaps of a day
-/// add up to no more than the day.
-Seconds gapBetween(const ThermalHistorySample& earlierSample, const ThermalHistorySample& laterSample) {
-    return std::chrono::floor<std::chrono::seconds>(laterSample.measuredAt) -
-           std::chrono::floor<std::chrono::seconds>(earlierSample.measuredAt);
-}
-
-void increment(std::int64_t& count) {
-    count += count < std::numeric_limits<std::int64_t>::max() ? 1 : 0;
-}
-
-void incrementWhen(bool isEpisode, std::int64_t& count) {
-    if (isEpisode) {
-        increment(count);
-    }
-}
-
-void countOffender(ThermalDailySummary& summary, const ThermalHistorySample& sample) {
-    if (!sample.topOffenderLabel) {
-        return;
-    }
-    const std::string& label = *sample.topOffenderLabel;
-    increment(summary.topOffenderCounts[label]);
-    if (!sample.topOffenderBundleIdentifier) {
-        return;
-    }
-    if (!summary.topOffenderBundleIdentifiers) {
-        summary.topOffenderBundleIdentifiers.emplace();
-    }
-    (*summary.topOffenderBundleIdentifiers)[label] = *sample.topOffenderBundleIdentifier;
 }
 
 } // namespace
@@ -90,17 +47,17 @@ ThermalHistoryStore::ThermalHistoryStore(std::optional<std::filesystem::path> fi
       historyDuration_(atLeast(Seconds(60), historyDuration)),
       maximumAttributionGap_(atLeast(Seconds(10), maximumAttributionGap)),
       calendar_(std::move(calendar)),
+      counter_(calendar_, historyDuration_, maximumAttributionGap_),
       files_(files),
       writing_(std::move(writing)) {}
 
-ThermalMonitoringSnapshot ThermalHistoryStore::record(const ThermalHistorySample& sample) {
+ThermalMonitoringSnapshot ThermalHistoryStore::record(const ThermalHistorySample& sample,
+                                                      std::optional<AwakeTime> awake) {
     const std::scoped_lock lock(mutex_);
     const Instant now = sample.measuredAt;
     ThermalHistoryEnvelope envelope = current();
     normalize(envelope, now);
-    const ThermalHistorySample* const previous =
-        envelope.samples.empty() ? nullptr : &envelope.samples.back();
-    envelope.todaySummary = updatedSummary(envelope.todaySummary, previous, sample);
+    envelope.todaySummary = counter_.counting(envelope.todaySummary, envelope.samples, sample, awake);
     // What is held and what is handed out share their samples, so both have the sample as it will be read.
     const auto stored = writing_.isBehind() ? asStored(sample) : std::nullopt;
     envelope.samples.append(stored.value_or(sample));
@@ -126,11 +83,17 @@ FileResult<void> ThermalHistoryStore::save() {
     return isWritten_ ? FileResult<void>() : writeHeld();
 }
 
+void ThermalHistoryStore::noteSleep() {
+    const std::scoped_lock lock(mutex_);
+    counter_.noteSleep();
+}
+
 void ThermalHistoryStore::clear() {
     const std::scoped_lock lock(mutex_);
     held_.reset();
     isWritten_ = true;
     latestWrite_.reset();
+    counter_.forget();
     std::ignore = removeFile(files_, file_);
 }
 
@@ -193,7 +156,7 @@ void ThermalHistoryStore::normalize(ThermalHistoryEnvelope& envelope, Instant no
 }
 
 void ThermalHistoryStore::prune(SharedHistorySamples& samples, Instant now) const {
-    const Instant oldest = earlier(now, historyDuration_);
+    const Instant oldest = instantBefore(now, historyDuration_);
     const auto isKept = [&](const ThermalHistorySample& sample) { return sample.measuredAt >= oldest; };
     if (samples.areInOrder()) {
         const auto* const first = std::ranges::find_if(samples, isKept);
@@ -205,37 +168,14 @@ void ThermalHistoryStore::prune(SharedHistorySamples& samples, Instant now) cons
     samples = std::move(kept);
 }
 
-ThermalDailySummary ThermalHistoryStore::updatedSummary(const std::optional<ThermalDailySummary>& existing,
-                                                        const ThermalHistorySample* previous,
-                                                        const ThermalHistorySample& sample) const {
-    const std::string day = calendar_.identifier(sample.measuredAt);
-    ThermalDailySummary summary =
-        existing && existing->dayIdentifier == day ? *existing : freshSummary(sample.measuredAt);
-    if (previous != nullptr && calendar_.identifier(previous->measuredAt) == day) {
-        countAgainst(summary, *previous, sample);
-    } else {
-        incrementWhen(sample.contextFlags.isSustainedPressure, summary.throttlingEpisodeCount);
-        incrementWhen(sample.level == ThermalLevel::critical, summary.criticalEpisodeCount);
-    }
-    countOffender(summary, sample);
-    summary.updatedAt = sample.measuredAt;
-    return summary;
-}
-
-void ThermalHistoryStore::countAgainst(ThermalDailySummary& summary, const ThermalHistorySample& previous,
-                                       const ThermalHistorySample& sample) const {
-    const Seconds gap = gapBetween(previous, sample);
-    if (gap > Seconds(0) && gap <= maximumAttributionGap_) {
-        summary.levelDurations = summary.levelDurations.adding(gap.count(), previous.level);
-    }
-    incrementWhen(sample.contextFlags.isSustainedPressure && !previous.contextFlags.isSustainedPressure,
-                  summary.throttlingEpisodeCount);
-    incrementWhen(sample.level == ThermalLevel::critical && previous.level != ThermalLevel::critical,
-                  summary.criticalEpisodeCount);
-}
-
 ThermalMonitoringSnapshot ThermalHistoryStore::makeSnapshot(ThermalHistoryEnvelope envelope,
                                                             Instant now) const {
+    const auto isNotLater = [now](const ThermalHistorySample& sample) { return sample.measuredAt <= now; };
+    if (!std::ranges::all_of(envelope.samples, isNotLater)) { // the clock was set back since
+        std::vector<ThermalHistorySample> shown;
+        std::ranges::copy_if(envelope.samples, std::back_inserter(shown), isNotLater);
+        envelope.samples = std::move(shown);
+    }
     return {std::move(envelope.samples),
             envelope.todaySummary ? *std::move(envelope.todaySummary) : freshSummary(now), now};
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "persistence/ThermalDayCounter.h"
 #include "persistence/ThermalHistoryEnvelope.h"
 #include "persistence/ThermalMonitoringSnapshot.h"
 #include "platform/MonotonicClock.h"
 #include "support/AtomicFile.h"
+#include "support/AwakeTime.h"
 #include "support/CalendarDays.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
@@ -44,10 +46,17 @@ public:
                         HistoryWriting writing = {});
 
     /// Adds the sample and returns what is recorded then. Writes the file when that is due. What cannot be
-    /// written is tried again when the next write is due, or lost in silence where nothing is held.
-    ThermalMonitoringSnapshot record(const ThermalHistorySample& sample);
+    /// written is tried again when the next write is due, or lost in silence where nothing is held. With
+    /// `awake`, the moment of the sample on the clock that is never set, times between samples are what
+    /// really passed; without it they are what the samples say.
+    ThermalMonitoringSnapshot record(const ThermalHistorySample& sample,
+                                     std::optional<AwakeTime> awake = std::nullopt);
 
-    /// What is recorded for `now`; writes nothing.
+    /// The machine has slept since the last sample. The time up to the next one counts nowhere, and pressure
+    /// that goes on is no new episode.
+    void noteSleep();
+
+    /// What is recorded for `now`, without samples that are later; writes nothing.
     ThermalMonitoringSnapshot snapshot(Instant now);
 
     /// Writes what was recorded since the latest write, if anything, and returns once it is on the disk. On
@@ -71,11 +80,6 @@ private:
     FileResult<void> writeHeld();
     void normalize(ThermalHistoryEnvelope& envelope, Instant now) const;
     void prune(SharedHistorySamples& samples, Instant now) const;
-    ThermalDailySummary updatedSummary(const std::optional<ThermalDailySummary>& existing,
-                                       const ThermalHistorySample* previous,
-                                       const ThermalHistorySample& sample) const;
-    void countAgainst(ThermalDailySummary& summary, const ThermalHistorySample& previous,
-                      const ThermalHistorySample& sample) const;
     ThermalMonitoringSnapshot makeSnapshot(ThermalHistoryEnvelope envelope, Instant now) const;
     ThermalDailySummary freshSummary(Instant instant) const;
 
@@ -83,6 +87,7 @@ private:
     Seconds historyDuration_;
     Seconds maximumAttributionGap_;
     CalendarDays calendar_;
+    ThermalDayCounter counter_;
     FileSystem& files_;
     HistoryWriting writing_;
     std::mutex mutex_;

@@ -15,6 +15,9 @@ public:
     ScaledTime(Instant start, double speed, Timers& timers, Instant lastInstant = Instant::max());
 
     Instant now() const override;
+
+    Uptime uptime() const override { return sleeplessUptime(now()); }
+
     [[nodiscard]] std::unique_ptr<Timer> start(std::chrono::nanoseconds delay,
                                                std::function<void()> action) override;
 

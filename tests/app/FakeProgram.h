@@ -6,6 +6,7 @@
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeMachine.h"
 #include "fakes/FakeRunningApplications.h"
+#include "fakes/FakeSleepAnnouncements.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeUserNotificationCenter.h"
 #include "fakes/HeldExecutor.h"
@@ -50,10 +51,12 @@ public:
     fakes::FakeLoginItem loginItem;
     fakes::FakeRunningApplications runningApplications;
     fakes::FakeDesktop desktop;
+    fakes::FakeSleepAnnouncements announcements;
     Windows* windows = nullptr;
     UpdateService* updates = nullptr;
     std::string architecture = "arm64";
     HistoryWriting historyWriting;
+    std::string timeZone = "UTC";
     bool censusThrows = false;
     std::function<MachineServices()> services = [this] { return machine.services(); };
 
@@ -93,6 +96,15 @@ public:
         moveTo(end);
     }
 
+    /// The machine sleeps: its timers stand still.
+    void sleep(std::chrono::nanoseconds time) {
+        machine.clock.asleep += time;
+        moveTo(clock.now());
+    }
+
+    /// Something stops the machine, and its clocks run on as if it were awake.
+    void halt(std::chrono::nanoseconds time) { moveTo(clock.now() + time); }
+
     std::int64_t countOf(std::string_view message) const {
         return std::ranges::count(events, message, &DiagnosticLogEvent::message);
     }
@@ -102,7 +114,7 @@ public:
 private:
     void moveTo(Instant instant) {
         clock.advanceTo(instant);
-        machine.clock.time = clock.now();
+        machine.clock.time = clock.now() + machine.clock.asleep;
     }
 
     AppStateEnvironment environment() {
@@ -123,7 +135,7 @@ private:
                 .notificationCenter = notificationCenter,
                 .loginItem = loginItem,
                 .runningApplications = runningApplications,
-                .calendar = CalendarDays("UTC"),
+                .calendar = CalendarDays(timeZone),
                 .temperatures = TemperatureFormatter::plain("en_GB"),
                 .historyFile = historyFile,
                 .diagnosticFile = "/data/diagnostic.json",
@@ -135,6 +147,7 @@ private:
                 .windows = windows,
                 .updates = updates,
                 .historyWriting = historyWriting,
+                .sleep = &announcements,
                 .diagnosticObserver = [this](const auto& event) { events.push_back(event); }};
     }
 };

@@ -43,7 +43,7 @@ TEST(SamplingDate, IsDueAtOnceAndThenByStateAndLevel) {
         std::chrono::milliseconds interval;
     };
 
-    const Instant now{1'000'000s};
+    const AwakeTime now{1'000'000s};
     for (const auto& [state, level, interval] : std::to_array<Case>({
              {ready, ThermalLevel::normal, 8s},
              {ready, ThermalLevel::fair, 6s},
@@ -58,13 +58,6 @@ TEST(SamplingDate, IsDueAtOnceAndThenByStateAndLevel) {
         EXPECT_FALSE(next.isDue(now + interval - 1ns));
         EXPECT_TRUE(next.isDue(now + interval));
     }
-}
-
-TEST(SamplingDate, DoesNotWaitForAClockThatWasSetBack) {
-    SamplingDate next;
-    const Instant now{1'000'000s};
-    next.scheduleAfter(now, Seconds{8});
-    EXPECT_TRUE(next.isDue(now - 1h));
 }
 
 } // namespace

@@ -109,7 +109,8 @@ std::string recording(LiveMachine& machine, int samples) {
             machine.pass();
         }
         recorder.sample();
-        machine.snapshots.push_back(machine.engine.snapshot(machine.configuration, machine.fakes.clock.time));
+        machine.snapshots.push_back(machine.engine.snapshot(machine.configuration, machine.fakes.clock.time,
+                                                            machine.fakes.clock.uptime().awake));
     }
     return recorder.scenario().value_or("");
 }
@@ -137,7 +138,7 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
         ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation());
     for (std::size_t index = 0; index < live.snapshots.size(); ++index) {
         clock.advanceTo(scenario->start + static_cast<std::int64_t>(index) * (1s + 137ns));
-        const auto played = engine.snapshot(configuration, clock.now());
+        const auto played = engine.snapshot(configuration, clock.now(), clock.uptime().awake);
         const auto& real = live.snapshots[index];
         EXPECT_EQ(played.state, real.state);
         ASSERT_EQ(played.offenders.size(), real.offenders.size()) << index;

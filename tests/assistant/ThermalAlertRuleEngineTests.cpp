@@ -125,6 +125,48 @@ TEST(ThermalAlertRuleEngine, TellsEachTransitionOnce) {
     }
 }
 
+TEST(ThermalAlertRuleEngine, TellsNothingOfTheHeatThatASleepTookOrKept) {
+    constexpr auto lasting = sustainedThrottling;
+    /// The machine sleeps before the third step.
+    const std::map<std::string, std::vector<Step>> nights{
+        {"gone",
+         {hot(0, 120, lasting), hot(1, 300), warm(2000, calm), hot(2001, calm), hot(2121, 120, lasting)}},
+        {"kept",
+         {hot(0, 120, lasting), hot(1, 300), hot(2000, calm), hot(2120, 120), warm(2300, calm, recovery)}},
+        {"kept, but not for long", {hot(0, 120, lasting), hot(1, 300), hot(2000, calm), warm(2001, calm)}},
+        {"kept and worse", {hot(0, 120, lasting), hot(1, 300), peak(2000, calm, top)}},
+        {"kept at its worst", {peak(0, calm, top), peak(1, 300), peak(2000, calm), peak(2001, 120)}},
+        {"come", {warm(0, calm), warm(1, calm), hot(2000, calm), hot(2120, 120, lasting)}},
+        {"of which the critical one was told, gone: the next one's end is none of its",
+         {peak(0, 120, top), peak(1, 121), warm(2000, calm).under(criticalOnly),
+          hot(3000, 120).under(criticalOnly), warm(4000, calm).under(criticalOnly)}},
+    };
+    for (const auto& [name, steps] : nights) {
+        ThermalAlertRuleEngine engine;
+        for (std::size_t index = 0; index < steps.size(); ++index) {
+            const auto& step = steps[index];
+            if (index == 2) {
+                engine.noteSleep();
+            }
+            const auto alert = engine.evaluate(inputFor(step), step.configuration);
+            EXPECT_EQ(alert ? Expected(alert->kind) : calm, step.expected) << name << ", at " << step.seconds;
+        }
+    }
+}
+
+TEST(ThermalAlertRuleEngine, BeginsCooldownsAgainWhenTheClockIsSetBack) {
+    ThermalAlertRuleEngine engine;
+    const auto kindAt = [&engine](const Step& step) {
+        const auto alert = engine.evaluate(inputFor(step), all);
+        return alert ? Expected(alert->kind) : calm;
+    };
+    EXPECT_EQ(kindAt(peak(100'000, calm)), top);
+    EXPECT_EQ(kindAt(warm(0, calm)), std::nullopt) << "set back";
+    EXPECT_EQ(kindAt(peak(899, calm)), std::nullopt);
+    EXPECT_EQ(kindAt(warm(900, calm)), std::nullopt);
+    EXPECT_EQ(kindAt(peak(901, calm)), top);
+}
+
 TEST(ThermalAlertConfiguration, RaisesDurationsToTheirBounds) {
     const Seconds nan{std::nan("")};
     const ThermalAlertConfiguration lowest(true, fair, Seconds{1}, Seconds{0}, Seconds{1});

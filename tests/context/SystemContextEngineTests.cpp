@@ -27,19 +27,23 @@ struct Machine {
     SystemContextEngine engine{std::make_unique<SystemDisplayContextProvider>(displays),
                                std::make_unique<SystemPowerContextProvider>(powerSources, process),
                                SustainedThermalPressureConfiguration::defaults()};
+
+    SystemContextSnapshot snapshot(const std::optional<ThermalScore>& score, Instant now) {
+        return engine.snapshot(score, now, AwakeTime(now.time_since_epoch()));
+    }
 };
 
 TEST(SystemContextEngine, GathersDisplaysPowerAndPressureOfTheCallersInstant) {
     Machine machine;
     machine.powerSources.entries = std::vector<fakes::FakePowerEntry>{{{"BatteryInstalled", true}}};
-    const auto first = machine.engine.snapshot(scoreAt(ThermalLevel::serious), start);
+    const auto first = machine.snapshot(scoreAt(ThermalLevel::serious), start);
     EXPECT_EQ(first.displays, DisplayContextSnapshot(true, 2, 1, 1));
     EXPECT_TRUE(first.power.isAvailable);
     EXPECT_EQ(first.measuredAt, start);
     EXPECT_FALSE(first.sustainedPressure.isSustained);
     EXPECT_EQ(first.sustainedPressure.activeDuration, 0s);
 
-    const auto second = machine.engine.snapshot(scoreAt(ThermalLevel::serious), start + 120s);
+    const auto second = machine.snapshot(scoreAt(ThermalLevel::serious), start + 120s);
     EXPECT_EQ(second.measuredAt, start + 120s);
     EXPECT_TRUE(second.sustainedPressure.isSustained);
     EXPECT_EQ(second.sustainedPressure.activeDuration, 120s);
@@ -47,24 +51,22 @@ TEST(SystemContextEngine, GathersDisplaysPowerAndPressureOfTheCallersInstant) {
 
 TEST(SystemContextEngine, WithoutAScoreOrAfterAResetTheStretchIsOver) {
     Machine machine;
-    machine.engine.snapshot(scoreAt(ThermalLevel::serious), start);
-    EXPECT_EQ(machine.engine.snapshot(std::nullopt, start + 130s).sustainedPressure,
+    machine.snapshot(scoreAt(ThermalLevel::serious), start);
+    EXPECT_EQ(machine.snapshot(std::nullopt, start + 130s).sustainedPressure,
               SustainedThermalPressureSnapshot::inactive());
-    EXPECT_EQ(machine.engine.snapshot(scoreAt(ThermalLevel::serious), start + 131s)
-                  .sustainedPressure.activeDuration,
+    EXPECT_EQ(machine.snapshot(scoreAt(ThermalLevel::serious), start + 131s).sustainedPressure.activeDuration,
               0s);
     machine.engine.resetPressureHistory();
-    EXPECT_EQ(machine.engine.snapshot(scoreAt(ThermalLevel::critical), start + 300s)
-                  .sustainedPressure.activeDuration,
-              0s);
+    EXPECT_EQ(
+        machine.snapshot(scoreAt(ThermalLevel::critical), start + 300s).sustainedPressure.activeDuration, 0s);
 }
 
 TEST(SystemContextEngine, FailingProvidersDoNotStopThePressureTracking) {
     Machine machine;
     machine.displays.countStatus = 1;
     machine.powerSources.entries = std::nullopt;
-    machine.engine.snapshot(scoreAt(ThermalLevel::critical), start);
-    const auto context = machine.engine.snapshot(scoreAt(ThermalLevel::critical), start + 121s);
+    machine.snapshot(scoreAt(ThermalLevel::critical), start);
+    const auto context = machine.snapshot(scoreAt(ThermalLevel::critical), start + 121s);
     EXPECT_EQ(context.displays, DisplayContextSnapshot::unavailable());
     EXPECT_FALSE(context.power.isAvailable);
     EXPECT_TRUE(context.sustainedPressure.isSustained);
@@ -78,7 +80,7 @@ TEST(SystemContextEngine, SerialisesCallsFromAllThreads) {
         for (int caller = 0; caller < 4; ++caller) {
             threads.emplace_back([&machine] {
                 for (int call = 0; call < 25; ++call) {
-                    machine.engine.snapshot(scoreAt(ThermalLevel::serious), start);
+                    machine.snapshot(scoreAt(ThermalLevel::serious), start);
                 }
                 machine.engine.resetPressureHistory();
             });

@@ -39,7 +39,8 @@ protected:
             reading.cumulativeCPUTimeNanoseconds += 100'000'000;
         }
         at += 1s;
-        return engine.snapshot(configuration, at);
+        awake += 1s;
+        return engine.snapshot(configuration, at, awake);
     }
 
     static ProcessCPUReading process(std::int32_t identifier, std::string name) {
@@ -51,6 +52,7 @@ protected:
 
     std::vector<ProcessCPUReading> census{process(1, "one")};
     Instant at = start;
+    AwakeTime awake{5s};
     LocalizedComparison comparison{"en_GB"};
     ProcessOffenderConfiguration configuration{ProcessOffenderConfiguration::Fields{}};
     ProcessOffenderEngine engine{std::make_unique<ScriptedCensus>(census), comparison, OperatingSystem::mac};
@@ -88,6 +90,18 @@ TEST_F(ProcessOffenderEngineTest, KeepsTheLatestPointsOldestFirst) {
     EXPECT_EQ(history.front(), ProcessOffenderHistoryPoint(at - 47s, 10));
     EXPECT_EQ(history.back(), ProcessOffenderHistoryPoint(at, 10));
     EXPECT_TRUE(std::ranges::is_sorted(history, {}, &ProcessOffenderHistoryPoint::measuredAt));
+}
+
+TEST_F(ProcessOffenderEngineTest, MeasuresSharesOfAwakeTimeWhateverTheClockSays) {
+    next();
+    next();
+    for (const auto step : {3h, -5h, 1h}) {
+        at += step;
+        const auto offender = next().offenders.at(0);
+        EXPECT_DOUBLE_EQ(offender.cpuPercent, 10);
+        EXPECT_EQ(offender.history.back().measuredAt, at);
+        EXPECT_TRUE(std::ranges::is_sorted(offender.history, {}, &ProcessOffenderHistoryPoint::measuredAt));
+    }
 }
 
 TEST_F(ProcessOffenderEngineTest, LosesTheHistoryOfAGroupThatRestedOnce) {

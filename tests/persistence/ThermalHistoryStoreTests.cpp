@@ -173,10 +173,11 @@ TEST_F(ThermalHistoryStoreTest, KeepsTheSamplesOfItsWindow) {
     EXPECT_EQ(store.snapshot(noon + milliseconds(1)).samples, (std::vector{sampleAt(noon - seconds(10))}));
 }
 
-TEST_F(ThermalHistoryStoreTest, SortsAtTheNextOperation) {
+TEST_F(ThermalHistoryStoreTest, ShowsNoSampleOfTheFutureAndKeepsIt) {
     store.record(sampleAt(noon));
     const auto early = sampleAt(noon - seconds(30), ThermalLevel::fair);
-    EXPECT_EQ(store.record(early).samples, (std::vector{sampleAt(noon), early}));
+    EXPECT_EQ(store.record(early).samples, std::vector{early});
+    EXPECT_EQ(store.snapshot(noon - seconds(1)).samples, std::vector{early});
     EXPECT_EQ(store.snapshot(noon).samples, (std::vector{early, sampleAt(noon)}));
 }
 

@@ -4,10 +4,13 @@
 
 namespace cindertop::linux_platform {
 
-/// The kernel's wall clock.
+/// The kernel's clocks.
 class SystemClock final : public Clock {
 public:
     Instant now() const override { return std::chrono::system_clock::now(); }
+
+    /// Two reads, so that the time asleep is off by what comes between them: usually less than a microsecond.
+    Uptime uptime() const override;
 };
 
 } // namespace cindertop::linux_platform

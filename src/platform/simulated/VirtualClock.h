@@ -22,6 +22,8 @@ public:
 
     Instant now() const override { return now_; }
 
+    Uptime uptime() const override { return sleeplessUptime(now()); }
+
     /// Runs no timer. An earlier instant is ignored.
     void advanceTo(Instant instant);
 
