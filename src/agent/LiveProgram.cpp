@@ -64,7 +64,8 @@ AppStateEnvironment LiveProgram::environment() {
             .architecture = std::string(builtArchitecture()),
             .operatingSystemVersion = linux_platform::operatingSystemVersion(),
             .releasesPage = {},
-            .historyWriting = {.clock = linux_platform::steadyClock()}};
+            .historyWriting = {.clock = linux_platform::steadyClock()},
+            .sleep = &sleep_.announcements()};
 }
 
 } // namespace cindertop::agent

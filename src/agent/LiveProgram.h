@@ -1,5 +1,6 @@
 #pragma once
 
+#include "agent/SystemSleep.h"
 #include "app/AppStateEnvironment.h"
 #include "app/EngineThread.h"
 #include "app/EventLoopTimers.h"
@@ -38,6 +39,7 @@ private:
     linux_platform::LinuxLoginItem loginItem_;
     linux_platform::LinuxRunningApplications runningApplications_;
     EventLoopTimers timers_;
+    SystemSleep sleep_{timers_};
     EngineThread engineThread_; ///< last: it ends before what its work uses
 };
 
