@@ -12,7 +12,8 @@ class CalendarDays {
 public:
     /// `timeZone` is an IANA name ("Asia/Kolkata"); an unknown one counts as UTC.
     explicit CalendarDays(const std::string& timeZone);
-    /// The time zone of the user (TZ, else the system's) as it is now.
+    /// The time zone of the user (TZ, else the system's) as it is whenever a day is asked for: a traveller's
+    /// changes count at once.
     static CalendarDays ofUser();
 
     /// The day on which the instant falls there: "2025-03-05".
@@ -21,7 +22,7 @@ public:
 private:
     struct Zone;
     explicit CalendarDays(std::shared_ptr<const Zone> zone);
-    std::shared_ptr<const Zone> zone_;
+    std::shared_ptr<const Zone> zone_; ///< none: the user's
 };
 
 } // namespace cindertop
