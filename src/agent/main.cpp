@@ -7,6 +7,7 @@
 #include "agent/Restart.h"
 #include "agent/RunOnlyTerms.h"
 #include "agent/ScenarioProgram.h"
+#include "agent/SessionPlace.h"
 #include "agent/StatusLines.h"
 #include "agent/TerminationSignals.h"
 #include "agent/TermsQuestion.h"
@@ -257,24 +258,36 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
 }
 
 /// A command that looks whether an agent runs holds the lock for a moment.
-auto acquireLock(const std::filesystem::path& folder) {
+auto acquireLock(const std::filesystem::path& folder, const std::string& note) {
     constexpr int tries = 5;
     constexpr auto moment = 10ms;
-    auto lock = linux_platform::AgentLock::tryAcquire(folder);
+    auto lock = linux_platform::AgentLock::tryAcquire(folder, note);
     for (int tried = 1; tried < tries && !lock && lock.error() == std::errc::device_or_resource_busy;
          ++tried) {
         std::this_thread::sleep_for(moment);
-        lock = linux_platform::AgentLock::tryAcquire(folder);
+        lock = linux_platform::AgentLock::tryAcquire(folder, note);
     }
     return lock;
 }
 
-int runLive(const Arguments& arguments, const TerminationSignals& signals, Restart& restart) {
-    const auto folders = UserFolders::ofUser();
-    const auto lock = acquireLock(folders.programData());
-    if (!lock && lock.error() == std::errc::device_or_resource_busy) {
+/// Its window would open where nobody looks, when the one that runs belongs to another screen.
+int leaveToRunningAgent(const SessionPlace& here, const UserFolders& folders) {
+    const auto there = SessionPlace::fromNote(linux_platform::AgentLock::note(folders.programData()));
+    if (!there || !here.isApartFrom(*there)) {
         return showRunningAgent(
             QDBusConnection::connectToBus(desktop::sessionBusAddress(), "cindertop-second-start"));
+    }
+    say(STDOUT_FILENO,
+        "already running in your other session (" + there->words() + "); it watches for all of them");
+    return success;
+}
+
+int runLive(const Arguments& arguments, const TerminationSignals& signals, Restart& restart) {
+    const auto folders = UserFolders::ofUser();
+    const auto here = SessionPlace::of(environmentText, hasWindows());
+    const auto lock = acquireLock(folders.programData(), here.note());
+    if (!lock && lock.error() == std::errc::device_or_resource_busy) {
+        return leaveToRunningAgent(here, folders);
     }
     if (!lock) {
         say(STDERR_FILENO, "nothing will be kept: " + folders.programData().string() + ": " +

@@ -1,5 +1,6 @@
 #include "platform/linux/AgentLock.h"
 
+#include "platform/linux/FileHead.h"
 #include "support/AtomicFile.h"
 #include "support/PosixFileSystem.h"
 
@@ -13,16 +14,17 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr auto lockFile = "agent.lock";
+constexpr auto lockFileName = "agent.lock";
 
 } // namespace
 
-std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem::path& dataFolder) {
+std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem::path& dataFolder,
+                                                          std::string_view note) {
     PosixFileSystem files;
     if (const auto made = makeFolders(files, dataFolder); !made) {
         return std::unexpected(made.error());
     }
-    FileDescriptor file(::open((dataFolder / lockFile).c_str(),
+    FileDescriptor file(::open((dataFolder / lockFileName).c_str(),
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
                                S_IRUSR | S_IWUSR));
     if (!file.isOpen()) {
@@ -32,13 +34,21 @@ std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem:
         return std::unexpected(errno == EWOULDBLOCK ? std::errc::device_or_resource_busy
                                                     : static_cast<std::errc>(errno));
     }
+    // Where the note cannot be written, on a full disk, the lock is as good.
+    [[maybe_unused]] const bool isNoted =
+        ::ftruncate(file.number(), 0) == 0 && ::pwrite(file.number(), note.data(), note.size(), 0) > 0;
     return AgentLock(std::move(file));
 }
 
 bool AgentLock::isHeld(const std::filesystem::path& dataFolder) {
-    const FileDescriptor file(
-        ::open((dataFolder / lockFile).c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const FileDescriptor file(::open((dataFolder / lockFileName).c_str(),
+                                     O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     return file.isOpen() && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+std::string AgentLock::note(const std::filesystem::path& dataFolder) {
+    constexpr std::size_t longestNote = 256;
+    return readFileHead(dataFolder / lockFileName, longestNote).value_or("");
 }
 
 } // namespace cindertop::linux_platform

@@ -4,6 +4,8 @@
 
 #include <expected>
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -14,8 +16,13 @@ namespace cindertop::linux_platform {
 class AgentLock {
 public:
     /// Takes the lock that `dataFolder` keeps in "agent.lock", and makes the folder where it is missing.
-    /// Never waits. `std::errc::device_or_resource_busy` when another process holds it.
-    static std::expected<AgentLock, std::errc> tryAcquire(const std::filesystem::path& dataFolder);
+    /// Never waits. `std::errc::device_or_resource_busy` when another process holds it. `note` is what the
+    /// holder says of itself to others.
+    static std::expected<AgentLock, std::errc> tryAcquire(const std::filesystem::path& dataFolder,
+                                                          std::string_view note = {});
+
+    /// What the present holder, or else the last one, said; at most 256 bytes, which may be anything.
+    static std::string note(const std::filesystem::path& dataFolder);
 
     /// Whether a process holds it, without making anything. It is taken for a moment to find out, so that who
     /// takes it in that moment has to try again.

@@ -12,13 +12,16 @@ TEST(AgentLock, IsHeldByOneAtATime) {
     const TemporaryTree tree;
     const auto folder = tree.path() / "share/Cindertop";
     {
+        EXPECT_EQ(AgentLock::note(folder), "");
         EXPECT_FALSE(AgentLock::isHeld(folder));
-        const auto first = AgentLock::tryAcquire(folder);
+        const auto first = AgentLock::tryAcquire(folder, "on display :0");
         EXPECT_TRUE(AgentLock::isHeld(folder));
         ASSERT_TRUE(first);
-        EXPECT_EQ(AgentLock::tryAcquire(folder).error(), std::errc::device_or_resource_busy);
+        EXPECT_EQ(AgentLock::tryAcquire(folder, "me").error(), std::errc::device_or_resource_busy);
+        EXPECT_EQ(AgentLock::note(folder), "on display :0");
     }
     EXPECT_TRUE(AgentLock::tryAcquire(folder));
+    EXPECT_EQ(AgentLock::note(folder), "");
     EXPECT_EQ(std::filesystem::status(folder).permissions(), perms::owner_all);
     EXPECT_EQ(std::filesystem::status(folder / "agent.lock").permissions(),
               perms::owner_read | perms::owner_write);

@@ -1,0 +1,55 @@
+#include "agent/SessionPlace.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace cindertop::agent {
+namespace {
+
+using Environment = std::map<std::string, std::string>;
+
+SessionPlace placeIn(const Environment& environment, bool hasWindows = true) {
+    return SessionPlace::of(
+        [&environment](const char* name) {
+            const auto found = environment.find(name);
+            return found == environment.end() ? std::string() : found->second;
+        },
+        hasWindows);
+}
+
+TEST(SessionPlace, TellsOneScreenFromAnother) {
+    const auto first = placeIn({{"DISPLAY", ":0"}, {"XDG_VTNR", "2"}});
+
+    struct Case {
+        SessionPlace second;
+        bool isApart;
+    };
+
+    for (const auto& [second, isApart] : {
+             Case{placeIn({{"DISPLAY", ":1"}, {"XDG_VTNR", "3"}}), true},
+             Case{placeIn({{"WAYLAND_DISPLAY", "wayland-1"}, {"DISPLAY", ":0"}}), true},
+             Case{placeIn({{"DISPLAY", ":0"}}),
+                  false}, // started by a service manager, which knows no terminal
+             Case{placeIn({{"DISPLAY", ":1"}}, false), false},
+             Case{placeIn({}), false},
+         }) {
+        EXPECT_EQ(second.isApartFrom(first), isApart) << second.words();
+        EXPECT_EQ(first.isApartFrom(second), isApart) << second.words();
+    }
+    EXPECT_EQ(first.words(), "display :0 on tty2");
+    EXPECT_EQ(placeIn({{"WAYLAND_DISPLAY", "wayland-1"}, {"DISPLAY", ":0"}}).words(), "display wayland-1");
+}
+
+TEST(SessionPlace, ComesBackFromItsNoteAndFromNoOtherText) {
+    for (const auto& place :
+         {placeIn({{"DISPLAY", ":0"}, {"XDG_VTNR", "2"}}), placeIn({{"DISPLAY", ":0"}}), placeIn({})}) {
+        EXPECT_EQ(SessionPlace::fromNote(place.note()), place);
+        EXPECT_EQ(SessionPlace::fromNote(place.note().substr(1)), std::nullopt);
+        EXPECT_EQ(SessionPlace::fromNote(place.note().substr(0, place.note().size() - 1)), std::nullopt);
+    }
+    EXPECT_EQ(SessionPlace::fromNote(""), std::nullopt) << "it has not been written yet";
+}
+
+} // namespace
+} // namespace cindertop::agent
