@@ -142,6 +142,7 @@ void AppState::beginAfresh() {
 
 /// The machine waits for `isReady`: all that was recorded until now is written by then.
 void AppState::prepareForSleep(std::function<void()> isReady) {
+    sleepWatch_.noteComingSleep();
     saveHistory([isReady = std::move(isReady)](const FileResult<void>& /*saved*/) { isReady(); });
 }
 

@@ -31,7 +31,13 @@ SleepWatch::Look SleepWatch::look(const Uptime& now) {
     latest_ = now;
     due_.reset();
     const bool isTold = std::exchange(isToldOfWake_, false);
-    return {.awake = awakeAt(now), .hasSlept = isHalted || isAsleep || isTold};
+    const bool hasSlept = isHalted || isAsleep || isTold;
+    isSleepComing_ = isSleepComing_ && !hasSlept;
+    return {.awake = awakeAt(now), .hasSlept = hasSlept};
+}
+
+void SleepWatch::noteWake() {
+    isToldOfWake_ = std::exchange(isSleepComing_, false);
 }
 
 void SleepWatch::expectAfter(const Uptime& now, std::chrono::nanoseconds delay) {

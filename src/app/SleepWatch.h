@@ -23,8 +23,11 @@ public:
 
     void expectNothing() { due_.reset(); }
 
-    /// The system has told that it woke: the next look says so, whatever the clocks do.
-    void noteWake() { isToldOfWake_ = true; }
+    /// The system tells that it is about to sleep, and that it woke: the next look says so, whatever the
+    /// clocks do, unless one has seen it already.
+    void noteComingSleep() { isSleepComing_ = true; }
+
+    void noteWake();
 
     /// Whether it has slept after that moment, as far as the clocks tell.
     static bool hasSleptSince(const Uptime& earlier, const Uptime& now);
@@ -36,6 +39,7 @@ private:
     std::optional<Uptime> latest_;
     std::optional<Uptime> due_; ///< its `awake` is when the next look is due, if the machine does not sleep
     std::chrono::nanoseconds halted_{}; ///< what the clocks count as awake, but this as sleep
+    bool isSleepComing_ = false;
     bool isToldOfWake_ = false;
 };
 

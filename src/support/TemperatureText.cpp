@@ -10,6 +10,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <memory>
+#include <mutex>
 #include <string_view>
 #include <utility>
 
@@ -65,6 +67,32 @@ std::function<std::string(double)> localizedWriter(const std::string& textLocale
     };
 }
 
+/// Makes a formatter anew when the user's locale has changed.
+class FollowingFormatter {
+public:
+    explicit FollowingFormatter(FollowedLocale locale) : locale_(std::move(locale)) {}
+
+    std::string text(double celsius) {
+        const std::scoped_lock lock(mutex_);
+        auto measurement = locale_.name("LC_MEASUREMENT");
+        auto number = locale_.name("LC_NUMERIC");
+        if (!formatter_ || measurement != measurement_ || number != number_) {
+            measurement_ = std::move(measurement);
+            number_ = std::move(number);
+            const icu::Locale region(icuLocaleName(measurement_).c_str());
+            formatter_.emplace(number_, unitOfRegion(region.getCountry()));
+        }
+        return formatter_->text(celsius);
+    }
+
+private:
+    std::mutex mutex_;
+    FollowedLocale locale_;
+    std::string measurement_;
+    std::string number_;
+    std::optional<TemperatureFormatter> formatter_;
+};
+
 } // namespace
 
 TemperatureFormatter::TemperatureFormatter(const std::string& textLocale, Unit unit)
@@ -73,9 +101,9 @@ TemperatureFormatter::TemperatureFormatter(const std::string& textLocale, Unit u
 TemperatureFormatter::TemperatureFormatter(std::function<std::string(double)> write)
     : write_(std::move(write)) {}
 
-TemperatureFormatter TemperatureFormatter::ofUser() {
-    const icu::Locale measurement(icuLocaleName(userLocaleName("LC_MEASUREMENT")).c_str());
-    return {userLocaleName("LC_NUMERIC"), unitOfRegion(measurement.getCountry())};
+TemperatureFormatter TemperatureFormatter::ofUser(FollowedLocale locale) {
+    return TemperatureFormatter([formatter = std::make_shared<FollowingFormatter>(std::move(locale))](
+                                    double celsius) { return formatter->text(celsius); });
 }
 
 TemperatureFormatter TemperatureFormatter::plain(const std::string& locale) {

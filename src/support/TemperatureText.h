@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/FollowedLocale.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -15,9 +17,9 @@ public:
     /// `textLocale`, an ICU or POSIX name, decides digits and wording, `unit` the scale.
     TemperatureFormatter(const std::string& textLocale, Unit unit);
 
-    /// As the environment says: the unit follows the region of LC_ALL, LC_MEASUREMENT or LANG, the text
-    /// follows LC_ALL, LC_NUMERIC or LANG. C and POSIX are Celsius.
-    static TemperatureFormatter ofUser();
+    /// As the user's locale says whenever a text is asked for: the unit follows the region of LC_ALL,
+    /// LC_MEASUREMENT or LANG, the text follows LC_ALL, LC_NUMERIC or LANG. C and POSIX are Celsius.
+    static TemperatureFormatter ofUser(FollowedLocale locale = FollowedLocale());
 
     /// The rule of replays, the same in every language: "36°C", "97°F", "-8°C", "0°C" with halves away from
     /// zero. Fahrenheit where the region, the part after the last "_", is US, BS, BZ, KY, PR or PW.

@@ -51,11 +51,17 @@ TEST(SleepWatch, ExpectsNothingWhilePausedButKnowsOfASleep) {
 }
 
 TEST(SleepWatch, BelievesTheSystem) {
-    SleepWatch watch;
-    watch.look(at(100s, 0s));
-    watch.noteWake();
-    EXPECT_TRUE(watch.look(at(101s, 0s)).hasSlept);
-    EXPECT_FALSE(watch.look(at(102s, 0s)).hasSlept);
+    for (const bool isSeenBefore : {false, true}) {
+        SleepWatch watch;
+        watch.look(at(100s, 0s));
+        watch.noteComingSleep();
+        EXPECT_FALSE(watch.look(at(101s, 0s)).hasSlept) << "it has not come yet";
+        const auto asleep = isSeenBefore ? 1h : 0h;
+        EXPECT_EQ(watch.look(at(102s, asleep)).hasSlept, isSeenBefore);
+        watch.noteWake();
+        EXPECT_EQ(watch.look(at(103s, asleep)).hasSlept, !isSeenBefore);
+        EXPECT_FALSE(watch.look(at(104s, asleep)).hasSlept);
+    }
 }
 
 } // namespace

@@ -1,10 +1,12 @@
 #include "EnvironmentVariables.h"
+#include "fakes/TemporaryFolder.h"
 #include "support/TemperatureText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <limits>
 
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
@@ -87,6 +89,38 @@ TEST(TemperatureText, TheEnvironmentDecidesUnitAndLanguageApart) {
             {{"LC_ALL", {}}, {"LC_MEASUREMENT", {}}, {"LC_NUMERIC", {}}, {"LANG", {}}});
         const EnvironmentVariables set(variables);
         EXPECT_EQ(TemperatureFormatter::ofUser().text(36.0), expected);
+    }
+}
+
+TEST(TemperatureText, FollowsTheSystemsFileWhereTheSessionDoes) {
+    struct Case {
+        const char* what;
+        EnvironmentVariables::Values variables;
+        std::string later;
+        std::string expected;
+    };
+
+    for (const auto& [what, variables, later, expected] : std::to_array<Case>({
+             {"moved", {{"LANG", "en_US.UTF-8"}}, "LANG=de_DE.UTF-8\n", "36 °C"},
+             {"only the unit",
+              {{"LANG", "en_US.UTF-8"}},
+              "# own\nLANG='en_US.UTF-8'\nLC_MEASUREMENT=\"en_GB.UTF-8\"",
+              "36°C"},
+             {"the session's own", {{"LANG", "en_PR"}}, "LANG=de_DE.UTF-8\n", "97°F"},
+             {"gone", {{"LANG", "en_US.UTF-8"}}, "", "36°C"},
+         })) {
+        const fakes::TemporaryFolder folder;
+        const auto file = folder / "locale.conf";
+        const EnvironmentVariables none(
+            {{"LC_ALL", {}}, {"LC_MEASUREMENT", {}}, {"LC_NUMERIC", {}}, {"LANG", {}}});
+        const EnvironmentVariables set(variables);
+        fakes::writeText(file, "LANG=en_US.UTF-8\n");
+        const auto formatter = TemperatureFormatter::ofUser(FollowedLocale(file));
+        EXPECT_EQ(formatter.text(36.0), "97°F") << what;
+        fakes::writeText(file, later);
+        std::filesystem::last_write_time(file, std::filesystem::file_time_type::clock::now() +
+                                                   std::chrono::seconds(5));
+        EXPECT_EQ(formatter.text(36.0), expected) << what;
     }
 }
 

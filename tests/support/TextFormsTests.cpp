@@ -1,6 +1,8 @@
+#include "EnvironmentVariables.h"
 #include "support/CalendarDays.h"
 #include "support/Characters.h"
 #include "support/DateText.h"
+#include "support/LocalTime.h"
 #include "support/UserFolders.h"
 
 #include <gtest/gtest.h>
@@ -41,6 +43,17 @@ TEST(Characters, AreTrimmedOfEveryBlank) {
 
 Instant at(std::string_view text) {
     return parseUtcText(text).value();
+}
+
+TEST(CalendarDays, FollowTheUsersZone) {
+    const auto days = CalendarDays::ofUser();
+    for (const auto& [zone, day] :
+         {std::pair("UTC", "2026-03-05"), std::pair("Asia/Tokyo", "2026-03-06"),
+          std::pair("America/New_York", "2026-03-05"), std::pair("CST-8", "2026-03-06")}) {
+        const EnvironmentVariables travelled(EnvironmentVariables::Values{{"TZ", zone}});
+        EXPECT_EQ(days.identifier(at("2026-03-05T17:00:00Z")), day) << zone;
+        EXPECT_EQ(localTime(at("2026-03-05T17:00:00Z")).tm_mday, day[9] - '0') << zone;
+    }
 }
 
 TEST(CalendarDays, BeginAtMidnightOfTheirZone) {
