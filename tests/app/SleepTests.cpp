@@ -1,4 +1,6 @@
 #include "FakeProgram.h"
+#include "persistence/ThermalHistoryEnvelope.h"
+#include "support/AtomicFile.h"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace cindertop {
 namespace {
@@ -25,8 +28,9 @@ constexpr std::array zones{"UTC", "Asia/Tokyo"};
 
 /// A program that tells alerts, on a machine that can sleep.
 struct Sleeper : FakeProgram {
-    explicit Sleeper(Heat heat, const std::string& zone = "Asia/Tokyo") {
+    explicit Sleeper(Heat heat, const std::string& zone = "Asia/Tokyo", HistoryWriting writing = {}) {
         timeZone = zone;
+        historyWriting = std::move(writing);
         setHeat(heat);
         startWith({.notificationsEnabled = true});
     }
@@ -162,14 +166,21 @@ TEST(Sleep, WhatWasReadBeforeItIsNoNewsAfterIt) {
 }
 
 TEST(Sleep, TheSystemsWordBringsALookAtOnceAndAWriteBefore) {
-    Sleeper program(cool);
-    program.pass(1s);
-    ASSERT_EQ(program.ticks, 1);
+    Sleeper program(cool, "UTC", {.clock = [] { return 0ns; }}); // nothing is due again
+    program.pass(7s);
+    ASSERT_EQ(program.samples, 2);
+    const auto sampleCount = [&program] {
+        const auto text = wholeFile(program.files, FakeProgram::historyFile, 1'000'000).value();
+        return decodeHistory(text).value().samples.size();
+    };
+    EXPECT_EQ(sampleCount(), 1U);
     program.executor.isHolding = true;
     program.announcements.announceSleep();
     EXPECT_EQ(program.announcements.readyCount, 0) << "work is waiting";
     program.executor.release();
     EXPECT_EQ(program.announcements.readyCount, 1);
+    EXPECT_EQ(sampleCount(), 2U);
+    program.ticks = 1;
     program.sleep(1h);
     program.announcements.announceWake();
     program.pass(0s);
