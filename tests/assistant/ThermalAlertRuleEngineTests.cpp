@@ -142,7 +142,7 @@ TEST(ThermalAlertRuleEngine, TellsNothingOfTheHeatThatASleepTookOrKept) {
           hot(3000, 120).under(criticalOnly), warm(4000, calm).under(criticalOnly)}},
     };
     for (const auto& [name, steps] : nights) {
-        ThermalAlertRuleEngine engine;
+        ThermalAlertRuleEngine engine(OperatingSystem::mac);
         for (std::size_t index = 0; index < steps.size(); ++index) {
             const auto& step = steps[index];
             if (index == 2) {
@@ -155,7 +155,7 @@ TEST(ThermalAlertRuleEngine, TellsNothingOfTheHeatThatASleepTookOrKept) {
 }
 
 TEST(ThermalAlertRuleEngine, BeginsCooldownsAgainWhenTheClockIsSetBack) {
-    ThermalAlertRuleEngine engine;
+    ThermalAlertRuleEngine engine(OperatingSystem::mac);
     const auto kindAt = [&engine](const Step& step) {
         const auto alert = engine.evaluate(inputFor(step), all);
         return alert ? Expected(alert->kind) : calm;

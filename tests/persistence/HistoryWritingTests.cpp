@@ -38,7 +38,7 @@ protected:
         return {place, Seconds(3600), Seconds(300), CalendarDays("UTC"), files, std::move(writing)};
     }
 
-    std::size_t countInFile() { return storeOn(file, {}).snapshot(morning).samples.size(); }
+    std::size_t countInFile() { return storeOn(file, {}).snapshot(morning + 30min).samples.size(); }
 
     std::ptrdiff_t written() const { return std::ranges::count(files.calls, Call::rename); }
 
