@@ -159,7 +159,7 @@ private:
     void publishIdleSnapshots();
     void forgetMonitoring();
     bool isCurrent(const Tick& tick) const;
-    bool isObserved(Instant now) const;
+    bool isObserved(AwakeTime now) const;
     bool isOfBeforeSleep(const Tick& tick) const;
     void beginAfresh();
     void prepareForSleep(std::function<void()> isReady);
@@ -229,7 +229,7 @@ private:
     std::optional<ThermalScore> latestThermalScore_;
     std::optional<SystemContextSnapshot> latestSystemContextSnapshot_;
     std::vector<TemperatureReading> latestTemperatures_;
-    std::optional<Instant> lookedAt_;             ///< by a terminal or another program
+    std::optional<AwakeTime> lookedAt_;           ///< by a terminal or another program
     std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
     std::vector<SourceStatus> latestSources_;     ///< as of the latest census
     std::uint64_t stops_ = 0;                     ///< what was asked before the latest shows nothing any more

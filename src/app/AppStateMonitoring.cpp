@@ -171,7 +171,7 @@ void AppState::refreshThermalState() {
              .configuration = {.usesExperimentalSensors = *published_.experimentalTemperatureSensorsEnabled,
                                .thresholds = ThermalTemperatureThresholds::defaults()},
              .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(awake),
-             .isObserved = isObserved(now),
+             .isObserved = isObserved(awake),
              .takesCPUUsage = *published_.historyEnabled,
              .readings = std::nullopt});
     const auto read = [this, tick] { return takeReadings(*tick); };
@@ -267,11 +267,11 @@ void AppState::reportFailedRead(std::string_view step) {
 }
 
 void AppState::noteLook() {
-    lookedAt_ = environment_.machine.clock.now();
+    lookedAt_ = sleepWatch_.awakeAt(environment_.machine.clock.uptime());
 }
 
-bool AppState::isObserved(Instant now) const {
-    return lookedAt_ && now >= *lookedAt_ && now - *lookedAt_ < lookDuration;
+bool AppState::isObserved(AwakeTime now) const {
+    return lookedAt_ && now - *lookedAt_ < lookDuration;
 }
 
 std::optional<MachineSnapshot> AppState::machineSnapshot() const {
