@@ -184,9 +184,9 @@ TEST(AppStateCommands, TellsWhereAnExportIsOnceItIs) {
               "This desktop has no save panel. The file is /free.json.",
               true},
              {{.place = "/no/such.json", .isChosenByUser = false},
-              "/no/such.json cannot be written: No such",
+              "/no/such.json cannot be written: ",
               false},
-             {{.place = "/no/such.json"}, "/no/such.json cannot be written: No such", false},
+             {{.place = "/no/such.json"}, "/no/such.json cannot be written: ", false},
              {{.place = {}, .problem = "It is elsewhere."}, "It is elsewhere.", false},
              {{}, "", false},
          }) {
