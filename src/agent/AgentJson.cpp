@@ -28,12 +28,12 @@ Json nothingMeasured(const ThermalAssistantPresentation& presentation) {
 
 Json agentJson(const AppState& state) {
     const auto& published = state.published();
-    const auto presentation = state.makePresentation(*published.thermalSnapshot);
+    const auto presentation = state.currentPresentation();
     const auto machine = state.machineSnapshot();
-    auto json =
-        machine ? machineJson(*machine, MachineVerdict{.recommendation = *published.recommendationSnapshot,
-                                                       .presentation = presentation})
-                : nothingMeasured(presentation);
+    auto json = machine
+                    ? machineJson(*machine, MachineVerdict{.recommendation = state.currentRecommendation(),
+                                                           .presentation = presentation})
+                    : nothingMeasured(presentation);
     json["notificationState"] = caseName(*published.systemNotificationState);
     json["isPaused"] = *published.isPaused;
     json["termsAccepted"] = *published.legalTermsAccepted;

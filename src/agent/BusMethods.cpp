@@ -29,6 +29,9 @@ constexpr const char* invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs
 /// What lies beyond is as far out of every range.
 constexpr std::uint64_t largestNumber = std::numeric_limits<std::int64_t>::max();
 
+/// A property cannot be absent, and 0 is a score.
+constexpr std::int64_t noScore = -1;
+
 QString qText(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -119,10 +122,11 @@ QString BusMethods::introspection() {
 QVariantMap BusMethods::properties() const {
     const auto& published = state_.published();
     const auto& snapshot = *published.thermalSnapshot;
-    const auto presentation = state_.makePresentation(snapshot);
+    const auto presentation = state_.currentPresentation();
+    const bool hasLevel = isLevel(presentation.status);
     return {{"Version", qText(version)},
-            {"Level", qText(caseName(snapshot.level))},
-            {"Score", QVariant::fromValue<qlonglong>(snapshot.score)},
+            {"Level", hasLevel ? qText(caseName(snapshot.level)) : QString()},
+            {"Score", QVariant::fromValue<qlonglong>(hasLevel ? snapshot.score : noScore)},
             {"TemperatureText", qText(snapshot.temperatureText)},
             {"Trend", qText(caseName(snapshot.trend))},
             {"Status", qText(caseName(presentation.status))},

@@ -124,7 +124,14 @@ ui::ProgramActions DesktopFace::actions() {
 
 ui::StatusMenu::Actions DesktopFace::menuActions() {
     return {.open = [this] { open(Opening::popover); },
-            .toggleMonitoring = [this] { state_->setPaused(!*state_->published().isPaused); },
+            .toggleMonitoring =
+                [this] {
+                    if (state_->isMonitoringPermitted()) {
+                        state_->setPaused(!*state_->published().isPaused);
+                    } else {
+                        state_->showOnboardingWindow();
+                    }
+                },
             .checkForUpdates = [this] { state_->checkForUpdates(); },
             .openHelp = actions().openHelp,
             .openPreferences = [this] { state_->showSettingsWindow(); },

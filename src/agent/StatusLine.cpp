@@ -37,7 +37,7 @@ std::string trendMark(ThermalTrend trend, Charset charset) {
 
 Line heat(const ThermalSnapshot& snapshot, bool isHeatKnown, Charset charset) {
     if (!isHeatKnown) {
-        return {Span(cli::paddedRight("Heat not available", heatColumns), Tone::faint)};
+        return {Span(cli::paddedRight(cli::noHeatReadings, heatColumns), Tone::faint)};
     }
     const auto tone = cli::toneOf(snapshot.level);
     const auto temperature = cli::shown(snapshot.temperatureText, charset);
@@ -65,9 +65,9 @@ cli::Line statusLine(const AppState& state, const std::string& time, const cli::
     const auto& published = state.published();
     const auto& score = state.latestThermalScore();
     Line line{Span(time + "  ", Tone::faint)};
-    append(line, heat(*published.thermalSnapshot, score && cli::isHeatKnown(*score), format.charset));
+    append(line, heat(*published.thermalSnapshot, score && isHeatKnown(*score), format.charset));
     append(line, busiest(*published.processOffenderSnapshot, format.charset));
-    const auto& advice = published.recommendationSnapshot->primaryInsight;
+    const auto advice = state.currentRecommendation().primaryInsight;
     const int room = format.columns - columnsOf(line) - 2;
     if (advice && room > 0) {
         const auto title = cli::shown(advice->title, format.charset);

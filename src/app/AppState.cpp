@@ -16,6 +16,7 @@ constexpr Seconds maximumAttributionGap{5 * 60};
 
 AppState::AppState(AppStateEnvironment environment)
     : environment_(std::move(environment)),
+      temperatures_(environment_.temperatures),
       settingsStore_(environment_.defaults, defaultSettings(environment_.machine.operatingSystem)),
       engines_(environment_.machine),
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,

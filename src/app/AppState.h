@@ -79,6 +79,10 @@ public:
     /// The user's command; before the terms are accepted it does nothing.
     void setPaused(bool paused);
     ThermalAssistantPresentation makePresentation(const ThermalSnapshot& snapshot) const;
+    /// What is shown of the published snapshots now. On Linux it names a level only where heat was measured.
+    ThermalAssistantPresentation currentPresentation() const;
+    /// The published advice; on Linux without what would judge a heat that nobody knows.
+    CinderRecommendationSnapshot currentRecommendation() const;
     /// "36°C"; absent without a temperature.
     std::optional<std::string> temperatureText(std::optional<double> celsius) const;
 
@@ -110,6 +114,7 @@ public:
     void setHistoryEnabled(bool isEnabled);
     /// Minutes, brought into 15 to 180.
     void setHistoryDurationMinutes(std::int64_t minutes);
+    void setTemperatureUnit(TemperatureUnit unit);
     void applySettings(const AppSettings& settings);
     void resetSettingsToDefaults();
     /// The preferences as they are now, and as they are stored.
@@ -154,6 +159,8 @@ private:
     void updateActivationPolicy() const;
 
     // Monitoring
+    bool isHeatUnknown() const;
+    std::vector<SourceStatus> currentSources() const;
     void startThermalMonitoring();
     void stopThermalMonitoring();
     void publishIdleSnapshots();
@@ -199,11 +206,12 @@ private:
     void exportTo(const SaveChoice& choice);
     void showExportSuccess(const std::filesystem::path& destination);
     void surveyHardware();
-    void finishHardwareCheck(std::optional<HeatSources> sources);
+    void finishHardwareCheck(std::optional<HeatSources> sources, std::optional<PowerContextSnapshot> power);
     void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,
              const DiagnosticMetadata& metadata = {});
 
     AppStateEnvironment environment_;
+    TemperatureFormatter temperatures_; ///< in the unit that the user has chosen
     AppStateProperties published_;
 
     AppSettingsStore settingsStore_;

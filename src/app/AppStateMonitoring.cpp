@@ -85,8 +85,8 @@ void AppState::stopThermalMonitoring() {
     thermalMonitoringTask_.reset();
     ++stops_;
     sleepWatch_.expectNothing();
-    publishIdleSnapshots();
     forgetMonitoring();
+    publishIdleSnapshots();
     if (wasMonitoring) {
         log(DiagnosticLogLevel::info, DiagnosticLogCategory::thermal, "Thermal monitoring stopped");
     }
@@ -211,7 +211,7 @@ void AppState::publishReadings(const TickPointer& tick) {
     latestThermalScore_ = tick->score();
     latestTemperatures_ = std::move(tick->readings->temperatures);
     latestSystemContextSnapshot_ = tick->context();
-    published_.thermalSnapshot.set(ThermalSnapshot::of(tick->score(), environment_.temperatures));
+    published_.thermalSnapshot.set(ThermalSnapshot::of(tick->score(), temperatures_));
     if (!isCurrent(*tick)) { // an observer may have stopped the monitoring
         return;
     }
@@ -283,12 +283,12 @@ std::optional<MachineSnapshot> AppState::machineSnapshot() const {
                            .offenders = *published_.processOffenderSnapshot,
                            .cpuPercent = latestCPUPercent_,
                            .temperatures = latestTemperatures_,
-                           .sources = latestSources_,
+                           .sources = currentSources(),
                            .measuredAt = published_.systemContextSnapshot->measuredAt};
 }
 
 std::optional<std::string> AppState::temperatureText(std::optional<double> celsius) const {
-    return environment_.temperatures.text(celsius);
+    return temperatures_.text(celsius);
 }
 
 ThermalAssistantPresentation AppState::makePresentation(const ThermalSnapshot& snapshot) const {

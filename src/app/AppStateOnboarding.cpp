@@ -1,5 +1,6 @@
 #include "app/AppState.h"
 #include "app/LegalTerms.h"
+#include "context/SystemPowerContextProvider.h"
 
 #include <chrono>
 #include <utility>
@@ -30,16 +31,31 @@ void AppState::startHardwareCheckIfNeeded() {
 void AppState::surveyHardware() {
     auto* const survey = environment_.machine.heatSourceSurvey;
     if (survey == nullptr) {
-        finishHardwareCheck(std::nullopt);
+        finishHardwareCheck(std::nullopt, std::nullopt);
         return;
     }
-    evaluate(
-        environment_.executor, [survey] { return survey->findHeatSources(); },
-        [this](std::optional<HeatSources> found) { finishHardwareCheck(found.value_or(HeatSources{})); });
+
+    struct Found {
+        HeatSources heat;
+        PowerContextSnapshot power;
+    };
+
+    const auto look = [this, survey] {
+        const auto& machine = environment_.machine;
+        return Found{
+            .heat = survey->findHeatSources(),
+            .power = SystemPowerContextProvider(machine.powerSources, machine.process).readPowerContext()};
+    };
+    evaluate(environment_.executor, look, [this](std::optional<Found> found) {
+        finishHardwareCheck(found ? std::move(found->heat) : HeatSources{},
+                            found ? std::optional(found->power) : std::nullopt);
+    });
 }
 
-void AppState::finishHardwareCheck(std::optional<HeatSources> sources) {
+void AppState::finishHardwareCheck(std::optional<HeatSources> sources,
+                                   std::optional<PowerContextSnapshot> power) {
     auto state = *published_.onboardingState;
+    state.power = power;
     state.hardwareStatus = performHardwareCheck(
         readHardwareProfile(environment_.systemValues, environment_.architecture), std::move(sources));
     state.hasCompletedHardwareCheck = true;

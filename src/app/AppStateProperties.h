@@ -52,6 +52,7 @@ struct AppStateProperties {
     Published<bool> showContextInsights{AppSettingsFields{}.showContextInsights};
     Published<bool> historyEnabled{AppSettingsFields{}.historyEnabled};
     Published<std::int64_t> historyDurationMinutes{AppSettingsFields{}.historyDurationMinutes};
+    Published<TemperatureUnit> temperatureUnit{AppSettingsFields{}.temperatureUnit};
 };
 
 } // namespace cindertop

@@ -4,13 +4,6 @@
 
 namespace cindertop {
 
-namespace {
-
-constexpr std::int64_t shortestHistoryMinutes = 15;
-constexpr std::int64_t longestHistoryMinutes = 180;
-
-} // namespace
-
 AppSettingsFields AppState::currentFields() const {
     return {
         .experimentalTemperatureSensorsEnabled = *published_.experimentalTemperatureSensorsEnabled,
@@ -24,6 +17,7 @@ AppSettingsFields AppState::currentFields() const {
         .showContextInsights = *published_.showContextInsights,
         .historyEnabled = *published_.historyEnabled,
         .historyDurationMinutes = *published_.historyDurationMinutes,
+        .temperatureUnit = *published_.temperatureUnit,
     };
 }
 
@@ -138,9 +132,18 @@ void AppState::setHistoryEnabled(bool isEnabled) {
 void AppState::setHistoryDurationMinutes(std::int64_t minutes) {
     published_.historyDurationMinutes.set(minutes);
     saveSettings();
-    const auto clamped = std::clamp(minutes, shortestHistoryMinutes, longestHistoryMinutes);
+    const auto clamped = std::clamp(minutes, historyMinutesBounds.least, historyMinutesBounds.most);
     if (clamped != minutes) {
         setHistoryDurationMinutes(clamped);
+    }
+}
+
+void AppState::setTemperatureUnit(TemperatureUnit unit) {
+    published_.temperatureUnit.set(unit);
+    saveSettings();
+    temperatures_ = environment_.temperatures.in(unit);
+    if (latestThermalScore_) {
+        published_.thermalSnapshot.set(ThermalSnapshot::of(*latestThermalScore_, temperatures_));
     }
 }
 
@@ -157,6 +160,7 @@ void AppState::applySettings(const AppSettings& settings) {
     setShowContextInsights(settings->showContextInsights);
     setHistoryEnabled(settings->historyEnabled);
     setHistoryDurationMinutes(settings->historyDurationMinutes);
+    setTemperatureUnit(settings->temperatureUnit);
     isApplyingSettings_ = false;
 }
 

@@ -227,4 +227,14 @@ std::optional<MachineReport> machineReport(std::string_view text) {
     }
 }
 
+std::optional<AgentCondition> agentCondition(std::string_view text) {
+    try {
+        const auto json = Json::parse(text);
+        return AgentCondition{.isPaused = json.at("isPaused").get<bool>(),
+                              .areTermsAccepted = json.at("termsAccepted").get<bool>()};
+    } catch (const Json::exception&) {
+        return std::nullopt;
+    }
+}
+
 } // namespace cindertop

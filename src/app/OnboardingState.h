@@ -1,8 +1,10 @@
 #pragma once
 
 #include "app/HardwareCheckStatus.h"
+#include "context/PowerContextSnapshot.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace cindertop {
 
@@ -15,6 +17,8 @@ struct OnboardingState {
     HardwareCheckStatus hardwareStatus = HardwareCheckStatus::checking();
     bool showsHardwareDetails = false;
     bool hasCompletedHardwareCheck = false;
+    /// Read once by a check that surveys the machine: nothing is watched yet.
+    std::optional<PowerContextSnapshot> power{};
 
     bool operator==(const OnboardingState&) const = default;
 };

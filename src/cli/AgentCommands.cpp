@@ -4,9 +4,9 @@
 #include "app/Preferences.h"
 #include "app/SnapshotJson.h"
 #include "cli/DisplayText.h"
+#include "cli/StoredSettings.h"
 #include "cli/StyledText.h"
 #include "persistence/AppSettingsStore.h"
-#include "persistence/UnstoredUserDefaults.h"
 
 #include <nlohmann/json.hpp>
 
@@ -23,27 +23,24 @@ CommandResult tell(AgentEnvironment& environment, const char* method) {
                              : CommandResult(std::unexpected(environment.whyNoAgent()));
 }
 
-/// The stored preferences; reading them changes nothing.
-AppSettings storedSettings(const AgentEnvironment& environment) {
-    UnstoredUserDefaults copy(environment.defaults);
-    return AppSettingsStore(copy, environment.standard).load();
-}
-
 AgentClient::Result<AgentClient::Settings> currentSettings(AgentEnvironment& environment) {
     if (environment.agent) {
         return environment.agent->settings();
     }
     AgentClient::Settings settings;
-    const auto stored = storedSettings(environment);
+    const auto stored = storedSettings(environment.defaults, environment.standard);
     for (const auto& preference : preferences()) {
         settings.emplace_back(preference.name, preference.read(*stored));
     }
     return settings;
 }
 
-CommandResult change(AgentEnvironment& environment, const Preference& preference, std::string_view word) {
+/// The answer is what the user should know of the change; it may be empty.
+std::expected<std::string, std::string> change(AgentEnvironment& environment, const Preference& preference,
+                                               std::string_view word) {
     const auto value = preferenceValue(preference, word);
-    AppSettingsFields fields = *storedSettings(environment);
+    const auto before = storedSettings(environment.defaults, environment.standard);
+    AppSettingsFields fields = *before;
     auto result = preference.write(fields, value);
     if (result && !environment.agent) { // which knows better what it offers now
         result = checkIsOffered(preference, value, fields);
@@ -51,15 +48,34 @@ CommandResult change(AgentEnvironment& environment, const Preference& preference
     if (!result) {
         return std::unexpected(std::string(preference.name) + " " + result.error());
     }
-    if (environment.agent) {
-        return environment.agent->set(std::string(preference.name), value);
+    const auto store = [&] {
+        AppSettingsStore(environment.defaults, environment.standard).save(AppSettings(fields));
+    };
+    result = environment.agent ? environment.agent->set(std::string(preference.name), value)
+                               : environment.whileAlone(store);
+    if (!result) {
+        return std::unexpected(result.error());
     }
-    return environment.whileAlone(
-        [&] { AppSettingsStore(environment.defaults, environment.standard).save(AppSettings(fields)); });
+    return remarkOn(preference, value, *before);
 }
 
 Json valueJson(const PreferenceValue& value) {
     return std::visit([](const auto& held) { return Json(held); }, value);
+}
+
+/// What the preference does, and what it may be.
+std::vector<Line> explanation(const AgentEnvironment& environment, const Preference& preference,
+                              const PageFormat& format) {
+    constexpr std::string_view indent = "  ";
+    const auto values =
+        allowedValues(preference) + "; default " + text(preference.read(*environment.standard));
+    std::vector<Line> lines;
+    for (const auto& sentence : {std::string(preference.description), values}) {
+        for (const auto& part : wrapped(sentence, format.columns - columnsOf(indent))) {
+            lines.push_back({Span(std::string(indent) + part, Tone::faint)});
+        }
+    }
+    return lines;
 }
 
 WriteResult writeList(const AgentEnvironment& environment, const AgentClient::Settings& settings) {
@@ -72,6 +88,9 @@ WriteResult writeList(const AgentEnvironment& environment, const AgentClient::Se
     for (const auto& [name, value] : settings) {
         lines.push_back({Span(paddedRight(name, longest) + "  "),
                          Span(shown(text(value), format.charset), Tone::strong)});
+        if (const auto* const preference = findPreference(name)) {
+            append(lines, explanation(environment, *preference, format));
+        }
     }
     return environment.output.write(encoded(lines, format));
 }
@@ -137,8 +156,10 @@ PageResult settings(AgentEnvironment& environment, const Arguments& arguments) {
     if (operands.size() > 1) {
         // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): it was found when there are operands
         const auto changed = change(environment, *preference, operands[1]);
-        return changed ? std::expected<WriteResult, std::string>(WriteResult())
-                       : std::unexpected(changed.error());
+        if (!changed) {
+            return std::unexpected(changed.error());
+        }
+        return changed->empty() ? WriteResult() : environment.output.write(*changed + '\n');
     }
     auto list = currentSettings(environment);
     if (!list) {

@@ -1,32 +1,68 @@
 #include "cli/AgentMachine.h"
 
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace cindertop::cli {
+
+namespace {
+
+/// Why the agent tells nothing, for the user.
+std::string noteOn(std::string_view answer) {
+    const auto condition = agentCondition(answer);
+    if (condition && condition->isPaused) {
+        return "Monitoring is paused. This is measured for this look alone; \"cindertopctl resume\" resumes "
+               "it.";
+    }
+    if (condition && !condition->areTermsAccepted) {
+        return "Not monitoring: the terms of use are not accepted. This is measured for this look alone.";
+    }
+    return {};
+}
+
+} // namespace
 
 AgentMachine::AgentMachine(AgentClient& agent, std::function<std::unique_ptr<MachineSource>()> measured)
     : agent_(agent), makeMeasured_(std::move(measured)) {}
 
 std::optional<MachineReport> AgentMachine::told() {
+    if (isAgentGone_) {
+        return std::nullopt;
+    }
+    const auto text = agent_.snapshot();
+    isAgentGone_ = !text;
+    auto report = text ? machineReport(*text) : std::nullopt;
+    note_ = text && !report ? noteOn(*text) : std::string();
+    if (report) {
+        measured_.reset();
+    }
+    return report;
+}
+
+MachineSource& AgentMachine::measured() {
     if (!measured_) {
-        const auto text = agent_.snapshot();
-        auto report = text ? machineReport(*text) : std::nullopt;
-        if (report) {
-            return report;
-        }
         measured_ = makeMeasured_();
     }
-    return std::nullopt;
+    return *measured_;
 }
 
 MachineReport AgentMachine::look() {
-    auto report = told();
-    return report ? *std::move(report) : measured_->look();
+    if (auto report = told()) {
+        return *std::move(report);
+    }
+    auto report = measured().look();
+    report.note = note_;
+    return report;
 }
 
 MachineReport AgentMachine::next() {
-    auto report = told();
-    return report ? *std::move(report) : measured_->next();
+    if (auto report = told()) {
+        return *std::move(report);
+    }
+    auto report = measured().next();
+    report.note = note_;
+    return report;
 }
 
 } // namespace cindertop::cli

@@ -5,11 +5,12 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace cindertop::cli {
 
-/// Asks the running agent, so that the machine is not measured twice. Measures by itself from the moment on
-/// in which the agent is gone or measures nothing.
+/// Asks the running agent, so that the machine is not measured twice. Measures by itself while the agent
+/// measures nothing, and says why; and for good once the agent is gone.
 class AgentMachine final : public MachineSource {
 public:
     /// `agent` must outlive this; `measured` is made when it is needed.
@@ -20,10 +21,13 @@ public:
 
 private:
     std::optional<MachineReport> told();
+    MachineSource& measured();
 
     AgentClient& agent_;
     std::function<std::unique_ptr<MachineSource>()> makeMeasured_;
-    std::unique_ptr<MachineSource> measured_;
+    std::unique_ptr<MachineSource> measured_; ///< while the agent tells nothing
+    std::string note_;                        ///< why it tells nothing, where that is the user's choice
+    bool isAgentGone_ = false;                ///< asking it again would only wait
 };
 
 } // namespace cindertop::cli

@@ -26,7 +26,8 @@ WriteResult writeJson(const CommandEnvironment& environment, const Json& json) {
 PageStyle styleOf(const CommandEnvironment& environment) {
     return {.format = environment.terminal().format,
             .temperatures = environment.temperatures,
-            .system = environment.system};
+            .system = environment.system,
+            .verbosity = environment.verbosity};
 }
 
 WriteResult writePage(const CommandEnvironment& environment, const std::vector<Line>& page) {
@@ -40,8 +41,11 @@ std::unique_ptr<WatchPrinter> linePrinter(const CommandEnvironment& environment,
         });
     }
     return std::make_unique<LinePrinter>(
-        environment.output, [style = styleOf(environment)](const MachineReport& report) {
-            return watchLine(report.snapshot, style, localDateAndTime(report.snapshot.measuredAt));
+        environment.output,
+        [style = styleOf(environment), told = std::string()](const MachineReport& report) mutable {
+            const auto line = watchLine(report.snapshot, style, localDateAndTime(report.snapshot.measuredAt));
+            const bool isNews = std::exchange(told, report.note) != report.note && !report.note.empty();
+            return isNews ? report.note + '\n' + line : line;
         });
 }
 
@@ -56,8 +60,9 @@ Watch::End runWatch(CommandEnvironment& environment, const SignalDescriptor& sig
 
 Watch::End watchOnScreen(CommandEnvironment& environment) {
     const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGWINCH, SIGTSTP};
-    ScreenPrinter printer(environment.output, environment.terminal, environment.temperatures,
-                          environment.system);
+    ScreenPrinter printer(environment.output, [&environment] {
+        return ScreenPrinter::Place{.style = styleOf(environment), .rows = environment.terminal().rows};
+    });
     return runWatch(environment, signals, LiveWatchEvents::Keyboard::listened, printer);
 }
 
@@ -71,10 +76,9 @@ Watch::End watchByLine(CommandEnvironment& environment, Format format) {
 } // namespace
 
 WriteResult showStatus(CommandEnvironment& environment, Format format) {
-    const auto [snapshot, verdict] = environment.machine.look();
-    return format == Format::json
-               ? writeJson(environment, machineJson(snapshot, verdict))
-               : writePage(environment, statusPage(snapshot, styleOf(environment), verdict));
+    const auto report = environment.machine.look();
+    return format == Format::json ? writeJson(environment, machineJson(report.snapshot, report.verdict))
+                                  : writePage(environment, statusPage(report, styleOf(environment)));
 }
 
 WriteResult showOffenders(CommandEnvironment& environment, Format format) {

@@ -4,6 +4,7 @@
 #include "cli/MachineSource.h"
 #include "cli/Output.h"
 #include "cli/TerminalTraits.h"
+#include "persistence/RecommendationVerbosity.h"
 #include "support/OperatingSystem.h"
 #include "support/TemperatureText.h"
 
@@ -20,6 +21,7 @@ struct CommandEnvironment {
     std::function<TerminalTraits()> terminal; ///< asked again when the window changes
     TemperatureFormatter temperatures;
     OperatingSystem system; ///< of the machine
+    RecommendationVerbosity verbosity{};
 };
 
 /// Measures for a moment and shows everything.

@@ -22,8 +22,9 @@ The machine, as the running agent sees it, or measured here without one:
   offenders   Every application with its processes, the busiest first.
 
 The agent:
-  history     The last hour and today, as the agent recorded them. It need not
-              run for that.
+  history     The last hour, or as much of it as the preference
+              historyDurationMinutes says, and today, as the agent recorded
+              them. It need not run for that.
   settings    All preferences, or the one named; with a VALUE, change it.
   pause, resume
               Pause and resume the monitoring.
@@ -55,7 +56,8 @@ Environment:
   NO_COLOR   Not empty: no colours. There are none outside a terminal anyway.
   COLUMNS    Width of the text where it does not go to a terminal (80).
   LC_ALL, LC_MEASUREMENT, LANG
-             Choose between Celsius and Fahrenheit.
+             Choose between Celsius and Fahrenheit, unless the preference
+             temperatureUnit does.
 
 Exit status:
   0  Done. Also when you ended "watch", or whoever read it had seen enough.

@@ -25,7 +25,9 @@ struct Gathered {
     int cpuCount = 0;
 
     void add(const ThermalHistorySample& sample) {
-        column.level = std::max(column.level.value_or(sample.level), sample.level);
+        if (isHeatKnown(sample)) {
+            column.level = std::max(column.level.value_or(sample.level), sample.level);
+        }
         if (sample.temperatureCelsius) {
             column.temperatureCelsius = std::max(
                 column.temperatureCelsius.value_or(*sample.temperatureCelsius), *sample.temperatureCelsius);

@@ -58,13 +58,19 @@ SparklineRange temperatureRange(const Extremes& extremes) {
     return {.low = extremes.lowest, .high = std::max(extremes.highest, extremes.lowest + leastSpan)};
 }
 
-std::vector<Line> chart(const ThermalMonitoringSnapshot& snapshot, const PageStyle& style) {
+bool isAnyHeatKnown(const Samples& samples) {
+    return std::ranges::any_of(samples, [](const auto& sample) { return isHeatKnown(sample); });
+}
+
+std::vector<Line> chart(const ThermalMonitoringSnapshot& snapshot, std::chrono::minutes window,
+                        const PageStyle& style) {
     const auto charset = style.format.charset;
     const ChartTime time{.end = snapshot.measuredAt,
-                         .duration = std::chrono::hours(1),
+                         .duration = window,
                          .columns = std::max(style.format.columns - labelColumns, 1)};
     const auto columns = chartColumns(snapshot.samples, time);
-    auto lines = levelRows(columns, charset);
+    auto lines = isAnyHeatKnown(snapshot.samples) ? levelRows(columns, charset)
+                                                  : std::vector<Line>{{{std::string(noHeatReadings)}}, {}};
     if (const auto extremes = extremesOf(snapshot.samples, &ThermalHistorySample::temperatureCelsius)) {
         lines.push_back(sparkline("Temperature", valuesOf(columns, &ChartColumn::temperatureCelsius),
                                   temperatureRange(*extremes), charset));
@@ -85,7 +91,10 @@ std::string recordedText(const ThermalMonitoringSnapshot& snapshot) {
     const auto& latest = snapshot.samples.back();
     const auto age = secondsBetween(latest.measuredAt, snapshot.measuredAt).count();
     return counted(std::ssize(snapshot.samples), "sample", "samples") + ", the latest " + durationText(age) +
-           " ago: " + std::to_string(latest.score) + " of 100, " + std::string(label(latest.level));
+           " ago" +
+           (isHeatKnown(latest)
+                ? ": " + std::to_string(latest.score) + " of 100, " + std::string(label(latest.level))
+                : "");
 }
 
 std::string temperatureText(const Samples& samples, const PageStyle& style) {
@@ -99,6 +108,21 @@ std::string temperatureText(const Samples& samples, const PageStyle& style) {
     return text(extremes->lowest) + " to " + text(extremes->highest);
 }
 
+/// Empty where no sample knew the heat.
+std::string scoreText(const Samples& samples) {
+    std::vector<std::int64_t> scores;
+    for (const auto& sample : samples) {
+        if (isHeatKnown(sample)) {
+            scores.push_back(sample.score);
+        }
+    }
+    if (scores.empty()) {
+        return {};
+    }
+    const auto [lowest, highest] = std::ranges::minmax(scores);
+    return std::to_string(lowest) + " to " + std::to_string(highest);
+}
+
 std::string processorText(const Samples& samples) {
     const auto extremes = extremesOf(samples, &ThermalHistorySample::globalCPUPercent);
     if (!extremes) {
@@ -109,10 +133,8 @@ std::string processorText(const Samples& samples) {
 }
 
 std::vector<Line> sampleFacts(const ThermalMonitoringSnapshot& snapshot, const PageStyle& style) {
-    const auto [lowest, highest] = std::ranges::minmax(snapshot.samples, {}, &ThermalHistorySample::score);
     auto lines = fact("Recorded", recordedText(snapshot), style);
-    append(lines,
-           fact("Score", std::to_string(lowest.score) + " to " + std::to_string(highest.score), style));
+    append(lines, fact("Score", scoreText(snapshot.samples), style));
     append(lines, fact("Temperature", temperatureText(snapshot.samples, style), style));
     append(lines, fact("Processor", processorText(snapshot.samples), style));
     return lines;
@@ -137,8 +159,14 @@ Line levelLine(ThermalLevel level, double seconds, double total, const PageStyle
     return line;
 }
 
-std::vector<Line> levelTable(const ThermalLevelDurations& durations, const PageStyle& style) {
+/// `isHeatKnown` is that of the latest samples: the day's own time at normal may be that of a machine that
+/// tells nothing.
+std::vector<Line> levelTable(const ThermalLevelDurations& durations, bool isHeatKnown,
+                             const PageStyle& style) {
     const auto total = durations.totalDuration();
+    if (!isHeatKnown && total == durations.normal) {
+        return {{{std::string(noHeatReadings)}}};
+    }
     return {levelLine(ThermalLevel::normal, durations.normal, total, style),
             levelLine(ThermalLevel::fair, durations.fair, total, style),
             levelLine(ThermalLevel::serious, durations.serious, total, style),
@@ -165,12 +193,14 @@ std::string busiestText(const ThermalDailySummary& summary, const LocalizedCompa
     return text;
 }
 
-std::vector<Line> dayLines(const ThermalDailySummary& summary, const HistoryPageContext& context,
+std::vector<Line> dayLines(const ThermalMonitoringSnapshot& snapshot, const HistoryPageContext& context,
                            const PageStyle& style) {
+    const auto& summary = snapshot.todaySummary;
+    const bool isHeatKnown = snapshot.samples.empty() || isAnyHeatKnown(snapshot.samples);
     const double total = summary.levelDurations.totalDuration();
     std::vector<Line> lines{{{"Today, " + shown(summary.dayIdentifier, style.format.charset), Tone::strong},
                              {total > 0 ? ": " + durationText(total) + " recorded" : "", Tone::faint}}};
-    append(lines, levelTable(summary.levelDurations, style));
+    append(lines, levelTable(summary.levelDurations, isHeatKnown, style));
     append(lines, fact("Episodes",
                        std::to_string(summary.throttlingEpisodeCount) + " of sustained pressure, " +
                            std::to_string(summary.criticalEpisodeCount) + " critical",
@@ -184,10 +214,15 @@ bool isFresh(const ThermalDailySummary& summary) {
            summary.criticalEpisodeCount == 0 && summary.topOffenderCounts.empty();
 }
 
+std::string windowText(std::chrono::minutes window) {
+    return window >= std::chrono::hours(1) ? "hour" : std::to_string(window.count()) + " minutes";
+}
+
 std::vector<Line> emptyLines(const ThermalMonitoringSnapshot& snapshot, const HistoryPageContext& context,
                              const PageStyle& style) {
-    std::string text =
-        isFresh(snapshot.todaySummary) ? "No history is stored: " : "Nothing was recorded in the last hour: ";
+    std::string text = isFresh(snapshot.todaySummary)
+                           ? "No history is stored: "
+                           : "Nothing was recorded in the last " + windowText(context.window) + ": ";
     text += context.isHistoryEnabled
                 ? "the Cindertop agent records while it runs with monitoring and history switched on."
                 : "history is switched off in the settings.";
@@ -198,8 +233,8 @@ std::vector<Line> emptyLines(const ThermalMonitoringSnapshot& snapshot, const Hi
     return lines;
 }
 
-Line titleLine(const ThermalMonitoringSnapshot& snapshot, int columns) {
-    constexpr std::string_view title = "The last hour";
+Line titleLine(const ThermalMonitoringSnapshot& snapshot, std::chrono::minutes window, int columns) {
+    const auto title = "The last " + windowText(window);
     const auto time = localDateAndTime(snapshot.measuredAt);
     const int room = columns - columnsOf(time);
     if (room <= columnsOf(title)) {
@@ -222,22 +257,28 @@ std::vector<Line> writingLines(const std::optional<Instant>& writtenAt, int colu
 
 } // namespace
 
-std::vector<Line> historyPage(const ThermalMonitoringSnapshot& snapshot, const HistoryPageContext& context,
+std::vector<Line> historyPage(const ThermalMonitoringSnapshot& recorded, const HistoryPageContext& context,
                               const PageStyle& style) {
+    auto snapshot = recorded;
+    const auto start = recorded.measuredAt - context.window;
+    std::vector<ThermalHistorySample> shownSamples;
+    std::ranges::copy_if(recorded.samples, std::back_inserter(shownSamples),
+                         [start](const auto& sample) { return sample.measuredAt >= start; });
+    snapshot.samples = SharedHistorySamples(std::move(shownSamples));
     std::vector<Line> lines;
     if (snapshot.samples.empty()) {
         lines = emptyLines(snapshot, context, style);
     } else {
-        lines.push_back(titleLine(snapshot, style.format.columns));
+        lines.push_back(titleLine(snapshot, context.window, style.format.columns));
         append(lines, writingLines(context.writtenAt, style.format.columns));
         lines.emplace_back();
-        append(lines, chart(snapshot, style));
+        append(lines, chart(snapshot, context.window, style));
         lines.emplace_back();
         append(lines, sampleFacts(snapshot, style));
     }
     if (!isFresh(snapshot.todaySummary)) {
         lines.emplace_back();
-        append(lines, dayLines(snapshot.todaySummary, context, style));
+        append(lines, dayLines(recorded, context, style));
     }
     return lines;
 }

@@ -6,8 +6,10 @@
 #include "cli/Commands.h"
 #include "cli/SampledMachine.h"
 #include "cli/SignalDescriptor.h"
+#include "cli/StoredSettings.h"
 #include "platform/linux/LinuxMachine.h"
 #include "platform/linux/OperatingSystemVersion.h"
+#include "platform/linux/PropertyListUserDefaults.h"
 #include "support/AtomicFile.h"
 #include "support/PosixFileSystem.h"
 
@@ -28,6 +30,8 @@
 namespace cindertop::cli {
 
 namespace {
+
+using linux_platform::PropertyListUserDefaults;
 
 /// Long enough for a story, short enough to wait for.
 constexpr Seconds usualRecording{60};
@@ -86,6 +90,12 @@ private:
     SampledMachine source_;
 };
 
+AppSettings userSettings() {
+    PosixFileSystem files;
+    const PropertyListUserDefaults defaults(PropertyListUserDefaults::defaultFile(), files);
+    return storedSettings(defaults, defaultSettings(linux_platform::operatingSystem));
+}
+
 /// The part of the account's comment field that is a person's name.
 std::string fullName(const passwd& account) {
     const std::string_view comment = account.pw_gecos == nullptr ? "" : account.pw_gecos;
@@ -138,6 +148,7 @@ void recordFor(Seconds length, ScenarioRecorder& recorder) {
 } // namespace
 
 ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
+    const auto settings = userSettings();
     const auto measured = [command = arguments.command] { return std::make_unique<LiveMachine>(command); };
     const auto source =
         agent ? std::unique_ptr<MachineSource>(std::make_unique<AgentMachine>(*agent, measured)) : measured();
@@ -145,8 +156,9 @@ ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional
         .machine = *source,
         .output = output,
         .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
-        .temperatures = TemperatureFormatter::ofUser(),
-        .system = linux_platform::operatingSystem};
+        .temperatures = TemperatureFormatter::ofUser().in(settings->temperatureUnit),
+        .system = linux_platform::operatingSystem,
+        .verbosity = settings->recommendationVerbosity};
     switch (arguments.command) {
     case Command::status:
         return exitStatus(showStatus(environment, arguments.format));

@@ -72,9 +72,15 @@ int widest(const std::vector<SensorCell>& cells, std::string SensorCell::* part)
     return columns;
 }
 
-std::string missingTemperature(const MachineSnapshot& snapshot) {
-    return snapshot.temperatures.empty() ? "not available: no sensor answers"
-                                         : "not available: no sensor of the processor answers";
+std::string missingTemperature(const MachineSnapshot& snapshot, Charset charset) {
+    auto text = std::string(notAvailable) + ": ";
+    if (!snapshot.temperatures.empty()) {
+        return text + "no sensor of the processor answers";
+    }
+    const auto sensors = std::ranges::find(snapshot.sources, temperatureSensorsSource, &SourceStatus::name);
+    const bool isExplained =
+        sensors != snapshot.sources.end() && !sensors->isAvailable && !sensors->reason.empty();
+    return text + (isExplained ? shown(sensors->reason, charset) : "no sensor answers");
 }
 
 } // namespace
@@ -93,7 +99,8 @@ std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle&
     auto lines = fact("Thermal", thermalText(snapshot.score), style);
     append(lines, fact("Pressure", pressureText(snapshot.context.sustainedPressure), style));
     append(lines, fact("Temperature",
-                       temperature ? shown(*temperature, style.format.charset) : missingTemperature(snapshot),
+                       temperature ? shown(*temperature, style.format.charset)
+                                   : missingTemperature(snapshot, style.format.charset),
                        style));
     return lines;
 }

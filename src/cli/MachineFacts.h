@@ -2,6 +2,7 @@
 
 #include "app/MachineSnapshot.h"
 #include "cli/StyledText.h"
+#include "persistence/RecommendationVerbosity.h"
 #include "support/OperatingSystem.h"
 #include "support/TemperatureText.h"
 
@@ -15,7 +16,8 @@ namespace cindertop::cli {
 struct PageStyle {
     PageFormat format;
     TemperatureFormatter temperatures;
-    OperatingSystem system; ///< decides the wording
+    OperatingSystem system;              ///< decides the wording
+    RecommendationVerbosity verbosity{}; ///< of the agent's advice
 };
 
 /// Columns of the labels in front of the facts.

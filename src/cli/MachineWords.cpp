@@ -105,14 +105,9 @@ Tone toneOf(ThermalLevel level) {
     return Tone::plain;
 }
 
-bool isHeatKnown(const ThermalScore& score) {
-    return score.systemState != SystemThermalState::unavailable ||
-           score.pressureLevel != ThermalPressureLevel::unavailable || score.temperatureCelsius;
-}
-
 Line scoreLine(const ThermalScore& score) {
     if (!isHeatKnown(score)) {
-        return {{"Heat not available", Tone::strong}, {": this machine tells nothing about it"}};
+        return {{std::string(noHeatReadings), Tone::strong}};
     }
     const auto tone = toneOf(score.level);
     return {{std::to_string(score.score), tone},

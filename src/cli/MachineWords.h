@@ -14,11 +14,10 @@ namespace cindertop::cli {
 /// How every page says that a fact is missing; such a fact is never shown as 0.
 inline constexpr std::string_view notAvailable = "not available";
 
-Tone toneOf(ThermalLevel level);
+/// What stands in place of a score and a level on a machine that tells nothing about its heat.
+inline constexpr std::string_view noHeatReadings = "No heat readings";
 
-/// Whether the machine told anything about its heat. Without, its score of 0 is no measurement and is not
-/// shown.
-bool isHeatKnown(const ThermalScore& score);
+Tone toneOf(ThermalLevel level);
 
 /// "43 of 100  Fair, rising" in the level's colour, or that nothing is known.
 Line scoreLine(const ThermalScore& score);

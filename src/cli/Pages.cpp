@@ -16,19 +16,38 @@ constexpr int rowsOfScreenPerChild = 8;
 constexpr int widestBar = 60;
 
 std::vector<Line> scoreLines(const MachineSnapshot& snapshot, const PageFormat& format) {
+    if (!isHeatKnown(snapshot.score)) {
+        return {scoreLine(snapshot.score)};
+    }
     return {scoreLine(snapshot.score),
             scoreBar(snapshot.score, std::min(format.columns, widestBar), format.charset)};
 }
 
-/// What the agent advises first, below a blank line.
-std::vector<Line> adviceLines(const std::optional<MachineVerdict>& verdict, const PageFormat& format) {
+std::vector<Line> paragraph(std::string_view text, const PageFormat& format) {
+    std::vector<Line> lines;
+    for (auto& part : wrapped(shown(text, format.charset), format.columns)) {
+        lines.push_back({{std::move(part)}});
+    }
+    return lines;
+}
+
+/// A title and its message, below a blank line.
+std::vector<Line> insightLines(const CinderInsight& insight, Tone titleTone, const PageFormat& format) {
+    std::vector<Line> lines{{}, {{shown(insight.title, format.charset), titleTone}}};
+    append(lines, paragraph(insight.message, format));
+    return lines;
+}
+
+/// What the agent advises first, and for those who want details what else it found.
+std::vector<Line> adviceLines(const std::optional<MachineVerdict>& verdict, const PageStyle& style) {
     if (!verdict || !verdict->recommendation.primaryInsight) {
         return {};
     }
-    const auto& advice = *verdict->recommendation.primaryInsight;
-    std::vector<Line> lines{{}, {{shown(advice.title, format.charset), Tone::strong}}};
-    for (auto& part : wrapped(shown(advice.message, format.charset), format.columns)) {
-        lines.push_back({{std::move(part)}});
+    auto lines = insightLines(*verdict->recommendation.primaryInsight, Tone::strong, style.format);
+    if (style.verbosity == RecommendationVerbosity::detailed) {
+        for (const auto& insight : verdict->recommendation.secondaryInsights) {
+            append(lines, insightLines(insight, Tone::plain, style.format));
+        }
     }
     return lines;
 }
@@ -89,7 +108,7 @@ std::vector<Line> watchFacts(const MachineSnapshot& snapshot, const PageStyle& s
 std::string scoreText(const ThermalScore& score) {
     return isHeatKnown(score) ? std::to_string(score.score) + " " + std::string(label(score.level)) + ", " +
                                     std::string(caseName(score.trend))
-                              : "heat " + std::string(notAvailable);
+                              : "no heat readings";
 }
 
 std::string topText(const ProcessOffenderSnapshot& snapshot, const PageStyle& style) {
@@ -108,10 +127,15 @@ std::string topText(const ProcessOffenderSnapshot& snapshot, const PageStyle& st
 
 } // namespace
 
-std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style,
-                             const std::optional<MachineVerdict>& verdict) {
-    auto lines = scoreLines(snapshot, style.format);
-    append(lines, adviceLines(verdict, style.format));
+std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style) {
+    const auto& snapshot = report.snapshot;
+    std::vector<Line> lines;
+    if (!report.note.empty()) {
+        lines = paragraph(report.note, style.format);
+        lines.emplace_back();
+    }
+    append(lines, scoreLines(snapshot, style.format));
+    append(lines, adviceLines(report.verdict, style));
     lines.emplace_back();
     append(lines, thermalFacts(snapshot, style));
     append(lines, sensorTable(snapshot, style));
@@ -128,13 +152,17 @@ std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle
     return offenderTable(snapshot.offenders, style.format, {});
 }
 
-std::vector<Line> watchPage(const MachineSnapshot& snapshot, const PageStyle& style, int rows,
-                            std::string_view time, const std::optional<MachineVerdict>& verdict) {
+std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, int rows,
+                            std::string_view time) {
+    const auto& snapshot = report.snapshot;
     constexpr int smallestWithFooter = 4;
     constexpr int smallestTable = 4; // a blank line, the heading and two rows
     std::vector<Line> lines{titleLine("Cindertop", time, style.format.columns)};
+    if (!report.note.empty()) {
+        append(lines, paragraph(report.note, style.format));
+    }
     append(lines, scoreLines(snapshot, style.format));
-    append(lines, adviceLines(verdict, style.format));
+    append(lines, adviceLines(report.verdict, style));
     auto facts = watchFacts(snapshot, style);
     const auto room = [&] { return rows - static_cast<int>(lines.size()) - 1; }; // 1 for the footer
     if (room() > static_cast<int>(facts.size()) + smallestTable) {

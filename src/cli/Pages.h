@@ -1,9 +1,8 @@
 #pragma once
 
-#include "app/MachineJson.h"
+#include "app/MachineJsonReader.h"
 #include "cli/MachineFacts.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,16 +10,14 @@
 namespace cindertop::cli {
 
 /// Everything about the machine, the advice where there is one, and where the facts come from.
-std::vector<Line> statusPage(const MachineSnapshot& snapshot, const PageStyle& style,
-                             const std::optional<MachineVerdict>& verdict = std::nullopt);
+std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style);
 
 /// All applications with all their processes.
 std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle& style);
 
 /// A screen of just so many rows, at least 1, with what matters most. `time` stands in the corner.
-std::vector<Line> watchPage(const MachineSnapshot& snapshot, const PageStyle& style, int rows,
-                            std::string_view time,
-                            const std::optional<MachineVerdict>& verdict = std::nullopt);
+std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, int rows,
+                            std::string_view time);
 
 /// One tick in one line, for files and pipes.
 std::string watchLine(const MachineSnapshot& snapshot, const PageStyle& style, std::string_view time);

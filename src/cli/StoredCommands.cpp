@@ -2,12 +2,11 @@
 
 #include "app/HistoryJson.h"
 #include "cli/HistoryPage.h"
-#include "persistence/AppSettingsStore.h"
+#include "cli/StoredSettings.h"
 #include "persistence/DiagnosticBuffer.h"
 #include "persistence/DiagnosticLogExport.h"
 #include "persistence/SupportIdentifier.h"
 #include "persistence/ThermalHistoryStore.h"
-#include "persistence/UnstoredUserDefaults.h"
 
 #include <nlohmann/json.hpp>
 
@@ -26,8 +25,7 @@ constexpr std::string_view output = "-";
 
 /// The settings as the agent would have them; what it would repair stays as it is stored.
 AppSettings settingsOf(const StoredEnvironment& environment) {
-    UnstoredUserDefaults unstored(environment.defaults);
-    return AppSettingsStore(unstored, defaultSettings(environment.circumstances.operatingSystem)).load();
+    return storedSettings(environment.defaults, defaultSettings(environment.circumstances.operatingSystem));
 }
 
 ThermalMonitoringSnapshot storedHistory(const StoredEnvironment& environment) {
@@ -100,12 +98,14 @@ WriteResult showHistory(const StoredEnvironment& environment, Format format, boo
         const auto json = HistoryJson(unixEpoch).snapshot(snapshot);
         return environment.output.write((traits.isTerminal ? indentedText(json) : compactText(json)) + '\n');
     }
-    const HistoryPageContext context{.isHistoryEnabled = settingsOf(environment)->historyEnabled,
+    const auto settings = settingsOf(environment);
+    const HistoryPageContext context{.isHistoryEnabled = settings->historyEnabled,
+                                     .window = shownHistory(settings->historyDurationMinutes),
                                      .comparison = environment.comparison,
                                      .writtenAt =
                                          isJustSaved ? std::nullopt : timeOfWriting(environment.historyFile)};
     const PageStyle style{.format = traits.format,
-                          .temperatures = environment.temperatures,
+                          .temperatures = environment.temperatures.in(settings->temperatureUnit),
                           .system = environment.circumstances.operatingSystem};
     return environment.output.write(encoded(historyPage(snapshot, context, style), traits.format));
 }

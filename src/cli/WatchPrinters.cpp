@@ -8,27 +8,21 @@
 
 namespace cindertop::cli {
 
-ScreenPrinter::ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
-                             TemperatureFormatter temperatures, OperatingSystem system)
-    : readTraits_(std::move(traits)),
-      traits_(readTraits_()),
-      temperatures_(std::move(temperatures)),
-      system_(system),
-      screen_(output) {}
+ScreenPrinter::ScreenPrinter(const Output& output, std::function<Place()> readPlace)
+    : readPlace_(std::move(readPlace)), place_(readPlace_()), screen_(output) {}
 
 WriteResult ScreenPrinter::show(const MachineReport& report) {
     screen_.enter();
-    const PageStyle style{.format = traits_.format, .temperatures = temperatures_, .system = system_};
     std::vector<std::string> lines;
     const auto time = localTimeOfDay(report.snapshot.measuredAt);
-    for (const auto& line : watchPage(report.snapshot, style, traits_.rows, time, report.verdict)) {
-        lines.push_back(encoded(line, traits_.format));
+    for (const auto& line : watchPage(report, place_.style, place_.rows, time)) {
+        lines.push_back(encoded(line, place_.style.format));
     }
     return screen_.draw(lines);
 }
 
 void ScreenPrinter::resize() {
-    traits_ = readTraits_();
+    place_ = readPlace_();
 }
 
 void ScreenPrinter::suspend() {

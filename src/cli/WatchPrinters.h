@@ -2,7 +2,6 @@
 
 #include "cli/Pages.h"
 #include "cli/Screen.h"
-#include "cli/TerminalTraits.h"
 #include "cli/WatchPrinter.h"
 
 #include <functional>
@@ -12,20 +11,23 @@ namespace cindertop::cli {
 /// Draws each tick over the last one.
 class ScreenPrinter final : public WatchPrinter {
 public:
-    /// `output` must outlive the printer and be a terminal that can redraw; `traits` tells its size each
+    /// How to write, and into how many rows.
+    struct Place {
+        PageStyle style;
+        int rows;
+    };
+
+    /// `output` must outlive the printer and be a terminal that can redraw; `readPlace` tells its size each
     /// time.
-    ScreenPrinter(const Output& output, std::function<TerminalTraits()> traits,
-                  TemperatureFormatter temperatures, OperatingSystem system);
+    ScreenPrinter(const Output& output, std::function<Place()> readPlace);
 
     WriteResult show(const MachineReport& report) override;
     void resize() override;
     void suspend() override;
 
 private:
-    std::function<TerminalTraits()> readTraits_;
-    TerminalTraits traits_;
-    TemperatureFormatter temperatures_;
-    OperatingSystem system_;
+    std::function<Place()> readPlace_;
+    Place place_;
     Screen screen_;
 };
 

@@ -25,7 +25,8 @@ MenuBarInfoMode allowedMode(const AppSettingsFields& fields) {
 AppSettings::AppSettings(const AppSettingsFields& fields) : fields_(fields) {
     fields_.schemaVersion = appSettingsSchemaVersion;
     fields_.showProcessOffenders = true;
-    fields_.historyDurationMinutes = std::clamp<std::int64_t>(fields.historyDurationMinutes, 15, 180);
+    fields_.historyDurationMinutes =
+        std::clamp(fields.historyDurationMinutes, historyMinutesBounds.least, historyMinutesBounds.most);
     fields_.menuBarInfoMode = allowedMode(fields);
 }
 

@@ -3,13 +3,31 @@
 #include "persistence/MenuBarInfoMode.h"
 #include "persistence/RecommendationVerbosity.h"
 #include "support/OperatingSystem.h"
+#include "support/TemperatureUnit.h"
 #include "thermal/NotificationMinimumLevel.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 
 namespace cindertop {
 
 inline constexpr std::int64_t appSettingsSchemaVersion = 12;
+
+/// What a number may be; one outside is brought to the nearer end.
+struct NumberBounds {
+    std::int64_t least;
+    std::int64_t most;
+    std::int64_t standard;
+};
+
+inline constexpr NumberBounds historyMinutesBounds{.least = 15, .most = 180, .standard = 60};
+
+/// How much of the recorded history is shown: no more than is recorded.
+constexpr std::chrono::minutes shownHistory(std::int64_t durationMinutes) {
+    constexpr std::int64_t recordedMinutes = 60;
+    return std::chrono::minutes(std::min(durationMinutes, recordedMinutes));
+}
 
 /// The user's preferences as anybody may fill them in. What is left out is the Mac's default.
 struct AppSettingsFields {
@@ -24,7 +42,8 @@ struct AppSettingsFields {
     bool showProcessOffenders = true;
     bool showContextInsights = true;
     bool historyEnabled = true;
-    std::int64_t historyDurationMinutes = 60; ///< 15 to 180
+    std::int64_t historyDurationMinutes = historyMinutesBounds.standard;
+    TemperatureUnit temperatureUnit = TemperatureUnit::region; ///< the user's own on Linux alone
 
     bool operator==(const AppSettingsFields&) const = default;
 };

@@ -26,6 +26,7 @@ constexpr std::string_view showProcessOffenders = "cindertop.assistant.show-proc
 constexpr std::string_view showContextInsights = "cindertop.assistant.show-context-insights";
 constexpr std::string_view historyEnabled = "cindertop.history.enabled";
 constexpr std::string_view historyDuration = "cindertop.history.duration-minutes";
+constexpr std::string_view temperatureUnit = "cindertop.thermal.temperature-unit";
 
 // No longer used.
 constexpr std::string_view keyboardReaction = "cindertop.keyboard.reaction-enabled";
@@ -66,6 +67,7 @@ std::vector<UserDefaultsChange> storingEveryField(const AppSettingsFields& setti
         storing(keys::showContextInsights, settings.showContextInsights),
         storing(keys::historyEnabled, settings.historyEnabled),
         storing(keys::historyDuration, settings.historyDurationMinutes),
+        storing(keys::temperatureUnit, rawText(settings.temperatureUnit)),
     };
 }
 
@@ -101,6 +103,8 @@ AppSettingsFields storedFields(const UserDefaults& defaults, const AppSettingsFi
         .showContextInsights = boolean(keys::showContextInsights, fallback.showContextInsights),
         .historyEnabled = boolean(keys::historyEnabled, fallback.historyEnabled),
         .historyDurationMinutes = integer(keys::historyDuration, fallback.historyDurationMinutes),
+        .temperatureUnit =
+            storedTemperatureUnit(defaults.value(keys::temperatureUnit)).value_or(fallback.temperatureUnit),
     };
 }
 

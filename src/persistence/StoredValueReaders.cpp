@@ -116,4 +116,9 @@ std::optional<RecommendationVerbosity> storedVerbosity(const std::optional<Prope
     return text == nullptr ? std::nullopt : fromRawValue<RecommendationVerbosity>(*text);
 }
 
+std::optional<TemperatureUnit> storedTemperatureUnit(const std::optional<PropertyValue>& stored) {
+    const std::string* const text = storedText(stored);
+    return text == nullptr ? std::nullopt : fromRawValue<TemperatureUnit>(*text);
+}
+
 } // namespace cindertop

@@ -3,6 +3,7 @@
 #include "persistence/MenuBarInfoMode.h"
 #include "persistence/RecommendationVerbosity.h"
 #include "platform/PropertyValue.h"
+#include "support/TemperatureUnit.h"
 #include "thermal/NotificationMinimumLevel.h"
 
 #include <cstdint>
@@ -22,5 +23,6 @@ std::optional<MenuBarInfoMode> storedMenuBarInfoMode(const std::optional<Propert
 /// "throttling" is an older name of serious.
 std::optional<NotificationMinimumLevel> storedMinimumLevel(const std::optional<PropertyValue>& stored);
 std::optional<RecommendationVerbosity> storedVerbosity(const std::optional<PropertyValue>& stored);
+std::optional<TemperatureUnit> storedTemperatureUnit(const std::optional<PropertyValue>& stored);
 
 } // namespace cindertop

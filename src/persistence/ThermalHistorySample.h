@@ -43,4 +43,10 @@ struct ThermalHistorySample {
     bool operator==(const ThermalHistorySample&) const = default;
 };
 
+/// Whether anything told the machine's heat then. Each source that answers gives points or a temperature, so
+/// the file needs no mark of its own.
+inline bool isHeatKnown(const ThermalHistorySample& sample) {
+    return sample.score > 0 || sample.temperatureCelsius.has_value();
+}
+
 } // namespace cindertop

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace cindertop {
+
+/// The source whose absence explains a missing temperature.
+inline constexpr std::string_view temperatureSensorsSource = "temperature sensors";
 
 /// Whether one source of facts answers on this machine.
 struct SourceStatus {

@@ -26,7 +26,7 @@ AppSettings settingsOf(const simulated::Scenario& scenario) {
 
 std::expected<void, ScenarioError> check(const ScenarioSetting& setting) {
     const auto* const preference = findPreference(setting.name);
-    if (preference == nullptr) {
+    if (preference == nullptr || preference->isForLiveMachines) {
         return std::unexpected(
             ScenarioError{setting.path + ": there is no preference \"" + setting.name + "\""});
     }

@@ -58,31 +58,57 @@ icu::number::LocalizedNumberFormatter icuFormatter(const std::string& textLocale
         .sign(UNUM_SIGN_NEGATIVE);
 }
 
-std::function<std::string(double)> localizedWriter(const std::string& textLocale, Unit unit) {
-    return [formatter = icuFormatter(textLocale, unit), unit](double celsius) {
+Unit chosenUnit(TemperatureUnit chosen, Unit regional) {
+    switch (chosen) {
+    case TemperatureUnit::celsius:
+        return Unit::celsius;
+    case TemperatureUnit::fahrenheit:
+        return Unit::fahrenheit;
+    case TemperatureUnit::region:
+        break;
+    }
+    return regional;
+}
+
+/// Writes in one language, in either unit.
+class LocalizedWriter {
+public:
+    LocalizedWriter(const std::string& textLocale, Unit regional)
+        : celsius_(icuFormatter(textLocale, Unit::celsius)),
+          fahrenheit_(icuFormatter(textLocale, Unit::fahrenheit)),
+          regional_(regional) {}
+
+    std::string operator()(double celsius, TemperatureUnit chosen) const {
+        const Unit unit = chosenUnit(chosen, regional_);
+        const auto& formatter = unit == Unit::fahrenheit ? fahrenheit_ : celsius_;
         auto status = U_ZERO_ERROR;
         std::string text;
         formatter.formatDouble(inUnit(celsius, unit), status).toString(status).toUTF8String(text);
         return U_SUCCESS(status) != 0 ? text : plainTextIn(celsius, unit);
-    };
-}
+    }
 
-/// Makes a formatter anew when the user's locale has changed.
-class FollowingFormatter {
+private:
+    icu::number::LocalizedNumberFormatter celsius_;
+    icu::number::LocalizedNumberFormatter fahrenheit_;
+    Unit regional_;
+};
+
+/// Makes a writer anew when the user's locale has changed.
+class FollowingWriter {
 public:
-    explicit FollowingFormatter(FollowedLocale locale) : locale_(std::move(locale)) {}
+    explicit FollowingWriter(FollowedLocale locale) : locale_(std::move(locale)) {}
 
-    std::string text(double celsius) {
+    std::string text(double celsius, TemperatureUnit unit) {
         const std::scoped_lock lock(mutex_);
         auto measurement = locale_.name("LC_MEASUREMENT");
         auto number = locale_.name("LC_NUMERIC");
-        if (!formatter_ || measurement != measurement_ || number != number_) {
+        if (!writer_ || measurement != measurement_ || number != number_) {
             measurement_ = std::move(measurement);
             number_ = std::move(number);
             const icu::Locale region(icuLocaleName(measurement_).c_str());
-            formatter_.emplace(number_, unitOfRegion(region.getCountry()));
+            writer_.emplace(number_, unitOfRegion(region.getCountry()));
         }
-        return formatter_->text(celsius);
+        return (*writer_)(celsius, unit);
     }
 
 private:
@@ -90,29 +116,35 @@ private:
     FollowedLocale locale_;
     std::string measurement_;
     std::string number_;
-    std::optional<TemperatureFormatter> formatter_;
+    std::optional<LocalizedWriter> writer_;
 };
 
 } // namespace
 
 TemperatureFormatter::TemperatureFormatter(const std::string& textLocale, Unit unit)
-    : TemperatureFormatter(localizedWriter(textLocale, unit)) {}
-
-TemperatureFormatter::TemperatureFormatter(std::function<std::string(double)> write)
-    : write_(std::move(write)) {}
+    : TemperatureFormatter(Writer(LocalizedWriter(textLocale, unit))) {}
 
 TemperatureFormatter TemperatureFormatter::ofUser(FollowedLocale locale) {
-    return TemperatureFormatter([formatter = std::make_shared<FollowingFormatter>(std::move(locale))](
-                                    double celsius) { return formatter->text(celsius); });
+    auto writer = std::make_shared<FollowingWriter>(std::move(locale));
+    return TemperatureFormatter([writer = std::move(writer)](double celsius, TemperatureUnit unit) {
+        return writer->text(celsius, unit);
+    });
 }
 
 TemperatureFormatter TemperatureFormatter::plain(const std::string& locale) {
-    return TemperatureFormatter(
-        [unit = plainUnit(locale)](double celsius) { return plainTextIn(celsius, unit); });
+    return TemperatureFormatter([regional = plainUnit(locale)](double celsius, TemperatureUnit unit) {
+        return plainTextIn(celsius, chosenUnit(unit, regional));
+    });
+}
+
+TemperatureFormatter TemperatureFormatter::in(TemperatureUnit unit) const {
+    auto formatter = *this;
+    formatter.unit_ = unit;
+    return formatter;
 }
 
 std::string TemperatureFormatter::text(double celsius) const {
-    return write_(celsius);
+    return write_(celsius, unit_);
 }
 
 std::optional<std::string> TemperatureFormatter::text(std::optional<double> celsius) const {

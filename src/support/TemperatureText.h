@@ -1,10 +1,12 @@
 #pragma once
 
 #include "support/FollowedLocale.h"
+#include "support/TemperatureUnit.h"
 
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace cindertop {
 
@@ -25,15 +27,22 @@ public:
     /// zero. Fahrenheit where the region, the part after the last "_", is US, BS, BZ, KY, PR or PW.
     static TemperatureFormatter plain(const std::string& locale);
 
+    /// The same text in the unit that the user has chosen.
+    TemperatureFormatter in(TemperatureUnit unit) const;
+
     /// Something readable for infinities and NaN too.
     std::string text(double celsius) const;
     /// A temperature that is absent or no finite number has no text.
     std::optional<std::string> text(std::optional<double> celsius) const;
 
 private:
-    explicit TemperatureFormatter(std::function<std::string(double)> write);
+    /// Degrees Celsius as text, in the unit that was chosen or else the region's.
+    using Writer = std::function<std::string(double celsius, TemperatureUnit unit)>;
 
-    std::function<std::string(double)> write_;
+    explicit TemperatureFormatter(Writer write) : write_(std::move(write)) {}
+
+    Writer write_;
+    TemperatureUnit unit_ = TemperatureUnit::region;
 };
 
 } // namespace cindertop

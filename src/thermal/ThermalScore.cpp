@@ -29,4 +29,9 @@ ThermalScore::ThermalScore(int score, ThermalLevel level, double effectIntensity
       trend(trend),
       measuredAt(measuredAt) {}
 
+bool isHeatKnown(const ThermalScore& score) {
+    return score.systemState != SystemThermalState::unavailable ||
+           score.pressureLevel != ThermalPressureLevel::unavailable || score.temperatureCelsius;
+}
+
 } // namespace cindertop

@@ -106,6 +106,7 @@ FlameImages FlameImages::draw() {
 std::optional<QColor> FlameImages::color(Status status) {
     switch (status) {
     case Status::normal:
+    case Status::measuring:
         break;
     case Status::fair:
         return Theme::Colors::fair;
@@ -114,6 +115,8 @@ std::optional<QColor> FlameImages::color(Status status) {
     case Status::critical:
         return Theme::Colors::critical;
     case Status::paused:
+    case Status::notMonitoring:
+    case Status::noHeatReadings:
         return Theme::Colors::paused;
     }
     return std::nullopt;
@@ -127,6 +130,7 @@ QString FlameImages::iconName(Status status) {
 const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) const {
     switch (status) {
     case Status::normal:
+    case Status::measuring:
         return active;
     case Status::fair:
         return fair;
@@ -135,6 +139,8 @@ const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) 
     case Status::critical:
         return critical;
     case Status::paused:
+    case Status::notMonitoring:
+    case Status::noHeatReadings:
         return paused;
     }
     return active;

@@ -38,6 +38,8 @@ QString episodesText(std::int64_t count, OperatingSystem system) {
     return QString::fromStdString(withName(wording.in(system), std::to_string(count)));
 }
 
+const QString noHeat = "No heat readings";
+
 QString sentence(const QString& start, const ThermalHistorySample& sample) {
     return start + ' ' + QString::number(sample.score) + ", " + labelOf(sample.level);
 }
@@ -48,6 +50,8 @@ MonitoringPresentation::MonitoringPresentation(AppState& state)
     : state_(state),
       observations_{
           state.published().monitoringSnapshot.bindable().addNotifier([this] { update(); }),
+          state.published().historyDurationMinutes.bindable().addNotifier([this] { update(); }),
+          state.published().temperatureUnit.bindable().addNotifier([this] { update(); }),
       } {
     update();
 }
@@ -81,10 +85,30 @@ void MonitoringPresentation::setShown(bool isShown) {
 /// What the chart shows, oldest first: the snapshot's samples may reach further back.
 std::vector<const ThermalHistorySample*> MonitoringPresentation::charted() const {
     std::vector<const ThermalHistorySample*> samples;
-    for (const auto& run : thermalHistoryRuns(snapshot().samples, now_)) {
+    for (const auto& run : runs()) {
         std::ranges::transform(run, std::back_inserter(samples), &ThermalHistoryPoint::sample);
     }
     return samples;
+}
+
+std::vector<ThermalHistoryRun> MonitoringPresentation::runs() const {
+    return thermalHistoryRuns(snapshot().samples, now_, std::chrono::minutes(shownMinutes()));
+}
+
+int MonitoringPresentation::shownMinutes() const {
+    return static_cast<int>(shownHistory(*state_.published().historyDurationMinutes).count());
+}
+
+QString MonitoringPresentation::title() const {
+    return QString("Last %1 Minutes").arg(shownMinutes());
+}
+
+QString MonitoringPresentation::shortTitle() const {
+    return shownMinutes() == 60 ? QString("Last Hour") : QString("Last %1 Min").arg(shownMinutes());
+}
+
+bool MonitoringPresentation::hasHeat() const {
+    return std::ranges::any_of(charted(), [](const auto* sample) { return isHeatKnown(*sample); });
 }
 
 ThermalHistorySamples MonitoringPresentation::samples() const {
@@ -113,6 +137,9 @@ QString MonitoringPresentation::historySummary() const {
     if (samples.size() < 2) { // there is no chart
         return {};
     }
+    if (!hasHeat()) {
+        return noHeat;
+    }
     const auto& highest =
         **std::ranges::max_element(samples, {}, [](const auto* sample) { return sample->score; });
     const auto age = formattedDuration(secondsBetween(highest.measuredAt, now_).count());
@@ -127,7 +154,7 @@ void MonitoringPresentation::inspect(double position) {
 void MonitoringPresentation::moveInspection(int minutes) {
     const double from = readout_.isPresent ? readout_.position : 1;
     const double step = minutes * (std::chrono::duration<double>(std::chrono::minutes(1)) /
-                                   std::chrono::duration<double>(thermalHistoryWindow));
+                                   std::chrono::duration<double>(std::chrono::minutes(shownMinutes())));
     inspect(std::clamp(from + (readout_.isPresent ? step : 0), 0.0, 1.0));
 }
 
@@ -143,8 +170,8 @@ ThermalHistoryReadout MonitoringPresentation::readoutAt(double position) const {
     if (position < 0 || !hasChart_) {
         return {};
     }
-    const auto runs = thermalHistoryRuns(snapshot().samples, now_);
-    const auto point = nearestPoint(runs, position);
+    const auto charted = runs();
+    const auto point = nearestPoint(charted, position);
     return point ? readoutOf(*point->sample, point->position) : ThermalHistoryReadout{};
 }
 
@@ -155,10 +182,10 @@ ThermalHistoryReadout MonitoringPresentation::readoutOf(const ThermalHistorySamp
     return {.isPresent = true,
             .position = position,
             .height = static_cast<double>(sample.score) / 100,
-            .level = static_cast<int>(sample.level),
+            .level = isHeatKnown(sample) ? static_cast<int>(sample.level) : -1,
             .time = QLocale::system().toString(time, QLocale::ShortFormat),
-            .score = QString::number(sample.score),
-            .levelLabel = labelOf(sample.level),
+            .score = isHeatKnown(sample) ? QString::number(sample.score) : QString(),
+            .levelLabel = isHeatKnown(sample) ? labelOf(sample.level) : noHeat,
             .cpu = sample.globalCPUPercent ? percentText(*sample.globalCPUPercent) : QString(),
             .temperature = temperature ? QString::fromStdString(*temperature) : QString()};
 }

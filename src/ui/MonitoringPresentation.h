@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "ui/ThermalHistoryPlot.h"
 #include "ui/ThermalHistoryReadout.h"
 #include "ui/ThermalHistorySamples.h"
 
@@ -21,10 +22,14 @@ class MonitoringPresentation : public QObject {
     Q_OBJECT
     Q_PROPERTY(cindertop::ui::ThermalHistorySamples samples READ samples NOTIFY changed)
     Q_PROPERTY(QDateTime now READ now NOTIFY changed)
+    Q_PROPERTY(int shownMinutes READ shownMinutes NOTIFY changed)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
+    Q_PROPERTY(QString shortTitle READ shortTitle NOTIFY changed)
+    Q_PROPERTY(bool hasHeat READ hasHeat NOTIFY changed)
     Q_PROPERTY(bool hasChart READ hasChart NOTIFY changed)
     Q_PROPERTY(bool hasTemperatures READ hasTemperatures NOTIFY changed)
-    Q_PROPERTY(QString highestTemperatureText READ highestTemperatureText CONSTANT)
-    Q_PROPERTY(QString lowestTemperatureText READ lowestTemperatureText CONSTANT)
+    Q_PROPERTY(QString highestTemperatureText READ highestTemperatureText NOTIFY changed)
+    Q_PROPERTY(QString lowestTemperatureText READ lowestTemperatureText NOTIFY changed)
     Q_PROPERTY(QString historySummary READ historySummary NOTIFY changed)
     Q_PROPERTY(double inspectedPosition READ inspectedPosition WRITE inspect NOTIFY inspectedChanged)
     Q_PROPERTY(cindertop::ui::ThermalHistoryReadout readout READ readout NOTIFY inspectedChanged)
@@ -48,6 +53,15 @@ public:
 
     /// The right end of the chart.
     QDateTime now() const;
+
+    /// How far back the chart goes, as the user wants it and at most as far as is recorded.
+    int shownMinutes() const;
+    /// "Last 60 Minutes", "Last Hour".
+    QString title() const;
+    QString shortTitle() const;
+
+    /// Whether any charted sample knew the machine's heat.
+    bool hasHeat() const;
 
     /// A line needs two samples.
     bool hasChart() const { return hasChart_; }
@@ -98,6 +112,7 @@ Q_SIGNALS:
 private:
     const ThermalMonitoringSnapshot& snapshot() const;
     std::vector<const ThermalHistorySample*> charted() const;
+    std::vector<ThermalHistoryRun> runs() const;
     void update();
     void scheduleUpdate();
     void updateReadout();
@@ -111,7 +126,7 @@ private:
     double inspectedPosition_ = -1;
     ThermalHistoryReadout readout_;
     std::unique_ptr<Timer> nextUpdate_;
-    std::array<QPropertyNotifier, 1> observations_;
+    std::array<QPropertyNotifier, 3> observations_;
 };
 
 } // namespace cindertop::ui

@@ -142,11 +142,13 @@ QStringList OnboardingPresentation::detailTitles() const {
 }
 
 QStringList OnboardingPresentation::detailValues() const {
+    const auto& watched = state_.published().systemContextSnapshot->power;
+    const auto power = state_.isMonitoring() ? watched : onboarding().power.value_or(watched);
     QStringList values;
     for (const auto& row : detailRows) {
         if (!row.title.in(system()).empty()) {
-            values += row.value(*state_.published().hardwareProfile, onboarding().hardwareStatus,
-                                state_.published().systemContextSnapshot->power, system());
+            values +=
+                row.value(*state_.published().hardwareProfile, onboarding().hardwareStatus, power, system());
         }
     }
     return values;

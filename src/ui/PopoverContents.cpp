@@ -1,6 +1,7 @@
 #include "ui/PopoverContents.h"
 
 #include "ui/ApplicationIcon.h"
+#include "ui/MonitoringToggle.h"
 #include "ui/Theme.h"
 
 #include <cmath>
@@ -37,18 +38,24 @@ void addScore(PopoverContents& contents, const ThermalSnapshot& snapshot) {
 /// An idle machine would read "Normal", which nobody has measured.
 void addWaiting(PopoverContents& contents) {
     contents.isWaitingForTerms = true;
-    contents.level = static_cast<int>(Status::paused);
-    contents.statusText = "Not Monitoring";
-    contents.symbolName = symbolName(Status::paused);
+    contents.level = static_cast<int>(Status::notMonitoring);
+    contents.statusText = label(Status::notMonitoring);
+    contents.symbolName = symbolName(Status::notMonitoring);
     contents.tipMessage = "Before you accept the terms of use, nothing is watched and nothing is kept.";
 }
 
-void addToggle(PopoverContents& contents, bool isPaused) {
+void addOtherInsights(PopoverContents& contents, const CinderRecommendationSnapshot& advice) {
+    for (const auto& insight : advice.secondaryInsights) {
+        contents.otherInsightTitles += QString::fromStdString(insight.title);
+        contents.otherInsightMessages += QString::fromStdString(insight.message);
+    }
+}
+
+void addToggle(PopoverContents& contents, bool isPaused, OperatingSystem system) {
     const bool starts = contents.isWaitingForTerms || isPaused;
     contents.toggleSymbolName = starts ? "play.fill" : "pause.fill";
-    contents.toggleTitle = contents.isWaitingForTerms ? "Set Up Cindertop..."
-                           : isPaused                 ? "Enable Monitoring"
-                                                      : "Disable Monitoring";
+    contents.toggleTitle =
+        contents.isWaitingForTerms ? "Set Up Cindertop..." : monitoringToggleTitle(system, isPaused);
 }
 
 void addTopOffender(PopoverContents& contents, const ProcessOffenderSnapshot& snapshot) {
@@ -67,12 +74,15 @@ PopoverContents PopoverContents::of(const AppState& state) {
     const auto& published = state.published();
     PopoverContents contents;
     if (state.isMonitoringPermitted()) {
-        addStatus(contents, state.makePresentation(*published.thermalSnapshot));
+        addStatus(contents, state.currentPresentation());
         addScore(contents, *published.thermalSnapshot);
+        if (*published.recommendationVerbosity == RecommendationVerbosity::detailed && !*published.isPaused) {
+            addOtherInsights(contents, state.currentRecommendation());
+        }
     } else {
         addWaiting(contents);
     }
-    addToggle(contents, *published.isPaused);
+    addToggle(contents, *published.isPaused, state.environment().machine.operatingSystem);
     if (*published.showProcessOffenders) {
         addTopOffender(contents, *published.processOffenderSnapshot);
     }

@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace cindertop::ui {
 
@@ -17,6 +18,8 @@ struct PopoverContents {
     QString temperatureText;
     QString trendLabel;
     QString tipMessage;
+    QStringList otherInsightTitles; ///< beside the tip, where the user wants details
+    QStringList otherInsightMessages;
     QString offenderName; ///< empty without an offender
     QString offenderPercentText;
     QString offenderIconSource;

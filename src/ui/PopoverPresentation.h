@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPropertyNotifier>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace cindertop::ui {
@@ -22,6 +23,8 @@ class PopoverPresentation : public QObject {
     Q_PROPERTY(QString trendLabel READ trendLabel NOTIFY changed)
     Q_PROPERTY(QString detailText READ detailText NOTIFY changed)
     Q_PROPERTY(QString tipMessage READ tipMessage NOTIFY changed)
+    Q_PROPERTY(QStringList otherInsightTitles READ otherInsightTitles NOTIFY changed)
+    Q_PROPERTY(QStringList otherInsightMessages READ otherInsightMessages NOTIFY changed)
     Q_PROPERTY(bool hasOffender READ hasOffender NOTIFY changed)
     Q_PROPERTY(QString offenderName READ offenderName NOTIFY changed)
     Q_PROPERTY(QString offenderPercentText READ offenderPercentText NOTIFY changed)
@@ -57,6 +60,11 @@ public:
 
     /// Empty without a tip.
     QString tipMessage() const { return contents_.tipMessage; }
+
+    /// What else there is to say, the most urgent first; empty unless the user wants details.
+    QStringList otherInsightTitles() const { return contents_.otherInsightTitles; }
+
+    QStringList otherInsightMessages() const { return contents_.otherInsightMessages; }
 
     bool hasOffender() const { return !contents_.offenderName.isEmpty(); }
 

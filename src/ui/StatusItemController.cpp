@@ -24,10 +24,9 @@ QString toolTipFor(ThermalAssistantPresentation::Status status) {
 StatusItemController::StatusItemController(AppState& appState, StatusItem& statusItem, Popover& popover,
                                            Timers& timers)
     : appState_(appState), statusItem_(statusItem), popover_(popover), timers_(timers) {
-    const auto& snapshot = *appState_.published().thermalSnapshot;
     makeRoom(std::nullopt);
     statusItem_.setImage(images_.active);
-    statusItem_.setToolTip(toolTipFor(appState_.makePresentation(snapshot).status));
+    statusItem_.setToolTip(toolTipFor(appState_.currentPresentation().status));
     statusItem_.setAction([this](const QPoint& point) { togglePopover(point); });
     observe();
     renderLater();
@@ -41,8 +40,7 @@ void StatusItemController::observe() {
     const auto& published = appState_.published();
     const auto later = [this] { renderLater(); };
     observations_ = {
-        published.thermalSnapshot.bindable().addNotifier(
-            [this] { render(*appState_.published().thermalSnapshot); }),
+        published.thermalSnapshot.bindable().addNotifier([this] { render(); }),
         published.experimentalTemperatureSensorsEnabled.bindable().addNotifier(later),
         published.menuBarInfoMode.bindable().addNotifier(later),
         published.isPaused.bindable().addNotifier(later),
@@ -52,12 +50,11 @@ void StatusItemController::observe() {
 
 /// What else the same cause changes is drawn with it.
 void StatusItemController::renderLater() {
-    rendering_ = timers_.start(std::chrono::nanoseconds::zero(),
-                               [this] { render(*appState_.published().thermalSnapshot); });
+    rendering_ = timers_.start(std::chrono::nanoseconds::zero(), [this] { render(); });
 }
 
-void StatusItemController::render(const ThermalSnapshot& snapshot) {
-    const auto presentation = appState_.makePresentation(snapshot);
+void StatusItemController::render() {
+    const auto presentation = appState_.currentPresentation();
     statusItem_.setImage(images_.of(presentation.status));
     apply(StatusLabel::of(presentation, *appState_.published().menuBarInfoMode));
     statusItem_.setToolTip(toolTipFor(presentation.status));

@@ -36,7 +36,7 @@ private:
 
     void observe();
     void renderLater();
-    void render(const ThermalSnapshot& snapshot);
+    void render();
 
     void apply(std::optional<StatusLabel> label);
     void makeRoom(const std::optional<StatusLabel>& label);

@@ -13,7 +13,7 @@ std::optional<QString> textOf(const ThermalAssistantPresentation& presentation, 
     if (mode == MenuBarInfoMode::none) {
         return std::nullopt;
     }
-    if (status == Status::paused) {
+    if (!isLevel(status) && status != Status::measuring) { // which lasts for a moment only
         return label(status);
     }
     switch (mode) {

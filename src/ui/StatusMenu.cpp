@@ -2,6 +2,7 @@
 
 #include "support/Wording.h"
 #include "ui/MenuTexts.h"
+#include "ui/MonitoringToggle.h"
 #include "ui/QtText.h"
 
 #include <QTimer>
@@ -169,9 +170,7 @@ QVariantMap StatusMenu::propertiesOf(int id, const QStringList& names) const {
         properties.insert("label", qtText(label));
     }
     if (id == monitoringItem) {
-        const auto& published = appState_.published();
-        properties.insert("label", *published.isPaused ? "Enable Monitoring" : "Disable Monitoring");
-        properties.insert("enabled", *published.legalTermsAccepted);
+        addMonitoring(properties);
     }
     if (id == updatesItem && !appState_.offersUpdateCheck()) {
         properties.insert("visible", false);
@@ -180,6 +179,16 @@ QVariantMap StatusMenu::propertiesOf(int id, const QStringList& names) const {
         properties.removeIf([&](const auto& property) { return !names.contains(property.key()); });
     }
     return properties;
+}
+
+/// Before the terms are accepted the item says so, and leads to them.
+void StatusMenu::addMonitoring(QVariantMap& properties) const {
+    const auto& published = appState_.published();
+    const auto system = appState_.environment().machine.operatingSystem;
+    const bool setsUp = system == OperatingSystem::gnuLinux && !*published.legalTermsAccepted;
+    properties.insert("label", setsUp ? QString("Not monitoring: Set Up Cindertop...")
+                                      : monitoringToggleTitle(system, *published.isPaused));
+    properties.insert("enabled", setsUp || *published.legalTermsAccepted);
 }
 
 /// `depth` counts the levels below the item; a negative one is all of them.

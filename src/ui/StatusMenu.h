@@ -44,6 +44,7 @@ private:
     using Method = Answer (StatusMenu::*)(const QVariantList& arguments);
 
     QVariantMap propertiesOf(int id, const QStringList& names) const;
+    void addMonitoring(QVariantMap& properties) const;
     MenuLayout layoutOf(int id, int depth, const QStringList& names) const;
 
     Answer getLayout(const QVariantList& arguments);

@@ -54,6 +54,13 @@ SystemPresentation::SystemPresentation(AppState& state, PresentConfirmation pres
     observe(published.systemNotificationState, emits);
     observe(published.diagnosticLogsEnabled, emits);
     observe(published.diagnosticExportSucceeded, emits);
+    observe(published.notificationMinimumLevel, emits);
+    observe(published.recommendationVerbosity, emits);
+    observe(published.showContextInsights, emits);
+    observe(published.showProcessOffenders, emits);
+    observe(published.historyEnabled, emits);
+    observe(published.historyDurationMinutes, emits);
+    observe(published.temperatureUnit, emits);
 }
 
 std::vector<MenuBarInfoMode> SystemPresentation::modes() const {

@@ -36,9 +36,31 @@ std::optional<ThermalBand> bandOf(ThermalAssistantPresentation::Status status) {
     case Status::critical:
         return ThermalBand::critical;
     case Status::paused:
+    case Status::notMonitoring:
+    case Status::measuring:
+    case Status::noHeatReadings:
         break;
     }
     return std::nullopt;
+}
+
+/// Of the states without a level, by raw value behind the levels.
+struct StateDisplay {
+    const char* label;
+    const char* symbolName;
+};
+
+constexpr std::array stateDisplays{
+    StateDisplay{.label = "Paused", .symbolName = "pause.fill"},
+    StateDisplay{.label = "Not monitoring", .symbolName = "pause.fill"},
+    StateDisplay{.label = "Measuring", .symbolName = "timer"},
+    StateDisplay{.label = "No heat readings", .symbolName = "questionmark.circle"},
+};
+static_assert(bandDisplays.size() + stateDisplays.size() ==
+              EnumerationTable<ThermalAssistantPresentation::Status>::cases.size());
+
+const StateDisplay& displayOf(ThermalAssistantPresentation::Status status) {
+    return stateDisplays.at(static_cast<std::size_t>(status) - bandDisplays.size());
 }
 
 QColor faded(QColor color, double opacity) {
@@ -62,12 +84,12 @@ QColor color(ThermalBand band) {
 
 QString label(ThermalAssistantPresentation::Status status) {
     const auto band = bandOf(status);
-    return band ? label(*band) : QString("Paused");
+    return band ? label(*band) : QString(displayOf(status).label);
 }
 
 QString symbolName(ThermalAssistantPresentation::Status status) {
     const auto band = bandOf(status);
-    return band ? symbolName(*band) : QString("pause.fill");
+    return band ? symbolName(*band) : QString(displayOf(status).symbolName);
 }
 
 QColor color(ThermalAssistantPresentation::Status status) {

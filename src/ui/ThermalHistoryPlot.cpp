@@ -11,9 +11,9 @@ constexpr std::chrono::seconds longestSilence{30}; ///< a sample comes every 5 s
 
 } // namespace
 
-std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistorySample> samples,
-                                                  Instant now) {
-    const auto start = now - thermalHistoryWindow;
+std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistorySample> samples, Instant now,
+                                                  std::chrono::minutes window) {
+    const auto start = now - window;
     std::vector<ThermalHistoryRun> runs;
     for (const auto& sample : samples) {
         if (sample.measuredAt < start || sample.measuredAt > now) {
@@ -23,8 +23,7 @@ std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistory
             runs.emplace_back();
         }
         runs.back().push_back(
-            {.position = secondsBetween(start, sample.measuredAt) / Seconds(thermalHistoryWindow),
-             .sample = &sample});
+            {.position = secondsBetween(start, sample.measuredAt) / Seconds(window), .sample = &sample});
     }
     return runs;
 }

@@ -11,18 +11,18 @@ namespace cindertop::ui {
 
 /// A sample and where it stands in the chart.
 struct ThermalHistoryPoint {
-    double position; ///< 0 an hour ago to 1 now
+    double position; ///< 0 at the start of the chart to 1 now
     const ThermalHistorySample* sample;
 };
 
 /// Points that belong together: a line may join them.
 using ThermalHistoryRun = std::vector<ThermalHistoryPoint>;
 
-inline constexpr std::chrono::minutes thermalHistoryWindow{60};
-
-/// What the chart shows at `now`, oldest first. A longer silence than a few missed samples, as when the
-/// machine slept, parts two runs. Samples outside the window are left out. The points look at `samples`.
-std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistorySample> samples, Instant now);
+/// What a chart of so many minutes shows at `now`, oldest first. A longer silence than a few missed samples,
+/// as when the machine slept, parts two runs. Samples outside the window are left out. The points look at
+/// `samples`.
+std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistorySample> samples, Instant now,
+                                                  std::chrono::minutes window);
 
 /// The point of the runs that stands nearest to `position`; none when there is no point.
 std::optional<ThermalHistoryPoint> nearestPoint(std::span<const ThermalHistoryRun> runs, double position);

@@ -185,7 +185,7 @@ TEST_F(AgentBusTest, AnnouncesWhatChanges) {
     heard = talk.heard();
     EXPECT_EQ(heard.changed.at("Paused"), "true");
     EXPECT_EQ(heard.changed.at("Status"), "paused");
-    EXPECT_EQ(heard.changed.at("Level"), "normal");
+    EXPECT_EQ(heard.changed.at("Level"), "");
     EXPECT_EQ(heard.invalidated, std::vector<std::string>{"Snapshot"});
 
     talk.agent.state.setNotificationsEnabled(true);

@@ -86,10 +86,11 @@ TEST(BusMethods, SetsEveryPreference) {
         {"notificationsEnabled", true, true},
         {"notificationMinimumLevel", "critical", "critical"},
         {"recommendationVerbosity", "concise", "concise"},
-        {"showProcessOffenders", false, false},
+        {"showProcessOffenders", true, true},
         {"showContextInsights", false, false},
         {"historyEnabled", false, false},
         {"historyDurationMinutes", QVariant::fromValue<quint64>(90), 90},
+        {"temperatureUnit", "fahrenheit", "fahrenheit"},
     };
     EXPECT_EQ(methods.call("Settings", "", {})->at(0).toMap().size(), static_cast<qsizetype>(cases.size()));
     for (const auto& [name, value, stored] : cases) {
@@ -109,7 +110,7 @@ TEST(BusMethods, SetsEveryPreference) {
 
     EXPECT_TRUE(methods.call("ResetSettings", "", {}));
     EXPECT_EQ(setting(methods, "historyDurationMinutes"), 60);
-    EXPECT_EQ(setting(methods, "showProcessOffenders"), true);
+    EXPECT_EQ(setting(methods, "temperatureUnit"), "region");
 }
 
 TEST(BusMethods, CarriesOutCommands) {
@@ -129,6 +130,8 @@ TEST(BusMethods, CarriesOutCommands) {
     EXPECT_TRUE(methods.call("Pause", "", {}));
     EXPECT_EQ(methods.properties().value("Paused"), true);
     EXPECT_EQ(methods.properties().value("Status"), "paused");
+    EXPECT_EQ(methods.properties().value("Level"), "");
+    EXPECT_EQ(methods.properties().value("Score"), -1);
     EXPECT_TRUE(methods.call("Resume", "", {}));
     EXPECT_EQ(methods.properties().value("Paused"), false);
 

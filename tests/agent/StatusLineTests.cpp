@@ -55,7 +55,7 @@ TEST(StatusLine, FitsItsPlace) {
               "12:34:56  Serious   75   72°C    名前名前名前名前名前  25.0 %  Top CPU offender"},
              {warm, 60, Charset::ascii, "12:34:56  Serious   75    72C    ??????????            25.0~"},
              {silent, 80, Charset::ascii,
-              "12:34:56  Heat not available                                   Normal workload"},
+              "12:34:56  No heat readings                                     Normal workload"},
          }) {
         EXPECT_EQ(lineOf(agent, columns, charset), line) << columns;
     }

@@ -125,15 +125,20 @@ is_private "$work/config"
 start --headless
 await "a measurement" is_measured
 "$ctl" settings showDockIcon on || complain "a preference is refused"
+"$ctl" pause && "$ctl" status | grep -q '^Monitoring is paused' || complain "a paused agent is not told"
+"$ctl" resume
 answers || complain "a second start does not find the first: $(cat "$work/out")"
 [ ! -s "$work/agent-err" ] || complain "$(cat "$work/agent-err")"
 end INT
 [ "$("$ctl" settings showDockIcon)" = true ] || complain "the preference is lost"
-"$ctl" settings experimentalTemperatureSensorsEnabled off || complain "the sensors cannot be switched off"
+"$ctl" settings experimentalTemperatureSensorsEnabled off >"$work/remark" || complain "a switch is refused"
+grep -q 'menuBarInfoMode is none now' "$work/remark" || complain "what else changed is not told"
 for mode in thermalScore temperature; do # retired, and not to be had without sensors
     "$ctl" settings menuBarInfoMode "$mode" 2>"$work/refusal" && complain "the label $mode is taken"
-    grep -q 'one of none, thermalStatus$' "$work/refusal" || complain "refused without the choice"
+    grep -Eq 'one of none, thermalStatus, temperature$|needs sensors' "$work/refusal" || complain "refused without a reason"
 done
+"$ctl" settings showProcessOffenders off 2>/dev/null && complain "the ranking is switched off"
+"$ctl" settings historyDurationMinutes -3 | grep -q '15 is the least' || complain "a repaired value is not told"
 "$ctl" pause 2>/dev/null && complain "an agent answers that has ended"
 
 # Neither a bus that goes nor one that is missing ends it; only --accept-terms is told again.

@@ -145,6 +145,7 @@ TEST(AppStateOnboarding, SurveysTheMachineAwayFromTheMainThreadAndGoesOn) {
         EXPECT_EQ(survey.questions, 0);
         program.pass(1ms);
         EXPECT_EQ(survey.questions, 1);
+        EXPECT_EQ(program.published().onboardingState->power->source, PowerSourceKind::acPower);
         const auto& onboarding = program.published().onboardingState;
         EXPECT_EQ(onboarding->hardwareStatus.kind(), kind);
         EXPECT_EQ(onboarding->step, OnboardingStep::termsAndStart);

@@ -123,7 +123,7 @@ private:
             if (censusThrows) {
                 throw std::runtime_error("the census broke");
             }
-            return std::vector<SourceStatus>{};
+            return machine.sources;
         };
         return {.machine = std::move(questioned),
                 .timers = clock,

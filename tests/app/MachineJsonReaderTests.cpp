@@ -69,5 +69,13 @@ TEST(MachineJsonReader, RefusesWhatNoProgramOfOursWrites) {
     }
 }
 
+TEST(AgentCondition, IsReadBehindTheMachine) {
+    EXPECT_EQ(agentCondition(R"({"score": null, "isPaused": true, "termsAccepted": false})"),
+              (AgentCondition{.isPaused = true, .areTermsAccepted = false}));
+    for (const auto* const text : {"", "[]", "{}", R"({"isPaused": 1, "termsAccepted": true})"}) {
+        EXPECT_EQ(agentCondition(text), std::nullopt) << text;
+    }
+}
+
 } // namespace
 } // namespace cindertop

@@ -3,13 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace cindertop {
 namespace {
 
-TEST(Preferences, AreElevenAndKnownByTheirNames) {
-    EXPECT_EQ(preferences().size(), 11);
+TEST(Preferences, AreTwelveAndKnownByTheirNames) {
+    EXPECT_EQ(preferences().size(), 12);
     for (const auto& preference : preferences()) {
         EXPECT_EQ(findPreference(preference.name), &preference) << preference.name;
         AppSettingsFields fields;
@@ -50,6 +51,44 @@ TEST(Preferences, TakeAPersonsWord) {
         const auto written = preference.write(fields, preferenceValue(preference, word));
         EXPECT_EQ(written ? text(preference.read(fields)) : written.error(), result) << name << ' ' << word;
         EXPECT_TRUE(written || fields == AppSettingsFields()) << name << ": refused, and yet changed";
+    }
+}
+
+TEST(Preferences, SayWhatIsAllowedAndWhatBecameOfAValue) {
+    struct Case {
+        std::string_view name;
+        PreferenceValue value;
+        std::string_view allowed;
+        std::string_view refusal;
+        std::string_view remark;
+    };
+
+    const AppSettingsFields current{.menuBarInfoMode = MenuBarInfoMode::temperature};
+    constexpr std::string_view modes = "none, thermalStatus, temperature";
+    for (const auto& [name, value, allowed, refusal, remark] : std::to_array<Case>({
+             {"historyDurationMinutes", std::int64_t{181}, "15 to 180", "",
+              "historyDurationMinutes is 180 now: 180 is the most"},
+             {"historyDurationMinutes", std::int64_t{-5}, "15 to 180", "",
+              "historyDurationMinutes is 15 now: 15 is the least"},
+             {"historyDurationMinutes", std::int64_t{180}, "15 to 180", "", ""},
+             {"menuBarInfoMode", "temperature", modes,
+              "temperature needs sensors: set experimentalTemperatureSensorsEnabled to true first", ""},
+             {"menuBarInfoMode", "thermalScore", modes, "has to be one of none, thermalStatus, temperature",
+              ""},
+             {"menuBarInfoMode", "thermalStatus", modes, "", ""},
+             {"showProcessOffenders", false, "true",
+              "stays true: advice and alerts are made from what it finds", ""},
+             {"showProcessOffenders", true, "true", "", ""},
+             {"experimentalTemperatureSensorsEnabled", false, "true or false", "",
+              "menuBarInfoMode is none now: temperature needs sensors"},
+             {"temperatureUnit", "celsius", "region, celsius, fahrenheit", "", ""},
+         })) {
+        const auto& preference = *findPreference(name);
+        EXPECT_EQ(allowedValues(preference), allowed);
+        const auto offered = checkIsOffered(preference, value, current);
+        EXPECT_EQ(offered ? "" : offered.error(), refusal) << name;
+        EXPECT_EQ(remarkOn(preference, value, current), remark) << name;
+        EXPECT_FALSE(preference.description.empty() || preference.description.size() > 76) << name;
     }
 }
 

@@ -40,9 +40,11 @@ ThermalMonitoringSnapshot warmHour() {
 }
 
 std::string text(const ThermalMonitoringSnapshot& snapshot, const PageStyle& pageStyle,
-                 bool isHistoryEnabled = true) {
+                 bool isHistoryEnabled = true, std::chrono::minutes window = 60min) {
     return encoded(
-        historyPage(snapshot, {.isHistoryEnabled = isHistoryEnabled, .comparison = comparison}, pageStyle),
+        historyPage(snapshot,
+                    {.isHistoryEnabled = isHistoryEnabled, .window = window, .comparison = comparison},
+                    pageStyle),
         pageStyle.format);
 }
 
@@ -90,7 +92,8 @@ TEST_F(HistoryPageTest, FitsEveryWidth) {
     for (const auto charset : {Charset::unicode, Charset::ascii}) {
         for (int columns = 1; columns <= 130; ++columns) {
             const auto narrow = style(columns, charset);
-            const HistoryPageContext context{.isHistoryEnabled = true, .comparison = comparison};
+            const HistoryPageContext context{
+                .isHistoryEnabled = true, .window = 60min, .comparison = comparison};
             for (const auto& line : historyPage(hostile, context, narrow)) {
                 EXPECT_LE(columnsOf(encoded(line, narrow.format)), columns);
                 EXPECT_EQ(encoded(line, narrow.format).find('\x1b'), std::string::npos);
@@ -101,7 +104,7 @@ TEST_F(HistoryPageTest, FitsEveryWidth) {
 
 TEST_F(HistoryPageTest, LeavesOutWhatWasNotMeasured) {
     const ThermalMonitoringSnapshot bare{
-        {sampleAt(now, ThermalLevel::normal, 0, {}, {})}, ThermalDailySummary::fresh("2025-03-05", now), now};
+        {sampleAt(now, ThermalLevel::normal, 8, {}, {})}, ThermalDailySummary::fresh("2025-03-05", now), now};
     EXPECT_EQ(text(bare, style(60, Charset::ascii)),
               R"(The last hour                            2025-03-05 17:30:00
 
@@ -112,8 +115,8 @@ Normal                                                     #
               +----------+-----------+----------+-----------
               16:30      16:45       17:00      17:15
 
-Recorded      1 sample, the latest 0 s ago: 0 of 100, Normal
-Score         0 to 0
+Recorded      1 sample, the latest 0 s ago: 8 of 100, Normal
+Score         8 to 8
 Temperature   not available
 Processor     not available
 )");
@@ -122,7 +125,9 @@ Processor     not available
 TEST_F(HistoryPageTest, SaysWhenItWasWrittenWhereNoAgentAnswers) {
     const auto pageStyle = style(50, Charset::ascii);
     const auto page = historyPage(
-        warmHour(), {.isHistoryEnabled = true, .comparison = comparison, .writtenAt = now - 5min}, pageStyle);
+        warmHour(),
+        {.isHistoryEnabled = true, .window = 60min, .comparison = comparison, .writtenAt = now - 5min},
+        pageStyle);
     EXPECT_TRUE(encoded(page, pageStyle.format)
                     .starts_with("The last hour                  2025-03-05 17:30:00\n"
                                  "As written at 2025-03-05 17:25:00; no agent\nanswers.\n\n"));
@@ -140,6 +145,32 @@ TEST_F(HistoryPageTest, SaysWhatMakesAHistory) {
     EXPECT_TRUE(
         text(morning, plain).starts_with("Nothing was recorded in the last hour: the Cindertop agent"));
     EXPECT_NE(text(morning, plain).find("Today, 2025-03-05: 1 h 6 min recorded"), std::string::npos);
+}
+
+TEST_F(HistoryPageTest, LooksBackAsFarAsTheUserWants) {
+    const auto page = text(warmHour(), style(60, Charset::ascii), true, 15min);
+    EXPECT_TRUE(page.starts_with("The last 15 minutes "));
+    EXPECT_NE(page.find("2 samples"), std::string::npos);
+    EXPECT_NE(page.find("Score         70 to 95"), std::string::npos);
+    auto old = warmHour();
+    old.samples = {warmHour().samples.front()};
+    EXPECT_TRUE(text(old, style(120, Charset::ascii), true, 30min)
+                    .starts_with("Nothing was recorded in the last 30 minutes: "));
+}
+
+TEST_F(HistoryPageTest, NamesNoLevelWhereNothingToldTheHeat) {
+    auto silent = warmHour();
+    silent.samples = {sampleAt(now - 10s, ThermalLevel::normal, 0, 50, {}),
+                      sampleAt(now - 5s, ThermalLevel::normal, 0, 60, {})};
+    silent.todaySummary =
+        ThermalDailySummary("2025-03-05", ThermalLevelDurations(3000, 0, 0, 0), 0, 0, {}, {}, now);
+    const auto page = text(silent, style(60, Charset::ascii));
+    EXPECT_EQ(page.find("Normal"), std::string::npos);
+    EXPECT_EQ(page.find("Score"), std::string::npos);
+    EXPECT_NE(page.find("No heat readings"), std::string::npos);
+    EXPECT_NE(page.find("recorded\nNo heat readings\n"), std::string::npos);
+    silent.todaySummary = warmHour().todaySummary; // it was hot before the source fell silent
+    EXPECT_NE(text(silent, style(60, Charset::ascii)).find("Serious"), std::string::npos);
 }
 
 } // namespace

@@ -39,7 +39,7 @@ std::string statusOf(const std::string& fixture) {
     const PageStyle style{.format = {.columns = 80, .charset = Charset::unicode},
                           .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius),
                           .system = linux_platform::operatingSystem};
-    return encoded(statusPage(sampler.sampleNow(), style), style.format);
+    return encoded(statusPage({sampler.sampleNow(), {}}, style), style.format);
 }
 
 TEST(LinuxPages, ALaptopTellsItsHeat) {
@@ -53,14 +53,14 @@ TEST(LinuxPages, ALaptopTellsItsHeat) {
 
 TEST(LinuxPages, ASensorOfABatterySaysNothingAboutTheProcessor) {
     EXPECT_THAT(statusOf("apple-silicon"),
-                AllOf(StartsWith("Heat not available"), HasSubstr("Battery Hotspot"),
+                AllOf(StartsWith("No heat readings"), HasSubstr("Battery Hotspot"),
                       HasSubstr("Power         AC power, battery 71 %, charging, 31°C\n")));
 }
 
 TEST(LinuxPages, ABareMachineSaysWhatIsMissing) {
     EXPECT_THAT(statusOf("bare-vm"),
-                AllOf(StartsWith("Heat not available"),
-                      HasSubstr("Temperature   not available: no sensor answers\n"),
+                AllOf(StartsWith("No heat readings"),
+                      HasSubstr("Temperature   not available: no known temperature sensor\n"),
                       HasSubstr("Displays      not available\n"),
                       HasSubstr("  thermal zones        not available: no thermal zones\n")));
 }

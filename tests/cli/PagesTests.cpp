@@ -34,7 +34,7 @@ MachineSnapshot hostileMachine() {
 
 TEST(StatusPage, ShowsEveryFact) {
     const auto wide = style(80, Charset::unicode);
-    EXPECT_EQ(text(statusPage(hotLaptop(), wide), wide),
+    EXPECT_EQ(text(statusPage({hotLaptop(), {}}, wide), wide),
               R"(78 of 100  Serious, rising
 ██████████████████████████████████████████████▊░░░░░░░░░░░░░
 
@@ -62,9 +62,8 @@ Where the facts come from
 
 TEST(StatusPage, SaysWhatIsMissingAndNeverZero) {
     const auto plain = style(80, Charset::ascii);
-    EXPECT_EQ(text(statusPage(unknownMachine(), plain), plain),
-              R"(Heat not available: this machine tells nothing about it
-[..........................................................]
+    EXPECT_EQ(text(statusPage({unknownMachine(), {}}, plain), plain),
+              R"(No heat readings
 
 Thermal       state not available, pressure not available
 Temperature   not available: no sensor answers
@@ -79,13 +78,36 @@ Where the facts come from
 )");
 }
 
-TEST(StatusPage, TellsWhyThereIsNoTemperatureDespiteSensors) {
+TEST(StatusPage, TellsWhyThereIsNoTemperature) {
     auto machine = unknownMachine();
+    const auto wide = style(80, Charset::ascii);
+    machine.sources = {{std::string(temperatureSensorsSource), false, "switched off"}};
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide),
+                HasSubstr("Temperature   not available: switched off\n"));
     machine.temperatures = {{"Battery", "Battery", 30, ThermalSensorKind::battery}};
     const auto plain = style(80, Charset::ascii);
-    EXPECT_THAT(text(statusPage(machine, plain), plain),
+    EXPECT_THAT(text(statusPage({machine, {}}, plain), plain),
                 HasSubstr("Temperature   not available: no sensor of the processor answers\n"
                           "              Battery 30C\n"));
+}
+
+TEST(StatusPage, LeadsWithTheNoteAndAddsWhatTheUserWants) {
+    using enum CinderInsightConfidence;
+    MachineReport report{
+        .snapshot = hotLaptop(), .verdict = MachineVerdict{}, .note = "Monitoring is paused."};
+    report.verdict->recommendation = {
+        .primaryInsight =
+            CinderInsight{CinderInsightKind::probableClamshellHeat, high, "Clamshell heat", "Open it.", {}},
+        .secondaryInsights = {{CinderInsightKind::chargingAddsHeat, medium, "Charging heat", "Unplug.", {}}}};
+    auto wide = style(80, Charset::unicode);
+    const std::string others = "\nCharging heat\nUnplug.\n";
+    const auto concise = text(statusPage(report, wide), wide);
+    EXPECT_TRUE(concise.starts_with("Monitoring is paused.\n\n78 of 100"));
+    EXPECT_THAT(concise, HasSubstr("\nClamshell heat\nOpen it.\n"));
+    EXPECT_EQ(concise.find(others), std::string::npos);
+    wide.verbosity = RecommendationVerbosity::detailed;
+    EXPECT_THAT(text(statusPage(report, wide), wide), HasSubstr("Open it.\n" + others));
+    EXPECT_THAT(text(watchPage(report, wide, 40, "23:02:11"), wide), HasSubstr(others));
 }
 
 TEST(Pages, FitEveryWidth) {
@@ -93,8 +115,8 @@ TEST(Pages, FitEveryWidth) {
     for (const auto charset : {Charset::unicode, Charset::ascii}) {
         for (int columns = 1; columns <= 130; ++columns) {
             const auto narrow = style(columns, charset);
-            for (const auto& page : {statusPage(machine, narrow), offendersPage(machine, narrow),
-                                     watchPage(machine, narrow, 24, "23:02:11")}) {
+            for (const auto& page : {statusPage({machine, {}}, narrow), offendersPage(machine, narrow),
+                                     watchPage({machine, {}}, narrow, 24, "23:02:11")}) {
                 for (const auto& line : page) {
                     const auto shownLine = encoded(line, narrow.format);
                     EXPECT_LE(columnsOf(shownLine), columns) << shownLine;
@@ -119,13 +141,13 @@ TEST(Pages, AlignSharesUnderWideCharacters) {
 
 TEST(Pages, ColourTheLevelButSayItToo) {
     const auto coloured = style(80, Charset::unicode, Palette::sixteen);
-    EXPECT_THAT(text(statusPage(hotLaptop(), coloured), coloured), HasSubstr("\x1b[91mSerious\x1b[0m"));
+    EXPECT_THAT(text(statusPage({hotLaptop(), {}}, coloured), coloured), HasSubstr("\x1b[91mSerious\x1b[0m"));
 }
 
 TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
     const auto screen = style(80, Charset::unicode);
     for (int rows = 1; rows <= 60; ++rows) {
-        const auto page = watchPage(hotLaptop(), screen, rows, "23:02:11");
+        const auto page = watchPage({hotLaptop(), {}}, screen, rows, "23:02:11");
         ASSERT_EQ(page.size(), static_cast<std::size_t>(rows));
         const auto content = text(page, screen);
         EXPECT_THAT(content, HasSubstr("Cindertop"));
@@ -138,7 +160,8 @@ TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
 TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
     for (const auto charset : {Charset::unicode, Charset::ascii}) {
         const auto wide = style(110, charset);
-        EXPECT_EQ(text(watchPage(hotLaptop(), wide, 24, "23:02:11"), wide).find("▃█") != std::string::npos,
+        EXPECT_EQ(text(watchPage({hotLaptop(), {}}, wide, 24, "23:02:11"), wide).find("▃█") !=
+                      std::string::npos,
                   charset == Charset::unicode);
     }
 }
@@ -148,7 +171,7 @@ TEST(WatchLine, IsOneLineWithEverythingThatMatters) {
     EXPECT_EQ(watchLine(hotLaptop(), plain, "2026-11-22 23:02:11"),
               "2026-11-22 23:02:11  78 Serious, rising  temperature 97°C  CPU 41.0 %  Browser 33.2 %");
     EXPECT_EQ(watchLine(unknownMachine(), plain, "2026-11-22 23:02:11"),
-              "2026-11-22 23:02:11  heat not available  temperature not available  CPU not available  "
+              "2026-11-22 23:02:11  no heat readings  temperature not available  CPU not available  "
               "applications: not available");
     EXPECT_EQ(watchLine(hostileMachine(), plain, "now").find_first_of("\x1b\n"), std::string::npos);
 }

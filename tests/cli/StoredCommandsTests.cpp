@@ -70,7 +70,7 @@ TEST_F(StoredCommandsTest, ShowTheHistoryAndLeaveTheFilesAlone) {
     const auto before = fakes::textOf(folder / "history");
     defaults.stored["cindertop.history.duration-minutes"] = std::int64_t{5}; // loading would repair it
     ASSERT_TRUE(showHistory(environment, Format::text, true));
-    EXPECT_TRUE(printed().starts_with("The last hour"));
+    EXPECT_TRUE(printed().starts_with("The last 15 minutes"));
     ASSERT_EQ(::ftruncate(descriptor, ::lseek(descriptor, 0, SEEK_SET)), 0);
     ASSERT_TRUE(showHistory(environment, Format::json, true));
     const auto history = json::parse(printed());

@@ -96,7 +96,8 @@ TEST(AppSettingsStore, WritesEveryKeyInOrder) {
                                 .recommendationVerbosity = RecommendationVerbosity::detailed,
                                 .showContextInsights = false,
                                 .historyEnabled = false,
-                                .historyDurationMinutes = 75});
+                                .historyDurationMinutes = 75,
+                                .temperatureUnit = TemperatureUnit::celsius});
     EXPECT_EQ(changesOf(settings), (std::vector<UserDefaultsChange>{
                                        {"cindertop.settings.schema-version", std::int64_t{12}},
                                        {"cindertop.thermal.experimental-sensors", true},
@@ -110,6 +111,7 @@ TEST(AppSettingsStore, WritesEveryKeyInOrder) {
                                        {"cindertop.assistant.show-context-insights", false},
                                        {"cindertop.history.enabled", false},
                                        {"cindertop.history.duration-minutes", std::int64_t{75}},
+                                       {"cindertop.thermal.temperature-unit", "celsius"s},
                                        {"cindertop.effects.intensity", std::nullopt},
                                    }));
     FakeUserDefaults defaults;
@@ -196,6 +198,7 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
         {"cindertop.history.duration-minutes", std::int64_t{5}},
         {"cindertop.diagnostics.enabled", "No"s},
         {"cindertop.app.show-dock-icon", "maybe"s},
+        {"cindertop.thermal.temperature-unit", "kelvin"s},
         {"cindertop.legal.accepted", true},
     };
     const AppSettings expected(
@@ -204,9 +207,9 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
     EXPECT_EQ(AppSettingsStore(onlyLooking, defaultSettings(mac)).load(), expected);
     EXPECT_TRUE(defaults.changes.empty());
     EXPECT_EQ(AppSettingsStore(defaults, defaultSettings(mac)).load(), expected);
-    EXPECT_EQ(defaults.registered.size(), 12U);
+    EXPECT_EQ(defaults.registered.size(), 13U);
     EXPECT_EQ(defaults.registered.at("cindertop.history.duration-minutes"), PropertyValue(std::int64_t{60}));
-    EXPECT_EQ(defaults.stored.size(), 13U) << "the foreign key stays";
+    EXPECT_EQ(defaults.stored.size(), 14U) << "the foreign key stays";
     EXPECT_EQ(defaults.stored.at("cindertop.diagnostics.enabled"), PropertyValue(false))
         << "repaired in the store";
 }

@@ -169,7 +169,7 @@ TEST(LinuxWords, AreSaidToANewUserOfAnyMachine) {
                                                           "Thermal pressure", "Sensors", "Power"}));
         EXPECT_EQ(onboarding.detailValues(),
                   (QStringList{"Laptop 9", "unknown", "arm64", pressure,
-                               QString::number(sources.sensors.size()), "Power source unavailable"}));
+                               QString::number(sources.sensors.size()), "AC Power"}));
         look(*program);
     }
 }

@@ -39,7 +39,7 @@ TEST(ThermalHistoryPlot, PartsRunsWhereSamplesAreMissing) {
     const std::vector samples{sampleAt(now - 61min),       sampleAt(now - 60min),       sampleAt(now - 30min),
                               sampleAt(now - 30min + 30s), sampleAt(now - 30min + 61s), sampleAt(now),
                               sampleAt(now + 5s)};
-    const auto runs = thermalHistoryRuns(samples, now);
+    const auto runs = thermalHistoryRuns(samples, now, 60min);
     std::vector<std::vector<double>> positions;
     for (const auto& run : runs) {
         auto& row = positions.emplace_back();

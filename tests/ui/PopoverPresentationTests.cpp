@@ -145,8 +145,8 @@ TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
     program.defaults = {};
     open();
     program.pass(10s);
-    EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not Monitoring", ""}));
-    EXPECT_EQ(popover->level(), 4);
+    EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not monitoring", ""}));
+    EXPECT_EQ(popover->level(), 5);
     EXPECT_EQ(popover->tipMessage(),
               "Before you accept the terms of use, nothing is watched and nothing is kept.");
     EXPECT_EQ(toggle(), (QStringList{"Set Up Cindertop...", "play.fill"}));
@@ -156,6 +156,42 @@ TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
     state->acceptLegalTerms();
     EXPECT_EQ(popover->statusText(), "Normal");
     EXPECT_EQ(toggle(), (QStringList{"Disable Monitoring", "pause.fill"}));
+}
+
+TEST_F(PopoverPresentationTest, NeedsNoHeatToRankApplications) {
+    program.machine.operatingSystem = OperatingSystem::gnuLinux;
+    program.machine.process.state = 9;
+    program.machine.pressure->registrationStatus = 1;
+    program.machine.processes.processes.clear();
+    auto& busy = program.machine.processes.add(7, "busy");
+    open();
+    EXPECT_EQ(summary(), (QStringList{"timer", "Measuring", ""}));
+    EXPECT_EQ(toggle(), (QStringList{"Pause Monitoring", "pause.fill"}));
+    for (int second = 0; second < 20; ++second) {
+        busy.accounting->totalUserTime += 4'000'000'000; // of 8 processors
+        program.pass(1s);
+    }
+    EXPECT_EQ(summary(), (QStringList{"questionmark.circle", "No heat readings", ""}));
+    EXPECT_EQ(offender(), (QStringList{"busy", "50%"}));
+    state->setPaused(true);
+    EXPECT_EQ(toggle(), (QStringList{"Resume Monitoring", "play.fill"}));
+}
+
+TEST_F(PopoverPresentationTest, AddsOtherInsightsForThoseWhoWantThem) {
+    program.machine.pressure->play({2});
+    program.machine.displays =
+        fakes::FakeDisplayList({{.identifier = 9, .place = DisplayPlace::external}}); // the lid is closed
+    open({.recommendationVerbosity = RecommendationVerbosity::detailed});
+    program.pass(1s);
+    const auto& others = program.published().recommendationSnapshot->secondaryInsights;
+    ASSERT_FALSE(others.empty());
+    EXPECT_EQ(popover->otherInsightTitles().front().toStdString(), others.front().title);
+    EXPECT_EQ(popover->otherInsightMessages().front().toStdString(), others.front().message);
+    state->setRecommendationVerbosity(RecommendationVerbosity::concise);
+    EXPECT_TRUE(popover->otherInsightTitles().empty());
+    state->setRecommendationVerbosity(RecommendationVerbosity::detailed);
+    state->setPaused(true);
+    EXPECT_TRUE(popover->otherInsightTitles().empty());
 }
 
 TEST_F(PopoverPresentationTest, ClosesAfterWhatOpensSomethingElse) {

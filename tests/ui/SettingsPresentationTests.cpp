@@ -101,6 +101,39 @@ TEST_F(SettingsPresentationTest, AnswersAreGivenOnceAndCancelDoesNothing) {
     EXPECT_EQ(program.countOf("Settings reset to defaults"), 1);
 }
 
+TEST_F(SettingsPresentationTest, OffersEveryChoice) {
+    program.machine.operatingSystem = OperatingSystem::gnuLinux;
+    auto& system = open({.historyDurationMinutes = 90});
+    system.setAlertLevelIndex(1);
+    system.setVerbosityIndex(1);
+    system.setShowsContextInsights(false);
+    system.setTemperatureUnitIndex(2);
+    for (const int nowhere : {-1, 9}) {
+        system.setAlertLevelIndex(nowhere);
+        system.setVerbosityIndex(nowhere);
+        system.setTemperatureUnitIndex(nowhere);
+        system.setHistoryLengthIndex(nowhere);
+    }
+    EXPECT_EQ(system.historyLengthLabels(), (QStringList{"15 min", "30 min", "45 min", "60 min", "90 min"}));
+    EXPECT_EQ(system.historyLengthIndex(), 4);
+    system.setHistoryLengthIndex(1);
+    EXPECT_EQ(system.historyLengthLabels().size(), 4);
+    system.setRanksApplications(false);
+    EXPECT_TRUE(system.ranksApplications());
+    EXPECT_EQ(system.ranksApplicationsDetail(), "Always on: advice and alerts are made from it.");
+    system.setRanksApplications(true);
+    EXPECT_EQ(system.ranksApplicationsDetail(), "");
+    EXPECT_TRUE(system.offersTemperatureUnit());
+    const AppSettingsFields expected{.notificationMinimumLevel = NotificationMinimumLevel::critical,
+                                     .recommendationVerbosity = RecommendationVerbosity::detailed,
+                                     .showContextInsights = false,
+                                     .historyDurationMinutes = 30,
+                                     .temperatureUnit = TemperatureUnit::fahrenheit};
+    EXPECT_EQ(program.state->currentFields(), expected);
+    system.setRecordsHistory(false);
+    EXPECT_FALSE(system.recordsHistory());
+}
+
 TEST_F(SettingsPresentationTest, ShowsForAWhileThatAnExportSucceeded) {
     auto& system = open();
     system.exportLogs();

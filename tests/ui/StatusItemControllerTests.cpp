@@ -107,13 +107,15 @@ protected:
 
 TEST(StatusLabel, SaysWhatTheModeAndTheStatusAskFor) {
     using Mode = MenuBarInfoMode;
-    const std::map<Mode, std::array<const char*, 5>> texts{
-        // normal, fair, serious, critical, paused
-        {Mode::none, {nullptr, nullptr, nullptr, nullptr, nullptr}},
-        {Mode::thermalStatus, {"Normal", "Fair", "Serious", "Critical", "Paused"}},
-        {Mode::temperature, {"47°C", "47°C", "47°C", "47°C", "Paused"}},
-        {Mode::thermalScore, {"Normal", "Fair", "Serious", "Critical", "Paused"}},
-        {Mode::compactAlertOnly, {nullptr, nullptr, "Serious", "Critical", "Paused"}},
+    constexpr const char* off = "Not monitoring";
+    constexpr const char* unknown = "No heat readings";
+    const std::map<Mode, std::array<const char*, 8>> texts{
+        // normal, fair, serious, critical, paused, notMonitoring, measuring, noHeatReadings
+        {Mode::none, {}},
+        {Mode::thermalStatus, {"Normal", "Fair", "Serious", "Critical", "Paused", off, "Measuring", unknown}},
+        {Mode::temperature, {"47°C", "47°C", "47°C", "47°C", "Paused", off, "47°C", unknown}},
+        {Mode::thermalScore, {"Normal", "Fair", "Serious", "Critical", "Paused", off, "Measuring", unknown}},
+        {Mode::compactAlertOnly, {nullptr, nullptr, "Serious", "Critical", "Paused", off, nullptr, unknown}},
     };
     const std::array<std::optional<QColor>, 5> colors{std::nullopt, QColor(0xFFBB4F), QColor(0xFE6361),
                                                       QColor(0xFE5E7C), Theme::Colors::paused};
@@ -128,12 +130,27 @@ TEST(StatusLabel, SaysWhatTheModeAndTheStatusAskFor) {
             ASSERT_EQ(label.has_value(), row[status] != nullptr) << rawValue(mode) << status;
             if (label) {
                 EXPECT_EQ(label->text, row[status]);
-                EXPECT_EQ(label->color, colors[status]);
+                EXPECT_EQ(label->color, colors[std::min(status, colors.size() - 1)]);
             }
         }
     }
     const ThermalAssistantPresentation withoutTemperature{Status::serious, {}, {}, {}, {}};
     EXPECT_FALSE(StatusLabel::of(withoutTemperature, Mode::temperature));
+}
+
+TEST_F(StatusItemControllerTest, TellsBeforeTheTermsAndWithoutHeatThatThereIsNoLevel) {
+    program.machine.operatingSystem = OperatingSystem::gnuLinux;
+    program.machine.process.state = 9;
+    program.machine.pressure->registrationStatus = 1;
+    program.defaults = {};
+    start(MenuBarInfoMode::temperature);
+    EXPECT_EQ(item.toolTip, "Cindertop - Not monitoring");
+    EXPECT_EQ(item.title->text, " Not monitoring");
+    state->acceptLegalTerms();
+    program.executor.runTasks();
+    program.pass(1s);
+    EXPECT_EQ(item.toolTip, "Cindertop - No heat readings");
+    EXPECT_EQ(item.title->text, " No heat readings");
 }
 
 TEST_F(StatusItemControllerTest, FadesAnAlertInAndOut) {

@@ -76,8 +76,9 @@ std::optional<HwmonSensors::Temperature> HwmonSensors::temperature(Sensor& senso
 SourceStatus HwmonSensors::status() const {
     const std::scoped_lock lock(mutex_);
     const auto status = [](bool isAvailable, std::string reason) {
-        return SourceStatus{
-            .name = "temperature sensors", .isAvailable = isAvailable, .reason = std::move(reason)};
+        return SourceStatus{.name = std::string(temperatureSensorsSource),
+                            .isAvailable = isAvailable,
+                            .reason = std::move(reason)};
     };
     if (!isLearnt_) {
         return status(false, "not read yet");

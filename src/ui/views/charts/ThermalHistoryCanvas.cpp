@@ -18,13 +18,17 @@ double scoreHeight(const ThermalHistorySample& sample) {
     return static_cast<double>(sample.score) / 100;
 }
 
-/// The points of one level, with the first of the next one, up to which they hold.
-std::span<const ThermalHistoryPoint> firstStretch(std::span<const ThermalHistoryPoint> points) {
+bool areAlike(const ThermalHistorySample& left, const ThermalHistorySample& right) {
+    return left.level == right.level && isHeatKnown(left) == isHeatKnown(right);
+}
+
+/// How many points from the first on are of one level, or of none.
+std::size_t lengthOfStretch(std::span<const ThermalHistoryPoint> points) {
     std::size_t end = 1;
-    while (end < points.size() && points[end].sample->level == points.front().sample->level) {
+    while (end < points.size() && areAlike(*points[end].sample, *points.front().sample)) {
         ++end;
     }
-    return points.first(std::min(end + 1, points.size()));
+    return end;
 }
 
 } // namespace
@@ -36,7 +40,8 @@ ThermalHistoryCanvas::ThermalHistoryCanvas(QQuickItem* parent) : QQuickPaintedIt
 void ThermalHistoryCanvas::paint(QPainter* painter) {
     paintGrid(*painter);
     const auto runs =
-        thermalHistoryRuns(samples_.values, Instant(std::chrono::milliseconds(now_.toMSecsSinceEpoch())));
+        thermalHistoryRuns(samples_.values, Instant(std::chrono::milliseconds(now_.toMSecsSinceEpoch())),
+                           std::chrono::minutes(shownMinutes_));
     painter->setRenderHint(QPainter::Antialiasing);
     for (const auto& run : runs) {
         paintScores(*painter, run);
@@ -72,7 +77,14 @@ void ThermalHistoryCanvas::paintGrid(QPainter& painter) const {
 void ThermalHistoryCanvas::paintScores(QPainter& painter, const ThermalHistoryRun& run) const {
     std::span<const ThermalHistoryPoint> rest = run;
     while (!rest.empty()) {
-        const auto stretch = firstStretch(rest);
+        const auto length = lengthOfStretch(rest);
+        // A level holds up to the next known one.
+        const bool isFollowed = length < rest.size() && isHeatKnown(*rest[length].sample);
+        const auto stretch = rest.first(isFollowed ? length + 1 : length);
+        rest = rest.subspan(length);
+        if (!isHeatKnown(*stretch.front().sample)) {
+            continue;
+        }
         const auto color = levelColor(*stretch.front().sample);
         QPolygonF line;
         for (const auto& point : stretch) {
@@ -95,7 +107,6 @@ void ThermalHistoryCanvas::paintScores(QPainter& painter, const ThermalHistoryRu
         } else {
             painter.drawPolyline(line);
         }
-        rest = rest.subspan(stretch.size() == rest.size() ? stretch.size() : stretch.size() - 1);
     }
 }
 

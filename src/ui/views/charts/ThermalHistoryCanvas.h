@@ -15,14 +15,16 @@
 
 namespace cindertop::ui {
 
-/// Draws the last hour: the score as a line over a light fill, both in the colour of the level, the CPU of
-/// the whole machine dotted, and the temperature where it is asked for.
+/// Draws the recorded minutes: the score, where it is known, as a line over a light fill, both in the colour
+/// of the level, the CPU of the whole machine dotted, and the temperature where it is asked for.
 class ThermalHistoryCanvas : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
 
     Q_PROPERTY(cindertop::ui::ThermalHistorySamples samples MEMBER samples_ NOTIFY changed REQUIRED)
     Q_PROPERTY(QDateTime now MEMBER now_ NOTIFY changed REQUIRED)
+    /// From the left end to `now`.
+    Q_PROPERTY(int shownMinutes MEMBER shownMinutes_ NOTIFY changed REQUIRED)
     /// By level, from normal to critical.
     Q_PROPERTY(QList<QColor> levelColors MEMBER levelColors_ NOTIFY changed REQUIRED)
     Q_PROPERTY(QColor cpuColor MEMBER cpuColor_ NOTIFY changed REQUIRED)
@@ -49,6 +51,7 @@ private:
 
     ThermalHistorySamples samples_;
     QDateTime now_;
+    int shownMinutes_ = 60;
     QList<QColor> levelColors_;
     QColor cpuColor_;
     QColor temperatureColor_;

@@ -51,6 +51,19 @@ FocusScope {
             isStill: root.presentation.savesPower
         }
 
+        Repeater {
+            model: root.presentation.otherInsightTitles
+
+            OtherInsightView {
+                required property int index
+                required property string modelData
+
+                width: content.width
+                title: modelData
+                message: root.presentation.otherInsightMessages[index] ?? ""
+            }
+        }
+
         PopoverDivider {
             width: parent.width
             visible: root.presentation.hasOffender

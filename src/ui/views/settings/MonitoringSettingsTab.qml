@@ -2,7 +2,7 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Settings
 
-// How hot the last hour was, and today.
+// How hot it was lately, and today.
 HiddenScrollerScrollView {
     id: root
 
@@ -17,13 +17,13 @@ HiddenScrollerScrollView {
     Component.onDestruction: presentation.isShown = false
 
     SettingsSection {
-        title: titleMeasure.width + Theme.xl < width ? titleMeasure.text : "Last Hour"
+        title: titleMeasure.width + Theme.xl < width ? titleMeasure.text : root.presentation.shortTitle
         symbolName: "chart.xyaxis.line"
 
         TextMetrics {
             id: titleMeasure
 
-            text: "Last 60 Minutes"
+            text: root.presentation.title
             font: Theme.section
         }
 

@@ -14,6 +14,7 @@ Row {
 
     Symbol {
         anchors.verticalCenter: parent.verticalCenter
+        visible: root.symbolName.length > 0
         name: root.symbolName
         size: 15
         color: root.ink

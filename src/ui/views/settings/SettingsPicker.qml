@@ -10,7 +10,7 @@ PressArea {
     id: root
 
     required property var labels // texts
-    required property var symbolNames // texts
+    property var symbolNames: [] // texts; none: the options have no symbols
     required property int currentIndex
     readonly property string currentLabel: labels[currentIndex] ?? ""
 

@@ -50,8 +50,31 @@ HiddenScrollerScrollView {
                 onToggled: isOn => root.presentation.showsDockIcon = isOn
             }
 
-            SettingsDivider {}
+            SettingsDivider {
+                visible: root.presentation.offersTemperatureUnit
+            }
 
+            SettingsControlRow {
+                visible: root.presentation.offersTemperatureUnit
+                title: "Temperature Unit"
+                symbolName: "thermometer.medium"
+                helpText: "By region follows the measurement units of your session, whatever its language."
+
+                SettingsPicker {
+                    name: "Temperature Unit"
+                    labels: root.presentation.temperatureUnitLabels
+                    currentIndex: root.presentation.temperatureUnitIndex
+                    onPicked: index => root.presentation.temperatureUnitIndex = index
+                }
+            }
+        }
+    }
+
+    SettingsSection {
+        title: "Alerts and Advice"
+        symbolName: "bell"
+
+        Card {
             SettingsToggleRow {
                 title: "System Notifications"
                 symbolName: "bell"
@@ -60,6 +83,87 @@ HiddenScrollerScrollView {
                 detailColor: Theme.destructive
                 isOn: root.presentation.notificationsEnabled
                 onToggled: isOn => root.presentation.notificationsEnabled = isOn
+            }
+
+            SettingsDivider {}
+
+            SettingsControlRow {
+                title: "Notify From"
+                symbolName: "bell.badge"
+                helpText: "Choose the level from which on notifications come."
+
+                SettingsPicker {
+                    name: "Notify From"
+                    labels: root.presentation.alertLevelLabels
+                    currentIndex: root.presentation.alertLevelIndex
+                    onPicked: index => root.presentation.alertLevelIndex = index
+                }
+            }
+
+            SettingsDivider {}
+
+            SettingsControlRow {
+                title: "Advice"
+                symbolName: "lightbulb"
+                helpText: "Concise shows the main advice alone. Detailed adds up to two more things worth knowing."
+
+                SettingsPicker {
+                    name: "Advice"
+                    labels: root.presentation.verbosityLabels
+                    currentIndex: root.presentation.verbosityIndex
+                    onPicked: index => root.presentation.verbosityIndex = index
+                }
+            }
+
+            SettingsDivider {}
+
+            SettingsToggleRow {
+                title: "Power and Displays"
+                symbolName: "display"
+                helpText: "Gives advice on displays, a closed lid and charging, too."
+                isOn: root.presentation.showsContextInsights
+                onToggled: isOn => root.presentation.showsContextInsights = isOn
+            }
+
+            SettingsDivider {}
+
+            SettingsToggleRow {
+                title: "Busiest Applications"
+                symbolName: "cpu"
+                helpText: "Ranks the applications that use the processor."
+                detail: root.presentation.ranksApplicationsDetail
+                isOn: root.presentation.ranksApplications
+                onToggled: isOn => root.presentation.ranksApplications = isOn
+            }
+        }
+    }
+
+    SettingsSection {
+        title: "History"
+        symbolName: "clock"
+
+        Card {
+            SettingsToggleRow {
+                title: "Record History"
+                symbolName: "chart.xyaxis.line"
+                helpText: "Records the last hour and a summary of the day. Switching it off deletes what is recorded."
+                isOn: root.presentation.recordsHistory
+                onToggled: isOn => root.presentation.recordsHistory = isOn
+            }
+
+            SettingsDivider {}
+
+            SettingsControlRow {
+                title: "Shown History"
+                symbolName: "timer"
+                helpText: "Choose how much of the recorded hour the chart shows. No more than an hour is recorded."
+
+                SettingsPicker {
+                    name: "Shown History"
+                    labels: root.presentation.historyLengthLabels
+                    currentIndex: root.presentation.historyLengthIndex
+                    onPicked: index => root.presentation.historyLengthIndex = index
+                }
             }
         }
     }

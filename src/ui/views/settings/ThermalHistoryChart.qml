@@ -3,7 +3,7 @@ import Cindertop.Charts
 import Cindertop.Controls
 import Cindertop.Settings
 
-// The chart of the last hour with its axes and legend. The pointer or the arrow keys read a moment out.
+// The chart of what was recorded with its axes and legend. The pointer or the arrow keys read a moment out.
 Column {
     id: root
 
@@ -29,7 +29,7 @@ Column {
         }
 
         Accessible.role: Accessible.Chart
-        Accessible.name: "Last 60 Minutes"
+        Accessible.name: root.presentation.title
         Accessible.description: root.presentation.hasChart ? root.presentation.historySummary : empty.text
         Accessible.focusable: root.presentation.hasChart
 
@@ -57,6 +57,7 @@ Column {
             visible: root.presentation.hasChart
             samples: root.presentation.samples
             now: root.presentation.now
+            shownMinutes: root.presentation.shownMinutes
             showsTemperature: root.drawsTemperature
             levelColors: root.levelColors
             cpuColor: Theme.secondaryText
@@ -76,11 +77,20 @@ Column {
             }
         }
 
+        Text {
+            anchors.centerIn: plot
+            visible: plot.visible && !root.presentation.hasHeat
+            text: "No heat readings"
+            color: Theme.secondaryText
+            font: Theme.body
+            Accessible.ignored: true
+        }
+
         AxisLabel {
             x: plot.x
             anchors.bottom: parent.bottom
             visible: plot.visible
-            text: "60m ago"
+            text: root.presentation.shownMinutes + "m ago"
         }
 
         AxisLabel {

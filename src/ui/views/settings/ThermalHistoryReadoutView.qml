@@ -40,7 +40,7 @@ Item {
         radius: Theme.radiusControl
 
         Accessible.role: Accessible.ToolTip
-        Accessible.name: [root.readout.time, root.readout.levelLabel, "score " + root.readout.score, root.readout.cpu && "CPU " + root.readout.cpu, root.readout.temperature].filter(text => text.length > 0).join(", ")
+        Accessible.name: [root.readout.time, root.readout.levelLabel, root.readout.score && "score " + root.readout.score, root.readout.cpu && "CPU " + root.readout.cpu, root.readout.temperature].filter(text => text.length > 0).join(", ")
 
         Column {
             id: lines
@@ -60,6 +60,7 @@ Item {
                 title: root.readout.levelLabel
                 value: root.readout.score
                 titleColor: Theme.levelText(root.readout.level)
+                visible: true
             }
 
             ReadoutLine {
