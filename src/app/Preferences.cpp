@@ -126,7 +126,7 @@ constexpr std::array table{
     preference<&Fields::notificationsEnabled, &AppState::setNotificationsEnabled>(
         "notificationsEnabled", "Notify when it gets hot, and when that is over."),
     preference<&Fields::notificationMinimumLevel, &AppState::setNotificationMinimumLevel>(
-        "notificationMinimumLevel", "The level from which on notifications come."),
+        "notificationMinimumLevel", "The lowest level that brings a notification."),
     preference<&Fields::recommendationVerbosity, &AppState::setRecommendationVerbosity>(
         "recommendationVerbosity", "Show the main advice alone, or up to two more."),
     preference<&Fields::showProcessOffenders, &AppState::setShowProcessOffenders>(

@@ -72,7 +72,7 @@ private:
 
     struct UnitOwner {
         ProcessApplication application;
-        bool isTerminal;
+        bool isTerminal = false;
     };
 
     const OwnAnswer& ownAnswer(const KnownProcess& process);

@@ -21,8 +21,8 @@ enum class TripKind { passive, hot, critical };
 std::optional<TripKind> parseTripKind(std::string_view text);
 
 struct Trip {
-    TripKind kind;
-    MilliCelsius temperature;
+    TripKind kind{};
+    MilliCelsius temperature{};
     bool isBound = false; ///< a cooling device slows processors down there
 
     bool operator==(const Trip&) const = default;

@@ -90,7 +90,7 @@ HiddenScrollerScrollView {
             SettingsControlRow {
                 title: "Notify From"
                 symbolName: "bell.badge"
-                helpText: "Choose the level from which on notifications come."
+                helpText: "Choose the lowest level that brings a notification."
 
                 SettingsPicker {
                     name: "Notify From"
