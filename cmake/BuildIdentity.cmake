@@ -11,11 +11,13 @@ function(cindertop_build_identity header)
     list(APPEND patterns ${folder}/*.h ${folder}/*.cpp ${folder}/*.qml)
   endforeach()
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${patterns})
-  set(build_type $<CONFIG>)
+  set(write ${CMAKE_COMMAND} -D "HEADER=${header}" -D "ROOT=${PROJECT_SOURCE_DIR}" -D "PATTERNS=${patterns}"
+    -D "FACTS=${PROJECT_VERSION} Qt ${Qt6_VERSION} ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${CMAKE_BUILD_TYPE} ${CMAKE_SYSTEM_PROCESSOR} ${CINDERTOP_SANITIZERS}"
+    -P ${PROJECT_SOURCE_DIR}/cmake/WriteBuildIdentity.cmake)
+  # clang-tidy reads a folder that was only configured.
+  execute_process(COMMAND ${write} COMMAND_ERROR_IS_FATAL ANY)
   add_custom_command(OUTPUT ${header}
-    COMMAND ${CMAKE_COMMAND} -D "HEADER=${header}" -D "ROOT=${PROJECT_SOURCE_DIR}" -D "PATTERNS=${patterns}"
-      -D "FACTS=${PROJECT_VERSION} Qt ${Qt6_VERSION} ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${build_type} ${CMAKE_SYSTEM_PROCESSOR} ${CINDERTOP_SANITIZERS}"
-      -P ${PROJECT_SOURCE_DIR}/cmake/WriteBuildIdentity.cmake
+    COMMAND ${write}
     DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/cmake/WriteBuildIdentity.cmake
     VERBATIM)
   add_custom_target(cindertop_build_identity DEPENDS ${header})

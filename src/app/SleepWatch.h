@@ -13,7 +13,7 @@ class SleepWatch {
 public:
     struct Look {
         AwakeTime awake; ///< without the times that this took for sleep
-        bool hasSlept;   ///< since the look before
+        bool hasSlept{}; ///< since the look before
     };
 
     Look look(const Uptime& now);

@@ -16,7 +16,7 @@ namespace cindertop::cli {
 struct PageStyle {
     PageFormat format;
     TemperatureFormatter temperatures;
-    OperatingSystem system;              ///< decides the wording
+    OperatingSystem system{};            ///< decides the wording
     RecommendationVerbosity verbosity{}; ///< of the agent's advice
 };
 

@@ -10,7 +10,7 @@ struct AwakeClock {
     using rep = duration::rep;
     using period = duration::period;
     using time_point = std::chrono::time_point<AwakeClock>;
-    static constexpr bool is_steady = true;
+    static constexpr bool is_steady = true; // NOLINT(readability-identifier-naming): the standard's name
 };
 
 /// A moment from which durations are counted. It stands still while the machine sleeps, and setting the

@@ -12,6 +12,9 @@ using namespace std::chrono_literals;
 /// The program with the defaults of a Linux machine, whose heat is read from a machine's files; its processes
 /// are fakes.
 class LiveHeat : public testing::Test {
+public:
+    ~LiveHeat() override { program.state.reset(); }
+
 protected:
     LiveHeat() {
         program.machine.operatingSystem = OperatingSystem::gnuLinux;
@@ -32,8 +35,6 @@ protected:
                                    .sources = {}};
         };
     }
-
-    ~LiveHeat() override { program.state.reset(); }
 
     FakeProgram program;
     linux_platform::MachineTree tree{"surface-like-tablet"};

@@ -19,7 +19,7 @@ public:
         observer_.willSleep([this] { ++readyCount; });
     }
 
-    void announceWake() { observer_.hasWoken(); }
+    void announceWake() const { observer_.hasWoken(); }
 
 private:
     Observer observer_;

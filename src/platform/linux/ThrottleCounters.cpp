@@ -18,7 +18,7 @@ constexpr double mostLoss = 0.5;
 constexpr std::chrono::milliseconds tolerance{50};
 
 double shareOf(std::chrono::nanoseconds throttled, std::chrono::nanoseconds elapsed) {
-    if (elapsed <= elapsed.zero() || throttled > elapsed + tolerance) {
+    if (elapsed <= std::chrono::nanoseconds::zero() || throttled > elapsed + tolerance) {
         return 0;
     }
     const double share = std::chrono::duration<double>(throttled) / std::chrono::duration<double>(elapsed);
@@ -90,7 +90,7 @@ double ThrottleCounters::Counter::lossSince(const Counts& former, std::chrono::n
     const auto newlyBegun = growth(former.begun, latest.begun);
     const std::chrono::milliseconds added(growth(former.milliseconds, latest.milliseconds));
     const bool wasOpen = std::exchange(isOpen, false);
-    if (added > added.zero()) {
+    if (added > std::chrono::milliseconds::zero()) {
         // What was told while it lasted is not told again at its end.
         return wasOpen && newlyBegun == 0 ? 0 : shareOf(added, elapsed);
     }
