@@ -28,7 +28,8 @@ AppState::AppState(AppStateEnvironment environment)
                                                           .files = environment_.files,
                                                           .unifiedLog = environment_.unifiedLog,
                                                           .clock = environment_.machine.clock,
-                                                          .calendar = environment_.calendar}),
+                                                          .calendar = environment_.calendar,
+                                                          .writingClock = environment_.historyWriting.clock}),
       ownProcessIdentifier_(environment_.machine.process.processIdentifier()) {
     diagnosticLogService_.observe(environment_.diagnosticObserver);
     start();
@@ -61,6 +62,7 @@ AppState::~AppState() {
         return;
     }
     // What cannot be written now has nowhere else to go.
+    diagnosticLogService_.save();
     [[maybe_unused]] const auto saved = attempt([this] { return thermalHistoryStore_.save(); });
 }
 

@@ -226,6 +226,7 @@ void AppState::completeTick(const Tick& tick) {
         return;
     }
     logThermalLevelChangeIfNeeded(tick.score());
+    diagnosticLogService_.saveWhenDue();
     if (tickObserver_) {
         tickObserver_();
     }

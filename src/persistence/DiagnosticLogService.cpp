@@ -31,13 +31,14 @@ std::filesystem::path DiagnosticLogService::defaultFile() {
 }
 
 DiagnosticLogService::DiagnosticLogService(std::filesystem::path file, Environment environment)
-    : file_(std::move(file)), environment_(std::move(environment)) {}
+    : file_(std::move(file)), environment_(std::move(environment)), allowance_(environment_.writingClock) {}
 
 void DiagnosticLogService::configure(bool isEnabled) {
     isEnabled_ = isEnabled;
     isConfigured_ = true;
     if (!isEnabled) {
         buffer_ = {};
+        isWritten_ = true;
         std::ignore = removeFile(environment_.files, file_);
         return;
     }
@@ -69,7 +70,22 @@ void DiagnosticLogService::log(DiagnosticLogLevel level, DiagnosticLogCategory c
 
 void DiagnosticLogService::persist() {
     buffer_.keepRecent(environment_.clock.now());
-    const bool couldWrite = std::exchange(canWrite_, writeBuffer());
+    isWritten_ = false;
+    saveWhenDue();
+}
+
+void DiagnosticLogService::saveWhenDue() {
+    if (!isWritten_ && allowance_.permits()) {
+        save();
+    }
+}
+
+void DiagnosticLogService::save() {
+    if (isWritten_) {
+        return;
+    }
+    isWritten_ = writeBuffer();
+    const bool couldWrite = std::exchange(canWrite_, isWritten_);
     if (couldWrite && !canWrite_) { // every event would say it again
         writeUnifiedLog(DiagnosticLogLevel::error, DiagnosticLogCategory::app,
                         "Diagnostic buffer persistence failed");
@@ -77,9 +93,13 @@ void DiagnosticLogService::persist() {
 }
 
 bool DiagnosticLogService::writeBuffer() {
+    const auto text = buffer_.fileText();
+    for (const auto piece : text) {
+        allowance_.spend(piece.size());
+    }
     // Not synced: events come while the user works, and each write would stop the main thread for the disk.
     return makeFolders(environment_.files, file_.parent_path()) &&
-           replaceFile(environment_.files, file_, buffer_.fileText(), Durability::relaxed);
+           replaceFile(environment_.files, file_, text, Durability::relaxed);
 }
 
 void DiagnosticLogService::writeUnifiedLog(DiagnosticLogLevel level, DiagnosticLogCategory category,

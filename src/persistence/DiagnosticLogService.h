@@ -3,6 +3,7 @@
 #include "persistence/DiagnosticBuffer.h"
 #include "persistence/DiagnosticLogEvent.h"
 #include "persistence/DiagnosticLogExport.h"
+#include "persistence/WriteAllowance.h"
 #include "platform/Clock.h"
 #include "platform/UnifiedLog.h"
 #include "platform/UserDefaults.h"
@@ -19,7 +20,8 @@
 namespace cindertop {
 
 /// Records what the application does, with the user's consent: in a file of at most 5 MiB and seven days, and
-/// in the system's log. Main thread only; files are read and written in the call.
+/// in the system's log. Main thread only; files are read and written in the call. Events that come too fast
+/// for a file that is written as a whole are held for a while.
 class DiagnosticLogService {
 public:
     /// What the service works with; all of it outlives the service.
@@ -29,6 +31,7 @@ public:
         UnifiedLog& unifiedLog;
         const Clock& clock;
         CalendarDays calendar;
+        MonotonicClock writingClock{}; ///< none: each event is written as it is logged
     };
 
     /// `diagnostic-events.json` in the user's data folder.
@@ -44,6 +47,10 @@ public:
     /// Records an event unless the log is off. Long texts are cut, sensitive metadata is dropped.
     void log(DiagnosticLogLevel level, DiagnosticLogCategory category, std::string_view message,
              const DiagnosticMetadata& metadata = {});
+
+    /// Writes what is held, if it is due; at the end of the program at once.
+    void saveWhenDue();
+    void save();
 
     /// Writes everything that is recorded and the context into a file of the user's choice; a
     /// DiagnosticLogExportError or what the file system says.
@@ -79,6 +86,8 @@ private:
     std::function<void(const DiagnosticLogEvent&)> observer_;
     bool isConfigured_ = false;
     bool isEnabled_ = true;
+    bool isWritten_ = true;
+    WriteAllowance allowance_;
     bool canWrite_ = true; ///< as far as the latest attempt tells
 };
 

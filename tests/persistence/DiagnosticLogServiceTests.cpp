@@ -203,6 +203,39 @@ TEST_F(DiagnosticLogServiceTest, TellsTheSystemsLogWhenItCannotWrite) {
     }
 }
 
+TEST_F(DiagnosticLogServiceTest, HoldsEventsThatComeTooFastForTheFile) {
+    std::chrono::nanoseconds time{0};
+    DiagnosticLogService held(file, {.defaults = defaults,
+                                     .files = files,
+                                     .unifiedLog = unifiedLog,
+                                     .clock = clock,
+                                     .calendar = CalendarDays("UTC"),
+                                     .writingClock = [&time] { return time; }});
+    held.configure(true);
+    held.log(info, thermal, "one");
+    EXPECT_EQ(eventsInFile().size(), 2U) << "at once at rest";
+    std::uintmax_t bytes = 0;
+    const auto storm = std::chrono::minutes(20);
+    const auto begin = time;
+    for (auto lastSize = std::filesystem::file_size(file); time - begin < storm;
+         time += std::chrono::milliseconds(200)) {
+        files.calls.clear();
+        held.log(info, thermal, "Thermal level changed");
+        lastSize = std::filesystem::file_size(file);
+        bytes +=
+            static_cast<std::uintmax_t>(std::ranges::count(files.calls, FaultyFileSystem::Call::rename)) *
+            lastSize;
+    }
+    EXPECT_LT(bytes, 1'000'000 + 720'000 + std::filesystem::file_size(file)) << "saved, earned, overdrawn";
+    EXPECT_LT(eventsInFile().size(), held.events().size());
+    time += storm;
+    held.saveWhenDue();
+    EXPECT_EQ(eventsInFile().size(), held.events().size());
+    held.configure(false);
+    held.save();
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 TEST_F(DiagnosticLogServiceTest, WritesSortedIndentedJson) {
     place(tests::fixture("diagnostics/good/two-events.json"));
     service.configure(true);
