@@ -120,8 +120,13 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
     const auto status =
         exitStatusOf(arguments.command == Command::acceptTerms ? acceptTerms(environment)
                                                                : settings(environment, arguments));
-    if (!agent) { // else the agent's own copy counts
-        complainAbout(defaults);
+    if (agent) { // its own copy counts
+        return status;
+    }
+    complainAbout(defaults);
+    if (!defaults.isStored()) {
+        complain("the change cannot be kept");
+        return failure;
     }
     return status;
 }

@@ -98,12 +98,19 @@ void PropertyListUserDefaults::apply(std::span<const UserDefaultsChange> changes
     }
     const auto stored = storedDictionary();
     values_ = changed(stored && !isBlind_ ? *stored : values_); // a missing or broken file gets what is known
-    if (isBlind_ || (stored.value_or(Dictionary{}) == values_ && !isBroken(stored))) {
-        unstored_.clear();
-    } else if (canReplace(stored) && store(values_)) {
+    if (isBlind_) {
+        return;
+    }
+    const bool saysSo = stored.value_or(Dictionary{}) == values_ && !isBroken(stored);
+    if (saysSo || (canReplace(stored) && store(values_))) {
         unstored_.clear();
         reported_.clear();
     }
+}
+
+bool PropertyListUserDefaults::isStored() const {
+    const std::scoped_lock lock(mutex_);
+    return unstored_.empty();
 }
 
 std::optional<std::string> PropertyListUserDefaults::takeProblem() {

@@ -36,6 +36,9 @@ public:
     /// texts.
     void apply(std::span<const UserDefaultsChange> changes) override;
 
+    /// Every change so far is in the file.
+    bool isStored() const;
+
     /// One sentence about a file that could not be read or was put aside, the latest, and only once.
     std::optional<std::string> takeProblem();
 

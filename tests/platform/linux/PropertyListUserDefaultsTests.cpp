@@ -196,6 +196,7 @@ TEST_F(PropertyListUserDefaultsTest, NeverReplacesWhatItCannotRead) {
                 files.repair(); // what it read as empty it must not merge, either
                 defaults.set("b", true);
                 EXPECT_EQ(defaults.value("a"), PropertyValue(true)) << "for this run";
+                EXPECT_FALSE(defaults.isStored());
             }
             EXPECT_EQ(fakes::textOf(file), before);
             PropertyListUserDefaults defaults(file, files);
@@ -205,6 +206,7 @@ TEST_F(PropertyListUserDefaultsTest, NeverReplacesWhatItCannotRead) {
             EXPECT_TRUE(defaults.takeProblem().value_or("").contains(std::make_error_code(error).message()));
             files.repair();
             defaults.set("d", true);
+            EXPECT_TRUE(defaults.isStored());
             EXPECT_TRUE(stored().contains("c") && stored().contains("cindertop.legal.accepted"));
         }
     }
