@@ -62,23 +62,25 @@ ThermalHistorySample sample(std::int64_t number, std::chrono::nanoseconds interv
             {.isExternalPowerConnected = true, .isSustainedPressure = number % 40 > 20}};
 }
 
+/// Most samples are only held; every twelfth or so is written with all others.
 void BM_RecordOnFullHour(benchmark::State& state) {
     const Folder folder;
     const auto file = folder.file("thermal-history.plist");
     const std::int64_t count = state.range(0);
     const auto interval = std::chrono::nanoseconds(std::chrono::hours(1)) / count;
     PosixFileSystem files;
-    ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files);
+    std::int64_t number = count;
+    ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files,
+                              {.clock = [&] { return number * interval; }});
     ThermalHistoryEnvelope full;
-    for (std::int64_t number = 0; number < count; ++number) {
-        full.samples.append(sample(number, interval));
+    for (std::int64_t recorded = 0; recorded < count; ++recorded) {
+        full.samples.append(sample(recorded, interval));
     }
     const auto text = encodeHistory(full);
     if (!text || !replaceFile(files, file, *text, Durability::relaxed)) {
         state.SkipWithError("no history file");
         return;
     }
-    std::int64_t number = count;
     for (auto step : state) {
         benchmark::DoNotOptimize(store.record(sample(number, interval)));
         ++number;
@@ -159,6 +161,8 @@ public:
 class StandingClock final : public Clock {
 public:
     Instant now() const override { return start; }
+
+    Uptime uptime() const override { return sleeplessUptime(start); }
 };
 
 void BM_EventOnFullBuffer(benchmark::State& state) {
