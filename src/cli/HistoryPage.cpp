@@ -159,14 +159,8 @@ Line levelLine(ThermalLevel level, double seconds, double total, const PageStyle
     return line;
 }
 
-/// `isHeatKnown` is that of the latest samples: the day's own time at normal may be that of a machine that
-/// tells nothing.
-std::vector<Line> levelTable(const ThermalLevelDurations& durations, bool isHeatKnown,
-                             const PageStyle& style) {
+std::vector<Line> levelTable(const ThermalLevelDurations& durations, const PageStyle& style) {
     const auto total = durations.totalDuration();
-    if (!isHeatKnown && total == durations.normal) {
-        return {{{std::string(noHeatReadings)}}};
-    }
     return {levelLine(ThermalLevel::normal, durations.normal, total, style),
             levelLine(ThermalLevel::fair, durations.fair, total, style),
             levelLine(ThermalLevel::serious, durations.serious, total, style),
@@ -196,11 +190,14 @@ std::string busiestText(const ThermalDailySummary& summary, const LocalizedCompa
 std::vector<Line> dayLines(const ThermalMonitoringSnapshot& snapshot, const HistoryPageContext& context,
                            const PageStyle& style) {
     const auto& summary = snapshot.todaySummary;
-    const bool isHeatKnown = snapshot.samples.empty() || isAnyHeatKnown(snapshot.samples);
     const double total = summary.levelDurations.totalDuration();
     std::vector<Line> lines{{{"Today, " + shown(summary.dayIdentifier, style.format.charset), Tone::strong},
                              {total > 0 ? ": " + durationText(total) + " recorded" : "", Tone::faint}}};
-    append(lines, levelTable(summary.levelDurations, isHeatKnown, style));
+    if (areLevelsMeasured(snapshot)) {
+        append(lines, levelTable(summary.levelDurations, style));
+    } else {
+        lines.push_back({{std::string(noHeatReadings)}});
+    }
     append(lines, fact("Episodes",
                        std::to_string(summary.throttlingEpisodeCount) + " of sustained pressure, " +
                            std::to_string(summary.criticalEpisodeCount) + " critical",

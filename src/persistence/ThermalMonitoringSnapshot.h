@@ -18,4 +18,8 @@ struct ThermalMonitoringSnapshot {
     bool operator==(const ThermalMonitoringSnapshot&) const = default;
 };
 
+/// Whether the day's time at its levels was measured. On a machine that tells nothing about its heat all of
+/// it counts as normal, which the samples give away.
+bool areLevelsMeasured(const ThermalMonitoringSnapshot& snapshot);
+
 } // namespace cindertop

@@ -216,6 +216,10 @@ QString MonitoringPresentation::frequentLoadIconSource() const {
                       : QString();
 }
 
+bool MonitoringPresentation::hasLevels() const {
+    return areLevelsMeasured(snapshot());
+}
+
 QStringList MonitoringPresentation::levelLabels() {
     QStringList labels;
     for (const auto band : allThermalBands) {

@@ -39,6 +39,7 @@ class MonitoringPresentation : public QObject {
     Q_PROPERTY(QString criticalText READ criticalText NOTIFY changed)
     Q_PROPERTY(QString frequentLoadText READ frequentLoadText NOTIFY changed)
     Q_PROPERTY(QString frequentLoadIconSource READ frequentLoadIconSource NOTIFY changed)
+    Q_PROPERTY(bool hasLevels READ hasLevels NOTIFY changed)
     Q_PROPERTY(QStringList levelLabels READ levelLabels CONSTANT)
     Q_PROPERTY(QList<double> levelDurations READ levelDurations NOTIFY changed)
     Q_PROPERTY(double totalDuration READ totalDuration NOTIFY changed)
@@ -93,6 +94,8 @@ public:
     /// Of the application that was on top most often; empty where it is not known.
     QString frequentLoadIconSource() const;
 
+    /// Whether the day's time at each level was measured.
+    bool hasLevels() const;
     static QStringList levelLabels();
     /// Seconds at each level.
     QList<double> levelDurations() const;

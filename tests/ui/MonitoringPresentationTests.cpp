@@ -107,6 +107,26 @@ TEST_F(MonitoringPresentationTest, SumsUpTheDay) {
     EXPECT_FALSE(monitoring->historySummary().contains("Critical")); // it has left the chart
 }
 
+TEST_F(MonitoringPresentationTest, NamesNoLevelWhereNothingToldTheHeat) {
+    program.machine.process.state = 9;
+    program.machine.pressure->registrationStatus = 1;
+    open({.historyDurationMinutes = 30});
+    program.pass(20s);
+    EXPECT_TRUE(monitoring->hasChart());
+    EXPECT_FALSE(monitoring->hasHeat());
+    EXPECT_FALSE(monitoring->hasLevels());
+    EXPECT_EQ(monitoring->historySummary(), "No heat readings");
+    monitoring->inspect(1);
+    EXPECT_EQ(monitoring->readout().levelLabel, "No heat readings");
+    EXPECT_EQ(monitoring->readout().score, "");
+    EXPECT_EQ(monitoring->title(), "Last 30 Minutes");
+
+    program.machine.process.state = 0;
+    program.pass(20s);
+    EXPECT_TRUE(monitoring->hasLevels());
+    EXPECT_TRUE(monitoring->historySummary().startsWith("Score 8, Normal"));
+}
+
 TEST_F(MonitoringPresentationTest, ReadsAMomentOut) {
     program.machine.temperatureEvents.sensors = {{.product = "PMU tdie1", .celsius = 71.4}};
     open({.experimentalTemperatureSensorsEnabled = true});

@@ -42,6 +42,7 @@ HiddenScrollerScrollView {
     }
 
     MonitoringLevelStatsSection {
+        visible: root.presentation.hasLevels
         presentation: root.presentation
     }
 }
