@@ -77,7 +77,7 @@ Json SnapshotJson::temperatures(std::span<const TemperatureReading> readings) {
                       {"label", reading.label},
                       {"celsius", reading.celsius},
                       {"kind", caseName(reading.kind)}};
-        if (reading.age > reading.age.zero()) {
+        if (reading.age > Seconds::zero()) {
             entry["age"] = reading.age.count();
         }
         list.push_back(std::move(entry));

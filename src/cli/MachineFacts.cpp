@@ -47,19 +47,18 @@ std::vector<TemperatureReading> representativeFirst(const MachineSnapshot& snaps
 /// When a sensor that is not read each time was read.
 std::string ageText(const TemperatureReading& reading) {
     const auto seconds = std::chrono::round<std::chrono::seconds>(reading.age).count();
-    return seconds > 0 ? " (" + std::to_string(seconds) + " s ago)" : std::string();
+    return seconds > 0 ? ", " + std::to_string(seconds) + " s ago" : std::string();
 }
 
 std::vector<SensorCell> sensorCells(const MachineSnapshot& snapshot, const PageStyle& style) {
     const int room = style.format.columns - labelColumns;
     std::vector<SensorCell> cells;
     for (const auto& reading : representativeFirst(snapshot)) {
-        auto temperature =
-            shown(style.temperatures.text(reading.celsius), style.format.charset) + ageText(reading);
+        auto temperature = shown(style.temperatures.text(reading.celsius), style.format.charset);
         const int nameRoom = std::max(room - columnsOf(temperature) - 1, 1);
-        cells.push_back(
-            {.name = fitted(shown(reading.label, style.format.charset), nameRoom, style.format.charset),
-             .temperature = std::move(temperature)});
+        cells.push_back({.name = fitted(shown(reading.label, style.format.charset) + ageText(reading),
+                                        nameRoom, style.format.charset),
+                         .temperature = std::move(temperature)});
     }
     return cells;
 }

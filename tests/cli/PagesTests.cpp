@@ -78,6 +78,17 @@ Where the facts come from
 )");
 }
 
+TEST(StatusPage, TellsWhenASensorWasReadThatIsReadSeldom) {
+    const auto wide = style(80, Charset::unicode);
+    auto machine = hotLaptop();
+    machine.temperatures.push_back(
+        {"SSD Composite (nvme0)", "SSD Composite (nvme0)", 38.85, ThermalSensorKind::storage, Seconds{12.4}});
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide),
+                HasSubstr("              CPU Package 0                   97°C\n"
+                          "              GPU                             61°C\n"
+                          "              SSD Composite (nvme0), 12 s ago 39°C\n"));
+}
+
 TEST(StatusPage, TellsWhyThereIsNoTemperature) {
     auto machine = unknownMachine();
     const auto wide = style(80, Charset::ascii);
