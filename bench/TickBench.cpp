@@ -43,7 +43,7 @@ public:
         const auto now = machine_.clock().now();
         const auto score = thermal_.snapshot(
             {.usesExperimentalSensors = true, .thresholds = ThermalTemperatureThresholds::defaults()});
-        benchmark::DoNotOptimize(context_.snapshot(score, now));
+        benchmark::DoNotOptimize(context_.snapshot(score, now, machine_.clock().uptime().awake));
         benchmark::DoNotOptimize(cpu_.sample(now));
     }
 

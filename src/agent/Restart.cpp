@@ -88,12 +88,13 @@ std::string Restart::carryOut() const {
     const auto further = wordsToOpen(opening_.value_or(Opening::none), words_);
     words.insert(words.end(), further.begin(), further.end());
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (auto& word : words) {
         arguments.push_back(word.data());
     }
     arguments.push_back(nullptr);
-    ::setenv(triedVariable, libraryBuild_.c_str(),
-             1); // NOLINT(concurrency-mt-unsafe): no other thread any more
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): there is no other thread any more
+    ::setenv(triedVariable, libraryBuild_.c_str(), 1);
     ::execv(program_.c_str(), arguments.data());
     return "cannot start anew: " + std::error_code(errno, std::generic_category()).message();
 }

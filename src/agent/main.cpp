@@ -115,7 +115,7 @@ int playScenario(const Arguments& arguments, const TerminationSignals& signals) 
     const auto output = outputUnless(signals.descriptor(), STDOUT_FILENO);
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
     EventLoopTimers timers;
-    desktop::SessionBus bus(timers);
+    const desktop::SessionBus bus(timers);
     // Started anew, it would play from the beginning.
     const auto face = makeFace(arguments, bus.connection(), problems,
                                [](Opening /*opening*/, const QString& /*libraryBuild*/) { return false; });
