@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace {
 
@@ -89,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tryUnit({.name = std::string(text), .userManager = "user@1000.service", .isBelowAppSlice = true});
         break;
     case 'f':
-        static_cast<void>(flatpakApplication(text));
+        std::ignore = flatpakApplication(text);
         break;
     case 'e':
         tryEnvironment(text);

@@ -11,6 +11,7 @@
 #include <limits>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 namespace cindertop {
@@ -246,7 +247,7 @@ TEST_F(ThermalHistoryStoreTest, RunsOneCallAtATime) {
         threads.emplace_back([this, thread] {
             for (int number = 0; number < 10; ++number) {
                 store.record(sampleAt(noon + seconds(thread * 10 + number)));
-                static_cast<void>(store.snapshot(noon));
+                std::ignore = store.snapshot(noon);
             }
         });
     }

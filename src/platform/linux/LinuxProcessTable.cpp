@@ -329,7 +329,7 @@ bool LinuxProcessTable::seesOwnUserOnly() const {
 
 SourceStatus LinuxProcessTable::status() {
     if (!latestCount_) {
-        static_cast<void>(list());
+        std::ignore = list();
     }
     const auto& count = *latestCount_;
     const auto folder = folders_.path().string();
