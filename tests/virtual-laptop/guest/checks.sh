@@ -95,6 +95,24 @@ follow_cooler() {
     done
 }
 
+# sleep_for SECONDS: suspends to memory; the machine's own clock wakes it.
+sleep_for() {
+    echo deep >/sys/power/mem_sleep
+    echo enabled >/sys/class/rtc/rtc0/device/power/wakeup
+    echo 0 >/sys/class/rtc/rtc0/wakealarm
+    echo "+$1" >/sys/class/rtc/rtc0/wakealarm
+    echo mem >/sys/power/state
+}
+
+# What the history says of the day: whole seconds under pressure, and its episodes.
+hot_seconds() {
+    $as_user 'cindertopctl history --json' | jq '.todaySummary.levelDurations | .serious + .critical | floor'
+}
+
+day_episodes() {
+    $as_user 'cindertopctl history --json' | jq -c '.todaySummary | [.throttlingEpisodeCount, .criticalEpisodeCount]'
+}
+
 # throttle_to STATE: heats until the kernel's governor has gone there, then holds the zone at its passive trip.
 throttle_to() {
     set_reading temperature 96
