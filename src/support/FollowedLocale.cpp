@@ -32,10 +32,7 @@ std::filesystem::path FollowedLocale::systemFile() {
     return std::filesystem::exists(file, ignored) ? file : "/etc/default/locale";
 }
 
-FollowedLocale::FollowedLocale(std::filesystem::path file) : file_(std::move(file)) {
-    readFileIfChanged();
-    atStart_ = settings_;
-}
+FollowedLocale::FollowedLocale(std::filesystem::path file) : file_(std::move(file)), atStart_(present()) {}
 
 FollowedLocale::Settings FollowedLocale::parse(std::string_view text) {
     Settings settings;
@@ -52,31 +49,29 @@ FollowedLocale::Settings FollowedLocale::parse(std::string_view text) {
     return settings;
 }
 
-void FollowedLocale::readFileIfChanged() {
-    constexpr std::size_t longest = 64 * 1024; // bytes
+const FollowedLocale::Settings& FollowedLocale::present() {
+    constexpr std::size_t longest = 65'536; // bytes
     std::error_code error;
     const auto changedAt = std::filesystem::last_write_time(file_, error);
     if (error || changedAt == readAt_) { // what a file said that is gone still holds
-        return;
+        return settings_;
     }
     PosixFileSystem files;
     if (const auto text = wholeFile(files, file_, longest)) {
         readAt_ = changedAt;
         settings_ = parse(*text);
     }
-}
-
-std::string FollowedLocale::value(const char* variable) const {
-    const char* const given = std::getenv(variable);
-    const std::string own = given != nullptr ? given : "";
-    return own == settingOf(atStart_, variable) ? settingOf(settings_, variable) : own;
+    return settings_;
 }
 
 std::string FollowedLocale::name(const char* category) {
-    readFileIfChanged();
+    const auto& settings = present();
     for (const char* const variable : {"LC_ALL", category, "LANG"}) {
-        if (auto found = value(variable); !found.empty()) {
-            return found;
+        const char* const given = std::getenv(variable);
+        const std::string own = given != nullptr ? given : "";
+        const auto value = own == settingOf(atStart_, variable) ? settingOf(settings, variable) : own;
+        if (!value.empty()) {
+            return value;
         }
     }
     return "C";

@@ -24,8 +24,7 @@ private:
     using Settings = std::map<std::string, std::string, std::less<>>;
 
     static Settings parse(std::string_view text);
-    void readFileIfChanged();
-    std::string value(const char* variable) const;
+    const Settings& present();
 
     std::filesystem::path file_;
     std::optional<std::filesystem::file_time_type> readAt_; ///< the file's time then; none before

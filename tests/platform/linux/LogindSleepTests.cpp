@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <poll.h>
@@ -19,7 +20,7 @@ using std::chrono::steady_clock;
 /// A logind that python-dbusmock plays.
 class MockedLogind {
 public:
-    explicit MockedLogind(const std::string& bus) : bus_(bus) { start(); }
+    explicit MockedLogind(std::string bus) : bus_(std::move(bus)) { start(); }
 
     ~MockedLogind() { stop(); }
 
@@ -54,7 +55,7 @@ private:
     pid_t process_ = -1;
 };
 
-class LogindSleepTest : public testing::Test {
+class LogindSleepTest : public testing::Test { // NOLINT(cppcoreguidelines-virtual-class-destructor)
 protected:
     LogindSleepTest() {
         system.start();
@@ -90,7 +91,7 @@ protected:
             ASSERT_GE(sd_bus_set_bus_client(client, 1), 0);
             ASSERT_GE(sd_bus_start(client), 0);
         }
-        sd_bus_error error = SD_BUS_ERROR_NULL;
+        sd_bus_error error{};
         const int result = sd_bus_call_method(client, "org.freedesktop.login1", "/org/freedesktop/login1",
                                               "org.freedesktop.DBus.Mock", "EmitSignal", &error, nullptr,
                                               "sssav", "org.freedesktop.login1.Manager", "PrepareForSleep",
@@ -108,7 +109,7 @@ protected:
 };
 
 TEST_F(LogindSleepTest, HoldsSleepUpUntilTheObserverIsReady) {
-    MockedLogind logind(system.address());
+    const MockedLogind logind(system.address());
     ASSERT_TRUE(until([this] { return holdsLock(); })) << "though logind came after the connection";
     announce(true);
     ASSERT_TRUE(until([this] { return events == "sleep "; }));
@@ -141,7 +142,7 @@ TEST_F(LogindSleepTest, OutlivesLogindAndTheBus) {
     ASSERT_TRUE(until([this] { return !sleep.descriptor(); }));
     EXPECT_FALSE(holdsLock());
     system.start();
-    MockedLogind logind(system.address());
+    const MockedLogind logind(system.address());
     time += 30s;
     EXPECT_TRUE(until([this] { return holdsLock(); }));
 }
