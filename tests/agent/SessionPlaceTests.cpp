@@ -23,7 +23,7 @@ TEST(SessionPlace, TellsOneScreenFromAnother) {
 
     struct Case {
         SessionPlace second;
-        bool isApart;
+        bool isApart = false;
     };
 
     for (const auto& [second, isApart] : {

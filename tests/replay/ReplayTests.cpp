@@ -122,9 +122,10 @@ TEST(Replay, NamesTheStateOfNotifications) {
              Case{"notDetermined", "error", "unavailable"},
              Case{"unknown", "granted", "unavailable"},
          }) {
-        const auto lines = linesOf(R"({"schemaVersion": 1, "start": "2026-01-01T00:00:00Z", "duration": 1,
-            "settings": {"notificationsEnabled": true}, "frames": [{"at": 0}], "notifications": {"authorization": ")" +
-                                   authorization + R"(", "answer": ")" + answer + "\"}}");
+        std::string scenario = R"({"schemaVersion": 1, "start": "2026-01-01T00:00:00Z", "duration": 1,
+            "settings": {"notificationsEnabled": true}, "frames": [{"at": 0}], "notifications": {"authorization": ")";
+        scenario.append(authorization).append(R"(", "answer": ")").append(answer).append("\"}}");
+        const auto lines = linesOf(scenario);
         ASSERT_GT(lines.size(), 1U);
         EXPECT_TRUE(lines.at(lines.size() - 2).ends_with("\"notificationState\":\"" + state + "\"}"))
             << authorization << ' ' << answer;

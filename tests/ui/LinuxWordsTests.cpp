@@ -23,7 +23,7 @@ using namespace std::chrono_literals;
 using fakes::foreignWordsIn;
 using testing::IsEmpty;
 
-const std::filesystem::path sources = CINDERTOP_SOURCES;
+const std::filesystem::path sourceTree = CINDERTOP_SOURCES;
 
 void expectOwnWords(const QString& text, const std::string& place) {
     EXPECT_THAT(foreignWordsIn(text.toStdString()), IsEmpty()) << place << ": " << text.toStdString();
@@ -131,7 +131,7 @@ TEST(LinuxWords, AreSaidOfTheDesktop) {
         program->state->refreshLaunchAtLoginStatus();
         program->state->exportDiagnosticLogs();
         program->desktop.answer("/data/export.json");
-        SystemPresentation system(*program->state, [](const SettingsConfirmation&) {});
+        const SystemPresentation system(*program->state, [](const SettingsConfirmation&) {});
         EXPECT_EQ(system.exportText(), "Exported to /data/export.json");
         EXPECT_NE(system.notificationsDetail(), "") << "they are on by default";
         look(*program);
@@ -180,7 +180,7 @@ TEST(LinuxWords, StandInViewsAndPages) {
     const std::regex unseen(R"re(//.*|symbolName: ".*")re"); // comments, and names of symbols
     int files = 0;
     for (const auto* const folder : {"src/ui/views", "docs/pages", "data"}) {
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder)) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(sourceTree / folder)) {
             const auto kind = entry.path().extension();
             if (kind != ".qml" && kind != ".html" && kind != ".desktop") {
                 continue;

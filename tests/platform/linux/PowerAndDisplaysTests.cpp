@@ -28,7 +28,7 @@ struct Tree {
 };
 
 struct Answers {
-    PowerSourceKind source;
+    PowerSourceKind source = PowerSourceKind::unknown;
     std::optional<int> percent;
     std::optional<bool> isCharging, isFull;
     std::optional<bool> isExternal; ///< the battery's "ExternalConnected"
