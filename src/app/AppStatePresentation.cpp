@@ -11,7 +11,7 @@ namespace {
 using Status = ThermalAssistantPresentation::Status;
 
 constexpr std::string_view beforeTerms =
-    "Before you accept the terms of use, nothing is watched and nothing is kept.";
+    "Before you accept the terms of use, nothing is watched in the background and nothing is kept.";
 constexpr std::string_view nothingTells = "This machine tells nothing about its temperature or throttling.";
 constexpr std::string_view sensorsAreOff =
     "The temperature sensors are switched off, and nothing else tells this machine's heat.";

@@ -32,7 +32,8 @@ The agent:
   accept-terms
               Show the terms of use and accept them. Before, nothing is watched
               in the background and nothing is kept. A look that you ask for
-              (status, watch, offenders) needs no acceptance and keeps nothing.
+              (status, watch, offenders, record) needs no acceptance and keeps
+              nothing.
   export FILE Write the recorded diagnostic events, the settings and what kind
               of system this is into FILE, to send along with a question. An
               existing file is replaced; "-" writes to the output.

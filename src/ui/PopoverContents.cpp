@@ -41,7 +41,8 @@ void addWaiting(PopoverContents& contents) {
     contents.level = static_cast<int>(Status::notMonitoring);
     contents.statusText = label(Status::notMonitoring);
     contents.symbolName = symbolName(Status::notMonitoring);
-    contents.tipMessage = "Before you accept the terms of use, nothing is watched and nothing is kept.";
+    contents.tipMessage =
+        "Before you accept the terms of use, nothing is watched in the background and nothing is kept.";
 }
 
 void addOtherInsights(PopoverContents& contents, const CinderRecommendationSnapshot& advice) {

@@ -39,8 +39,9 @@ protected:
 TEST_F(AppStatePresentationTest, NamesNoLevelThatNobodyMeasured) {
     program.defaults = {};
     auto& state = program.start();
-    expectState(Status::notMonitoring,
-                "Before you accept the terms of use, nothing is watched and nothing is kept.");
+    expectState(
+        Status::notMonitoring,
+        "Before you accept the terms of use, nothing is watched in the background and nothing is kept.");
     state.acceptLegalTerms();
     expectState(Status::measuring, std::nullopt);
     program.executor.runTasks();

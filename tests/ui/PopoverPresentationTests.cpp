@@ -147,8 +147,9 @@ TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
     program.pass(10s);
     EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not monitoring", ""}));
     EXPECT_EQ(popover->level(), 5);
-    EXPECT_EQ(popover->tipMessage(),
-              "Before you accept the terms of use, nothing is watched and nothing is kept.");
+    EXPECT_EQ(
+        popover->tipMessage(),
+        "Before you accept the terms of use, nothing is watched in the background and nothing is kept.");
     EXPECT_EQ(toggle(), (QStringList{"Set Up Cindertop...", "play.fill"}));
 
     popover->toggleMonitoring();

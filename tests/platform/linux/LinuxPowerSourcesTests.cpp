@@ -28,6 +28,7 @@ std::string ueventFrom(const std::string& text) {
 /// Supplies as short uevent texts.
 std::vector<PowerSupply> suppliesFrom(const std::vector<std::string>& texts) {
     std::vector<PowerSupply> supplies;
+    supplies.reserve(texts.size());
     for (const auto& text : texts) {
         supplies.push_back(makePowerSupply(parseSupplyUevent(ueventFrom(text))));
     }
