@@ -1,5 +1,9 @@
 #pragma once
 
+#include "cli/CommandLine.h"
+#include "support/Enumeration.h"
+
+#include <array>
 #include <expected>
 #include <optional>
 #include <span>
@@ -31,6 +35,19 @@ struct Arguments {
 /// Reads the words after the program's name. The error is one sentence without the program's name.
 std::expected<Arguments, std::string> parseArguments(std::span<const std::string_view> words);
 
-std::string_view helpText();
+/// What "cindertop" understands.
+const cli::ProgramTable& programTable();
 
 } // namespace cindertop::agent
+
+namespace cindertop {
+
+template <>
+struct EnumerationTable<agent::Opening> {
+    static constexpr std::array cases{EnumerationCase{agent::Opening::none, "none"},
+                                      EnumerationCase{agent::Opening::popover, "popover"},
+                                      EnumerationCase{agent::Opening::settings, "settings"},
+                                      EnumerationCase{agent::Opening::onboarding, "onboarding"}};
+};
+
+} // namespace cindertop

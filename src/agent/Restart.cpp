@@ -26,19 +26,6 @@ std::string takeVariable() {
     return taken;
 }
 
-std::string_view wordOf(Opening opening) {
-    switch (opening) {
-    case Opening::popover:
-        return "popover";
-    case Opening::onboarding:
-        return "onboarding";
-    case Opening::settings:
-    case Opening::none:
-        break;
-    }
-    return "settings";
-}
-
 } // namespace
 
 std::vector<std::string> wordsToOpen(Opening opening, std::span<const std::string> words) {
@@ -51,7 +38,7 @@ std::vector<std::string> wordsToOpen(Opening opening, std::span<const std::strin
         }
     }
     result.emplace_back("--open");
-    result.emplace_back(wordOf(opening));
+    result.emplace_back(rawValue(opening));
     return result;
 }
 

@@ -16,6 +16,7 @@
 #include "app/Version.h"
 #include "cli/AgentPresence.h"
 #include "cli/DisplayText.h"
+#include "cli/HelpText.h"
 #include "cli/LocalTime.h"
 #include "cli/StandardDescriptors.h"
 #include "platform/desktop/FreedesktopNotificationCenter.h"
@@ -338,7 +339,7 @@ int run(int count, char** texts) {
     }
     const cli::Output output(STDOUT_FILENO);
     if (arguments->action == Action::help) {
-        return output.write(helpText()) ? success : failure;
+        return output.write(cli::helpText(programTable())) ? success : failure;
     }
     if (arguments->action == Action::version) {
         return output.write("cindertop " + std::string(version) + '\n') ? success : failure;

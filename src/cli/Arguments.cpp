@@ -1,11 +1,7 @@
 #include "cli/Arguments.h"
 
-#include "cli/DisplayText.h"
-
 #include <array>
-#include <charconv>
-#include <cmath>
-#include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace cindertop::cli {
@@ -13,206 +9,127 @@ namespace cindertop::cli {
 namespace {
 
 constexpr double longestSeconds = 100'000'000; ///< three years
+constexpr double aboveZero = std::numeric_limits<double>::denorm_min();
 
-/// What may follow a command.
-struct CommandSyntax {
-    std::string_view name;
-    Command command;
-    bool takesJson = false;
-    std::size_t mostOperands = 0;
-    std::string_view needs{};         ///< what the first operand is, if there has to be one
-    std::string_view secondsOption{}; ///< the option with a number of seconds
-    bool takesStateDirectory = false;
-};
+constexpr ValueRow secondsValue{"SECONDS", ValueKind::number, "a number of seconds above 0",
+                                {},        aboveZero,         longestSeconds};
 
+constexpr OptionRow json{"--json", "JSON instead of text. \"watch\" writes one object a line."};
+constexpr std::array readOptions{json};
+constexpr std::array replayOptions{
+    OptionRow{"--until", "Play so much of the scenario.", secondsValue},
+    OptionRow{"--state-dir", "Keep the files of the replay in FOLDER.", {"FOLDER", ValueKind::folder}}};
+constexpr std::array recordOptions{
+    OptionRow{"--seconds", "Record for so long, instead of 60 or until Ctrl-C.", secondsValue}};
+constexpr std::array generalOptions{helpOption, versionOption};
+
+constexpr std::array preference{ValueRow{"NAME", ValueKind::preference}, ValueRow{"VALUE"}};
+constexpr std::array fileToWrite{ValueRow{"FILE", ValueKind::file, "a file to write"}};
+constexpr std::array scenarioToPlay{ValueRow{"FILE", ValueKind::file, "a scenario to play"}};
+
+/// In the order of `Command`.
 constexpr std::array commands{
-    CommandSyntax{.name = "status", .command = Command::status, .takesJson = true},
-    CommandSyntax{.name = "watch", .command = Command::watch, .takesJson = true},
-    CommandSyntax{.name = "offenders", .command = Command::offenders, .takesJson = true},
-    CommandSyntax{.name = "history", .command = Command::history, .takesJson = true},
-    CommandSyntax{.name = "settings", .command = Command::settings, .takesJson = true, .mostOperands = 2},
-    CommandSyntax{.name = "pause", .command = Command::pause},
-    CommandSyntax{.name = "resume", .command = Command::resume},
-    CommandSyntax{.name = "quit", .command = Command::quit},
-    CommandSyntax{.name = "accept-terms", .command = Command::acceptTerms},
-    CommandSyntax{.name = "export",
-                  .command = Command::exportDiagnostics,
-                  .mostOperands = 1,
-                  .needs = "a file to write"},
-    CommandSyntax{.name = "replay",
-                  .command = Command::replay,
-                  .mostOperands = 1,
-                  .needs = "a scenario to play",
-                  .secondsOption = "--until",
-                  .takesStateDirectory = true},
-    CommandSyntax{.name = "record",
-                  .command = Command::record,
-                  .mostOperands = 1,
-                  .needs = "a file to write",
-                  .secondsOption = "--seconds"},
+    CommandRow{"status",
+               {},
+               readOptions,
+               "Show how hot the machine is, and why. The thermal score, the agent's advice, temperatures, "
+               "power, displays, the busiest applications, and which sources of facts this machine has."},
+    CommandRow{"watch",
+               {},
+               readOptions,
+               "Show it again and again until you press q or Ctrl-C. On a terminal on one screen, elsewhere "
+               "a line a tick. "
+               "It looks every 2 s while the machine is cool, and up to five times a second when it is hot."},
+    CommandRow{"offenders", {}, readOptions, "Show every application with its processes, the busiest first."},
+    CommandRow{"history",
+               {},
+               readOptions,
+               "Show the last hour and today, as the agent recorded them. It need not run for that. The "
+               "preference historyDurationMinutes may say less than an hour."},
+    CommandRow{"settings", preference, readOptions,
+               "Show all preferences, or the one named; with a VALUE, change it."},
+    CommandRow{"pause", {}, {}, "Pause the monitoring."},
+    CommandRow{"resume", {}, {}, "Resume the monitoring."},
+    CommandRow{"quit", {}, {}, "End the agent, and wait until it has ended."},
+    CommandRow{
+        "accept-terms",
+        {},
+        {},
+        "Show the terms of use and accept them. Before, nothing is watched in the background and "
+        "nothing is kept. A look that you ask for (status, watch, offenders, record) needs no acceptance and "
+        "keeps nothing."},
+    CommandRow{"export",
+               fileToWrite,
+               {},
+               "Write a file to send along with a question. It holds the recorded diagnostic events, the "
+               "settings and what kind of system this is. An existing file is replaced; \"-\" writes to the "
+               "output."},
+    CommandRow{"replay", scenarioToPlay, replayOptions,
+               "Play a scenario to the program in virtual time. It prints what the program does, one JSON "
+               "object a line."},
+    CommandRow{"record", fileToWrite, recordOptions,
+               "Write what this machine does as a scenario. Paths and names of persons or the host are left "
+               "out."},
+};
+static_assert(commands.size() == static_cast<std::size_t>(Command::help));
+
+constexpr std::array environment{
+    HelpSection::Row{"NO_COLOR", "Not empty: no colours. There are none outside a terminal anyway."},
+    HelpSection::Row{"COLUMNS", "Width of the text where it does not go to a terminal (80)."},
+    HelpSection::Row{"LC_ALL, LC_MEASUREMENT, LANG",
+                     "Choose between Celsius and Fahrenheit, unless the preference temperatureUnit does."},
+};
+constexpr std::array exitStatuses{
+    HelpSection::Row{"0", "Done. Also when you ended \"watch\", or whoever read it had seen enough."},
+    HelpSection::Row{"1", "The output or a file could not be written, no agent runs where one is needed, or "
+                          "it or the system refused."},
+    HelpSection::Row{"2", "The command line or the scenario was not understood."},
+};
+constexpr std::array sections{
+    HelpSection{"",
+                {},
+                "Shares are of the whole machine: 100 % means that every processor is busy. What cannot be "
+                "measured is \"not available\" in text and null in JSON, never 0."},
+    HelpSection{"Environment", environment},
+    HelpSection{"Exit status", exitStatuses,
+                "Ended by SIGTERM, SIGHUP or SIGQUIT, \"watch\" restores the terminal and then dies by that "
+                "signal."},
 };
 
-constexpr std::array informationOptions{
-    std::pair{std::string_view("--help"), Command::help},
-    std::pair{std::string_view("-h"), Command::help},
-    std::pair{std::string_view("--version"), Command::version},
-    std::pair{std::string_view("-V"), Command::version},
+constexpr ProgramTable table{
+    .name = "cindertopctl",
+    .summary = "tells how hot this machine runs, and why.",
+    .introduction = "What status, watch and offenders show is the machine as the running agent sees it, or "
+                    "as measured here without one.",
+    .commands = commands,
+    .options = generalOptions,
+    .sections = sections,
 };
 
-std::optional<Command> information(std::string_view word) {
-    for (const auto& [name, command] : informationOptions) {
-        if (name == word) {
-            return command;
-        }
+Command commandIn(const CommandLine& line) {
+    if (line.command == nullptr) {
+        return line.has(helpOption.name) ? Command::help : Command::version;
     }
-    return std::nullopt;
+    return static_cast<Command>(line.command - commands.data());
 }
-
-const CommandSyntax* syntaxOf(std::string_view word) {
-    for (const auto& syntax : commands) {
-        if (syntax.name == word) {
-            return &syntax;
-        }
-    }
-    return nullptr;
-}
-
-/// The user's own word comes back on a terminal, so it is shown harmlessly.
-std::string quoted(std::string_view word) {
-    return "\"" + shown(word, Charset::unicode) + "\"";
-}
-
-std::optional<double> positiveSeconds(std::string_view word) {
-    double seconds = 0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), seconds);
-    const bool isNumber = error == std::errc() && end == word.data() + word.size();
-    return isNumber && seconds > 0 && seconds <= longestSeconds ? std::optional(seconds) : std::nullopt;
-}
-
-bool isNegativeNumber(std::string_view word) {
-    return word.size() > 1 && word[0] == '-' && word[1] >= '0' && word[1] <= '9';
-}
-
-/// Takes the words one by one.
-class ArgumentReader {
-public:
-    explicit ArgumentReader(std::span<const std::string_view> words) : words_(words) {}
-
-    std::expected<Arguments, std::string> read() {
-        while (!words_.empty()) {
-            const auto word = next();
-            if (word == "--" && !areOptionsOver_) {
-                areOptionsOver_ = true;
-                continue;
-            }
-            if (const auto asked = information(word); asked && !areOptionsOver_) {
-                return Arguments{.command = *asked};
-            }
-            if (auto taken = areOptionsOver_ ? takeWord(word) : take(word); !taken) {
-                return std::unexpected(std::move(taken).error());
-            }
-        }
-        return result();
-    }
-
-private:
-    using Taken = std::expected<void, std::string>;
-
-    std::string_view next() {
-        const auto word = words_.front();
-        words_ = words_.subspan(1);
-        return word;
-    }
-
-    Taken take(std::string_view word) {
-        if (word == "--json") {
-            arguments_.format = Format::json;
-            return {};
-        }
-        if (word == "--until" || word == "--seconds" || word == "--state-dir") {
-            return takeOption(word);
-        }
-        if (word.starts_with("-") && word != "-" && !isNegativeNumber(word)) {
-            return std::unexpected("unknown option " + quoted(word));
-        }
-        return takeWord(word);
-    }
-
-    Taken takeWord(std::string_view word) {
-        return syntax_ == nullptr ? takeCommand(word) : takeOperand(word);
-    }
-
-    Taken takeOption(std::string_view option) {
-        if (words_.empty()) {
-            return std::unexpected(quoted(option) + " needs a value");
-        }
-        const auto value = next();
-        options_.push_back(option);
-        if (option == "--state-dir") {
-            arguments_.stateDirectory = value;
-            return {};
-        }
-        arguments_.seconds = positiveSeconds(value);
-        return arguments_.seconds
-                   ? Taken()
-                   : std::unexpected(quoted(option) + " needs a number of seconds above 0, not " +
-                                     quoted(value));
-    }
-
-    Taken takeCommand(std::string_view word) {
-        syntax_ = syntaxOf(word);
-        return syntax_ != nullptr ? Taken() : std::unexpected("unknown command " + quoted(word));
-    }
-
-    Taken takeOperand(std::string_view word) {
-        if (arguments_.operands.size() == syntax_->mostOperands) {
-            return std::unexpected("unexpected argument " + quoted(word));
-        }
-        if (word.empty() && !syntax_->needs.empty()) {
-            return std::unexpected(missingOperand());
-        }
-        arguments_.operands.emplace_back(word);
-        return {};
-    }
-
-    bool takesOption(std::string_view option) const {
-        return option == syntax_->secondsOption || (option == "--state-dir" && syntax_->takesStateDirectory);
-    }
-
-    std::string missingOperand() const {
-        return quoted(syntax_->name) + " needs " + std::string(syntax_->needs);
-    }
-
-    std::expected<Arguments, std::string> result() {
-        if (syntax_ == nullptr) {
-            return std::unexpected("no command given");
-        }
-        if (arguments_.operands.empty() && !syntax_->needs.empty()) {
-            return std::unexpected(missingOperand());
-        }
-        for (const auto option : options_) {
-            if (!takesOption(option)) {
-                return std::unexpected(quoted(syntax_->name) + " takes no " + std::string(option));
-            }
-        }
-        if (arguments_.format == Format::json && !syntax_->takesJson) {
-            return std::unexpected(quoted(syntax_->name) + " takes no --json");
-        }
-        arguments_.command = syntax_->command;
-        return std::move(arguments_);
-    }
-
-    std::span<const std::string_view> words_;
-    bool areOptionsOver_ = false;
-    const CommandSyntax* syntax_ = nullptr;
-    std::vector<std::string_view> options_;
-    Arguments arguments_;
-};
 
 } // namespace
 
+const ProgramTable& programTable() {
+    return table;
+}
+
 std::expected<Arguments, std::string> parseArguments(std::span<const std::string_view> words) {
-    return ArgumentReader(words).read();
+    auto line = readCommandLine(table, words);
+    if (!line) {
+        return std::unexpected(std::move(line).error());
+    }
+    const auto until = line->number("--until");
+    return Arguments{.command = commandIn(*line),
+                     .format = line->has("--json") ? Format::json : Format::text,
+                     .operands = std::move(line->operands),
+                     .seconds = until ? until : line->number("--seconds"),
+                     .stateDirectory = line->value("--state-dir")};
 }
 
 } // namespace cindertop::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/CommandLine.h"
+
 #include <cstdint>
 #include <expected>
 #include <optional>
@@ -10,6 +12,7 @@
 
 namespace cindertop::cli {
 
+/// Those of the table in its order, and what the program says about itself.
 enum class Command : std::uint8_t {
     status,
     watch,
@@ -40,9 +43,10 @@ struct Arguments {
     bool operator==(const Arguments&) const = default;
 };
 
+/// What "cindertopctl" understands.
+const ProgramTable& programTable();
+
 /// Reads the words after the program's name. The error is one sentence without the program's name.
-/// "--help" and "--version" win wherever they stand, as long as what stands before them is known. "-" is a
-/// file, "--" ends the options, and a negative number is none.
 std::expected<Arguments, std::string> parseArguments(std::span<const std::string_view> words);
 
 } // namespace cindertop::cli

@@ -1,73 +1,111 @@
 #include "cli/HelpText.h"
 
+#include "cli/StyledText.h"
+
+#include <algorithm>
+#include <cstddef>
+
 namespace cindertop::cli {
 
-std::string_view helpText() {
-    return R"(cindertopctl tells how hot this machine runs, and why.
+namespace {
 
-usage: cindertopctl status | watch | offenders | history [--json]
-       cindertopctl settings [NAME [VALUE]] [--json]
-       cindertopctl pause | resume | quit | accept-terms
-       cindertopctl export FILE
-       cindertopctl replay FILE [--until SECONDS] [--state-dir FOLDER]
-       cindertopctl record FILE [--seconds SECONDS]
+constexpr int helpColumns = 79;
+constexpr std::size_t longestTerm = 18; ///< the text of a longer one starts on the next line
 
-The machine, as the running agent sees it, or measured here without one:
-  status      The thermal score, the agent's advice, temperatures, power,
-              displays, the busiest applications, and which sources of facts
-              this machine has.
-  watch       The same until you press q or Ctrl-C: on a terminal on one
-              screen, elsewhere a line a tick. It looks every 2 s while the
-              machine is cool, and up to five times a second when it is hot.
-  offenders   Every application with its processes, the busiest first.
+std::string paragraph(std::string_view text, std::size_t indent = 0) {
+    std::string lines;
+    for (const auto& line : wrapped(text, helpColumns - static_cast<int>(indent))) {
+        lines += std::string(indent, ' ') + line + '\n';
+    }
+    return lines;
+}
 
-The agent:
-  history     The last hour, or as much of it as the preference
-              historyDurationMinutes says, and today, as the agent recorded
-              them. It need not run for that.
-  settings    All preferences, or the one named; with a VALUE, change it.
-  pause, resume
-              Pause and resume the monitoring.
-  quit        End the agent, and wait until it has ended.
-  accept-terms
-              Show the terms of use and accept them. Before, nothing is watched
-              in the background and nothing is kept. A look that you ask for
-              (status, watch, offenders, record) needs no acceptance and keeps
-              nothing.
-  export FILE Write the recorded diagnostic events, the settings and what kind
-              of system this is into FILE, to send along with a question. An
-              existing file is replaced; "-" writes to the output.
+/// Terms to the left, their texts in one column.
+template <typename Rows, typename Term>
+std::string definitionList(std::string_view heading, const Rows& rows, Term term) {
+    std::size_t column = 0;
+    for (const auto& row : rows) {
+        const auto width = term(row).size();
+        column = std::max(column, width > longestTerm ? 0 : width + 4);
+    }
+    std::string list(heading.empty() ? "\n" : "\n" + std::string(heading) + ":\n");
+    for (const auto& row : rows) {
+        const auto name = "  " + term(row);
+        const bool isLong = name.size() + 2 > column;
+        list += isLong ? name + '\n' : name;
+        list += paragraph(row.text, column).substr(isLong ? 0 : name.size());
+    }
+    return list;
+}
 
-Scenarios:
-  replay FILE Play a scenario to the program in virtual time and print what it
-              does, one JSON object a line: up to SECONDS of it with --until,
-              keeping its files in FOLDER with --state-dir.
-  record FILE Write what this machine does for SECONDS (60, or until Ctrl-C)
-              as a scenario, without paths and names of persons or the host.
+/// Everything that may follow a command.
+std::string tailOf(const CommandRow& command) {
+    std::string tail;
+    std::string ends;
+    for (const auto& operand : command.operands) {
+        const bool isOptional = operand.needs.empty();
+        tail += (isOptional ? " [" : " ") + std::string(operand.name);
+        ends += isOptional ? "]" : "";
+    }
+    tail += ends;
+    for (const auto& option : command.options) {
+        tail += " [" + termOf(option) + ']';
+    }
+    return tail;
+}
 
-Options:
-  --json         JSON instead of text. "watch" writes one object a line.
-  -h, --help     Show this help.
-  -V, --version  Show the version.
+} // namespace
 
-Shares are of the whole machine: 100 % means that every processor is busy. What
-cannot be measured is "not available" in text and null in JSON, never 0.
+std::string termOf(const CommandRow& command) {
+    std::string term(command.name);
+    for (const auto& operand : command.operands) {
+        term += operand.needs.empty() ? "" : ' ' + std::string(operand.name);
+    }
+    return term;
+}
 
-Environment:
-  NO_COLOR   Not empty: no colours. There are none outside a terminal anyway.
-  COLUMNS    Width of the text where it does not go to a terminal (80).
-  LC_ALL, LC_MEASUREMENT, LANG
-             Choose between Celsius and Fahrenheit, unless the preference
-             temperatureUnit does.
+std::string termOf(const OptionRow& option) {
+    std::string term = option.letter != 0 ? std::string{'-', option.letter, ',', ' '} : "";
+    term += option.name;
+    return option.value.name.empty() ? term : term + ' ' + std::string(option.value.name);
+}
 
-Exit status:
-  0  Done. Also when you ended "watch", or whoever read it had seen enough.
-  1  The output or a file could not be written, no agent runs where one is
-     needed, or it or the system refused.
-  2  The command line or the scenario was not understood.
-Ended by SIGTERM, SIGHUP or SIGQUIT, "watch" restores the terminal and then dies
-by that signal.
-)";
+std::vector<std::string> usageOf(const ProgramTable& program) {
+    std::vector<std::string> lines(program.usage.begin(), program.usage.end());
+    std::string former = "none";
+    for (const auto& command : program.commands) {
+        const std::string name(command.name);
+        const auto tail = tailOf(command);
+        if (tail == former) { // commands that take the same share a line
+            lines.back().insert(lines.back().size() - tail.size(), " | " + name);
+        } else {
+            lines.emplace_back(program.name);
+            lines.back().append(1, ' ').append(name).append(tail);
+        }
+        former = tail;
+    }
+    return lines;
+}
+
+std::string helpText(const ProgramTable& program) {
+    std::string text = paragraph(std::string(program.name) + ' ' + std::string(program.summary));
+    std::string_view before = "\nusage: ";
+    for (const auto& line : usageOf(program)) {
+        text += std::string(before) + line + '\n';
+        before = "       ";
+    }
+    text += program.introduction.empty() ? "" : '\n' + paragraph(program.introduction);
+    const auto name = [](const auto& row) { return termOf(row); };
+    if (!program.commands.empty()) {
+        text += definitionList("Commands", program.commands, name);
+    }
+    text += definitionList("Options", optionsOf(program), name);
+    for (const auto& section : program.sections) {
+        text += definitionList(section.heading, section.rows,
+                               [](const auto& row) { return std::string(row.term); });
+        text += paragraph(section.text);
+    }
+    return text;
 }
 
 } // namespace cindertop::cli

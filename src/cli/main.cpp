@@ -47,7 +47,7 @@ void noteUnreachableAgent(const Arguments& arguments, const std::optional<AgentC
 ExitStatus carryOut(const Arguments& arguments, Output& output) {
     switch (arguments.command) {
     case Command::help:
-        return exitStatus(output.write(helpText()));
+        return exitStatus(output.write(helpText(programTable())));
     case Command::version:
         return exitStatus(output.write("cindertopctl " + std::string(version) + '\n'));
     case Command::replay:
