@@ -1,7 +1,6 @@
 #include "assistant/OffenderAdvice.h"
 
 #include "assistant/WorkloadNames.h"
-#include "cpu/NameFragment.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <string_view>
 
 namespace cindertop {
 
@@ -30,8 +30,7 @@ using Test = bool (*)(const SearchedOffender&);
 template <const auto& fragments>
 bool isNamedLike(const SearchedOffender& offender) {
     return std::ranges::any_of(offender.texts, [](const std::string& text) {
-        const SearchedText searched(text);
-        return std::ranges::any_of(fragments, [&](const NameFragment& name) { return name.isIn(searched); });
+        return std::ranges::any_of(fragments, [&](std::string_view name) { return text.contains(name); });
     });
 }
 

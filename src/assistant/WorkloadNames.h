@@ -1,14 +1,13 @@
 #pragma once
 
-#include "cpu/NameFragment.h"
-
 #include <array>
+#include <string_view>
 
 // Parts of names, in lower case, by which a kind of work is known whatever the category of its processes.
 
 namespace cindertop {
 
-inline constexpr auto gameNameFragments = std::to_array<NameFragment>({
+inline constexpr auto gameNameFragments = std::to_array<std::string_view>({
     "steam",
     "epic games",
     "battle.net",
@@ -20,7 +19,7 @@ inline constexpr auto gameNameFragments = std::to_array<NameFragment>({
     "unreal",
 });
 
-inline constexpr auto localAINameFragments = std::to_array<NameFragment>({
+inline constexpr auto localAINameFragments = std::to_array<std::string_view>({
     "ollama",
     "lm studio",
     "llama",

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "cpu/NameFragment.h"
-
 #include <array>
 #include <string_view>
 
@@ -56,7 +54,7 @@ inline constexpr auto linuxSecurityProcessNames = std::to_array<std::string_view
     "auditd",
 });
 
-inline constexpr auto linuxBrowserNameFragments = std::to_array<NameFragment>({
+inline constexpr auto linuxBrowserNameFragments = std::to_array<std::string_view>({
     "chromium",
     "vivaldi",
     "librewolf",

@@ -2,9 +2,8 @@
 
 #include "cpu/BackgroundWork.h"
 #include "cpu/LinuxProcessNames.h"
-#include "cpu/LowerCasedText.h"
-#include "cpu/NameFragment.h"
 #include "cpu/ProcessNames.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,17 +15,14 @@ namespace cindertop {
 
 namespace {
 
-LowerCasedText lowerCasedOrEmpty(const std::optional<std::string>& text) {
-    return LowerCasedText(text ? std::string_view(*text) : std::string_view());
-}
-
-bool containsAny(const SearchedText& text, const auto& fragments) {
-    return std::ranges::any_of(fragments, [&](const NameFragment& fragment) { return fragment.isIn(text); });
+bool containsAny(std::string_view text, std::span<const std::string_view> fragments) {
+    return std::ranges::any_of(fragments,
+                               [text](std::string_view fragment) { return text.contains(fragment); });
 }
 
 /// Names that mean something on one kind of system only.
 struct FurtherNames {
-    std::span<const NameFragment> browserFragments;
+    std::span<const std::string_view> browserFragments;
     std::span<const std::string_view> developerProcesses; ///< whole names
 };
 
@@ -38,14 +34,14 @@ FurtherNames furtherNames(OperatingSystem system) {
     return {};
 }
 
-bool isBrowser(const SearchedText& bundle, const SearchedText& display, const SearchedText& name,
-               std::span<const NameFragment> furtherFragments) {
+bool isBrowser(std::string_view bundle, std::string_view display, std::string_view name,
+               std::span<const std::string_view> furtherFragments) {
     return containsAny(bundle, browserBundleIdentifiers) || containsAny(display, browserNameFragments) ||
            containsAny(name, browserNameFragments) || containsAny(display, furtherFragments) ||
            containsAny(name, furtherFragments);
 }
 
-bool isDeveloperTool(const SearchedText& bundle, const SearchedText& display, const SearchedText& name) {
+bool isDeveloperTool(std::string_view bundle, std::string_view display, std::string_view name) {
     return containsAny(bundle, developerBundleIdentifiers) || containsAny(display, developerNameFragments) ||
            containsAny(name, developerNameFragments);
 }
@@ -59,8 +55,8 @@ ProcessOffenderCategory categoryOf(BackgroundWork work) {
 
 /// The first rule that applies decides: the daemons known by name run as root and would else be "system".
 ProcessOffenderCategory classify(const ProcessCPUReading& reading, OperatingSystem system) {
-    const LowerCasedText lowerName(reading.name);
-    if (const auto work = backgroundWork(lowerName.view(), system)) {
+    const std::string name = lowerCased(reading.name);
+    if (const auto work = backgroundWork(name, system)) {
         return categoryOf(*work);
     }
     const bool hasBundle = reading.appBundleIdentifier.has_value();
@@ -68,17 +64,14 @@ ProcessOffenderCategory classify(const ProcessCPUReading& reading, OperatingSyst
         return ProcessOffenderCategory::system;
     }
 
-    const LowerCasedText lowerBundle = lowerCasedOrEmpty(reading.appBundleIdentifier);
-    const LowerCasedText lowerDisplay = lowerCasedOrEmpty(reading.appDisplayName);
-    const SearchedText name(lowerName.view());
-    const SearchedText bundle(lowerBundle.view());
-    const SearchedText display(lowerDisplay.view());
+    const std::string bundle = lowerCased(reading.appBundleIdentifier.value_or(""));
+    const std::string display = lowerCased(reading.appDisplayName.value_or(""));
     const auto further = furtherNames(system);
     if (isBrowser(bundle, display, name, further.browserFragments)) {
         return ProcessOffenderCategory::browserWorkload;
     }
     if (isDeveloperTool(bundle, display, name) ||
-        std::ranges::find(further.developerProcesses, lowerName.view()) != further.developerProcesses.end()) {
+        std::ranges::find(further.developerProcesses, name) != further.developerProcesses.end()) {
         return ProcessOffenderCategory::developerWorkload;
     }
     return hasBundle ? ProcessOffenderCategory::userApplication : ProcessOffenderCategory::unknown;

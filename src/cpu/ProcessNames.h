@@ -1,7 +1,5 @@
 #pragma once
 
-#include "cpu/NameFragment.h"
-
 #include <array>
 #include <string_view>
 
@@ -36,7 +34,7 @@ inline constexpr auto securityProcessNames = std::to_array<std::string_view>({
     "xprotectremediator",
 });
 
-inline constexpr auto browserBundleIdentifiers = std::to_array<NameFragment>({
+inline constexpr auto browserBundleIdentifiers = std::to_array<std::string_view>({
     "com.google.chrome",
     "com.apple.safari",
     "org.mozilla.firefox",
@@ -45,7 +43,7 @@ inline constexpr auto browserBundleIdentifiers = std::to_array<NameFragment>({
     "com.operasoftware",
 });
 
-inline constexpr auto browserNameFragments = std::to_array<NameFragment>({
+inline constexpr auto browserNameFragments = std::to_array<std::string_view>({
     "chrome",
     "safari",
     "firefox",
@@ -54,7 +52,7 @@ inline constexpr auto browserNameFragments = std::to_array<NameFragment>({
     "opera",
 });
 
-inline constexpr auto developerBundleIdentifiers = std::to_array<NameFragment>({
+inline constexpr auto developerBundleIdentifiers = std::to_array<std::string_view>({
     "com.apple.dt.xcode",
     "com.microsoft.vscode",
     "com.todesktop.230313mzl4w4u92",
@@ -62,7 +60,7 @@ inline constexpr auto developerBundleIdentifiers = std::to_array<NameFragment>({
     "com.googlecode.iterm2",
 });
 
-inline constexpr auto developerNameFragments = std::to_array<NameFragment>({
+inline constexpr auto developerNameFragments = std::to_array<std::string_view>({
     "xcode",
     "xcodebuild",
     "swift-frontend",

@@ -2,27 +2,14 @@
 
 #include "cpu/ProcessClassification.h"
 #include "cpu/ProcessOffenderGroup.h"
-#include "cpu/ShareOrder.h"
 
 #include <algorithm>
-#include <deque>
-#include <memory_resource>
-#include <numeric>
-#include <string_view>
+#include <iterator>
 #include <utility>
 
 namespace cindertop {
 
 namespace {
-
-/// A group with its share, in the list of all groups that gets sorted.
-struct RankedGroup {
-    double cpuPercent;
-    const ProcessOffenderGroup* group;
-    const std::vector<ProcessOffenderHistoryPoint>* history; ///< in the result's map: entries stay in place
-
-    std::string_view name() const { return group->displayName; }
-};
 
 /// `limit`, at most `size`.
 std::size_t atMost(std::size_t size, std::int64_t limit) {
@@ -66,120 +53,91 @@ std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading,
         .reading = &reading, .cpuPercent = *share, .category = classify(reading, inputs.system)};
 }
 
-/// Every delta, those of one group next to each other and in census order.
-struct GroupedDeltas {
-    std::vector<ProcessDelta> deltas;
-    std::deque<ProcessOffenderGroup> groups; ///< in the order of their first deltas
-};
-
-/// Moves each delta to its group's part of the list, given each delta's group and each group's size.
-GroupedDeltas arranged(std::span<const ProcessDelta> deltas, std::span<const std::size_t> groupOfDelta,
-                       std::span<const std::size_t> sizes, std::deque<ProcessOffenderGroup> groups) {
-    GroupedDeltas grouped{.deltas = {deltas.begin(), deltas.end()}, .groups = std::move(groups)};
-    std::vector<std::size_t> next(sizes.size());
-    std::exclusive_scan(sizes.begin(), sizes.end(), next.begin(), std::size_t{0});
-    for (std::size_t group = 0; group < sizes.size(); ++group) {
-        grouped.groups[group].deltas = std::span(grouped.deltas).subspan(next[group], sizes[group]);
-    }
-    for (std::size_t index = 0; index < deltas.size(); ++index) {
-        grouped.deltas[next[groupOfDelta[index]]++] = deltas[index];
-    }
-    return grouped;
-}
-
-GroupedDeltas groupedDeltas(const ProcessOffenderAggregator& inputs) {
-    std::deque<ProcessOffenderGroup> groups;    // elements stay in place: the map looks at their identifiers
-    std::pmr::monotonic_buffer_resource memory; // for many small nodes that go together
-    std::pmr::unordered_map<std::string_view, std::size_t> groupByID(&memory);
-    std::vector<ProcessDelta> deltas;
-    std::vector<std::size_t> groupOfDelta;
-    std::vector<std::size_t> sizes;
+/// In the order of their first deltas.
+std::vector<ProcessOffenderGroup> groupsOf(const ProcessOffenderAggregator& inputs) {
+    std::vector<ProcessOffenderGroup> groups;
+    std::unordered_map<std::string, std::size_t> indexByID;
     for (const ProcessCPUReading& reading : inputs.currentReadings) {
         const auto delta = deltaOf(reading, inputs);
         if (!delta) {
             continue;
         }
-        std::string id = ProcessOffenderGroup::idFor(*delta, inputs.system);
-        auto known = groupByID.find(id);
-        if (known == groupByID.end()) {
-            const ProcessOffenderGroup& group = groups.emplace_back(std::move(id), *delta, inputs.system);
-            known = groupByID.emplace(group.id, sizes.size()).first;
-            sizes.push_back(0);
+        const auto [known, isNew] =
+            indexByID.try_emplace(ProcessOffenderGroup::idFor(*delta, inputs.system), groups.size());
+        if (isNew) {
+            groups.emplace_back(known->first, *delta, inputs.system);
         }
-        deltas.push_back(*delta);
-        groupOfDelta.push_back(known->second);
-        ++sizes[known->second];
+        groups[known->second].deltas.push_back(*delta);
     }
-    return arranged(deltas, groupOfDelta, sizes, std::move(groups));
+    return groups;
 }
 
-/// Sorts each group's deltas by share, because the shares are added up in that order, and then the groups.
-std::vector<RankedGroup> rankedByShare(const std::deque<ProcessOffenderGroup>& groups) {
-    std::vector<RankedGroup> ranked;
-    ranked.reserve(groups.size());
-    for (const ProcessOffenderGroup& group : groups) {
-        sortByShare(group.deltas);
-        double total = 0;
+/// The order in which people see shares: the highest first, equal ones by name, equal names as they came.
+template <typename Sharing>
+void sortByShare(std::vector<Sharing>& items, const LocalizedComparison& comparison) {
+    std::ranges::stable_sort(items, [&comparison](const Sharing& left, const Sharing& right) {
+        return left.cpuPercent != right.cpuPercent ? left.cpuPercent > right.cpuPercent
+                                                   : comparison.compare(left.name(), right.name()) < 0;
+    });
+}
+
+/// The shares of a group are added up in their sorted order.
+std::vector<ProcessOffenderGroup> rankedGroups(const ProcessOffenderAggregator& inputs) {
+    std::vector<ProcessOffenderGroup> groups = groupsOf(inputs);
+    for (ProcessOffenderGroup& group : groups) {
+        sortByShare(group.deltas, inputs.comparison);
         for (const ProcessDelta& delta : group.deltas) {
-            total += delta.cpuPercent;
+            group.cpuPercent += delta.cpuPercent;
         }
-        ranked.push_back({.cpuPercent = total, .group = &group, .history = nullptr});
     }
-    sortByShare(std::span(ranked));
-    return ranked;
+    sortByShare(groups, inputs.comparison);
+    return groups;
 }
 
 /// Both what is above the threshold and the preferred minimum are leading runs of the sorted list.
-std::size_t visibleCount(std::span<const RankedGroup> ranked,
+std::size_t visibleCount(std::span<const ProcessOffenderGroup> ranked,
                          const ProcessOffenderConfiguration& configuration) {
-    const auto firstBelow = std::ranges::find_if(ranked, [&configuration](const RankedGroup& entry) {
-        return entry.cpuPercent < configuration.minimumVisibleCPUPercent;
+    const auto firstBelow = std::ranges::find_if(ranked, [&configuration](const ProcessOffenderGroup& group) {
+        return group.cpuPercent < configuration.minimumVisibleCPUPercent;
     });
     const auto above = static_cast<std::size_t>(firstBelow - ranked.begin());
     const std::size_t leading = atMost(ranked.size(), configuration.preferredMinimumOffenderCount);
     return atMost(std::max(above, leading), configuration.maximumOffenderCount);
 }
 
-/// The entries to show, in display order. A pinned one that would be left out takes the last place.
-std::vector<RankedGroup> visibleEntries(std::span<RankedGroup> ranked,
-                                        const ProcessOffenderAggregator& inputs) {
-    const std::size_t count = visibleCount(ranked, inputs.configuration);
-    orderEqualShares(ranked, count, inputs.comparison);
-    std::vector<RankedGroup> visible(ranked.begin(), ranked.begin() + static_cast<std::ptrdiff_t>(count));
-
-    const auto& pinnedID = inputs.configuration.pinnedOffenderID;
-    if (!pinnedID) {
+/// The groups to show, in display order. A pinned one that would be left out takes the last place.
+std::vector<const ProcessOffenderGroup*> visibleGroups(std::span<const ProcessOffenderGroup> ranked,
+                                                       const ProcessOffenderConfiguration& configuration) {
+    std::vector<const ProcessOffenderGroup*> visible;
+    const auto shown = ranked.first(visibleCount(ranked, configuration));
+    std::ranges::transform(shown, std::back_inserter(visible), [](const auto& group) { return &group; });
+    const auto hidden = ranked.subspan(shown.size());
+    const auto pinned = std::ranges::find(hidden, configuration.pinnedOffenderID, &ProcessOffenderGroup::id);
+    if (pinned == hidden.end()) {
         return visible;
     }
-    const auto pinned = std::ranges::find_if(
-        ranked, [&pinnedID](const RankedGroup& entry) { return entry.group->id == *pinnedID; });
-    if (pinned == ranked.end() || std::cmp_less(pinned - ranked.begin(), count)) {
-        return visible;
-    }
-    if (std::cmp_equal(count, inputs.configuration.maximumOffenderCount)) {
+    if (std::cmp_equal(visible.size(), configuration.maximumOffenderCount)) {
         visible.pop_back();
     }
-    visible.push_back(*pinned);
+    visible.push_back(&*pinned);
     return visible;
 }
 
 /// Every group's history gets its new point; groups that used no CPU time this time lose theirs.
-HistoryByOffenderID extendedHistories(HistoryByOffenderID histories, std::span<RankedGroup> ranked,
+HistoryByOffenderID extendedHistories(HistoryByOffenderID histories,
+                                      std::span<const ProcessOffenderGroup> groups,
                                       const ProcessOffenderAggregator& inputs) {
-    for (RankedGroup& entry : ranked) {
-        auto& history = histories[entry.group->id];
+    for (const ProcessOffenderGroup& group : groups) {
+        auto& history = histories[group.id];
         // Points of before the clock was set back lie ahead of it: a line through them would run backwards.
         std::erase_if(history, [&inputs](const auto& point) { return point.measuredAt > inputs.now; });
-        history.emplace_back(inputs.now, entry.cpuPercent);
+        history.emplace_back(inputs.now, group.cpuPercent);
         const std::size_t kept = atMost(history.size(), inputs.configuration.maximumHistoryCount);
         history.erase(history.begin(), history.end() - static_cast<std::ptrdiff_t>(kept));
-        entry.history = &history;
     }
-    if (histories.size() != ranked.size()) {
-        std::erase_if(histories, [&inputs](const auto& stored) {
-            return stored.second.empty() || stored.second.back().measuredAt != inputs.now;
-        });
-    }
+    std::erase_if(histories, [&inputs](const auto& stored) {
+        return stored.second.empty() || stored.second.back().measuredAt != inputs.now;
+    });
     return histories;
 }
 
@@ -209,11 +167,10 @@ std::optional<Instant> earliestStart(std::span<const ProcessDelta> deltas) {
     return earliest;
 }
 
-ProcessOffender offenderFrom(const RankedGroup& entry, const ProcessOffenderAggregator& inputs) {
-    const ProcessOffenderGroup& group = *entry.group;
-    const std::span<ProcessDelta> deltas = group.deltas;
-    const std::size_t childCount = atMost(deltas.size(), inputs.configuration.maximumChildCount);
-    orderEqualShares(deltas, childCount, inputs.comparison);
+ProcessOffender offenderFrom(const ProcessOffenderGroup& group,
+                             const std::vector<ProcessOffenderHistoryPoint>& history,
+                             const ProcessOffenderConfiguration& configuration) {
+    const std::span<const ProcessDelta> deltas = group.deltas;
     const ProcessCPUReading& representative = *deltas.front().reading;
     return ProcessOffender({
         .id = group.id,
@@ -223,11 +180,11 @@ ProcessOffender offenderFrom(const RankedGroup& entry, const ProcessOffenderAggr
         .appBundlePath = group.application != nullptr ? group.application->appBundlePath : std::nullopt,
         .representativeProcessIdentifier = representative.processIdentifier,
         .processCount = static_cast<std::int64_t>(deltas.size()),
-        .cpuPercent = entry.cpuPercent,
+        .cpuPercent = group.cpuPercent,
         .category = group.category,
         .canTerminateApplication = canTerminate(group, representative),
-        .children = childrenOf(deltas.first(childCount)),
-        .history = *entry.history,
+        .children = childrenOf(deltas.first(atMost(deltas.size(), configuration.maximumChildCount))),
+        .history = history,
         .startedAt = earliestStart(deltas),
     });
 }
@@ -248,20 +205,17 @@ PreviousReadingsByPID readingsByPID(std::span<const ProcessCPUReading> readings)
 }
 
 ProcessOffenderAggregator::Result ProcessOffenderAggregator::aggregate() && {
-    const GroupedDeltas grouped = groupedDeltas(*this);
-    std::vector<RankedGroup> ranked = rankedByShare(grouped.groups);
+    const std::vector<ProcessOffenderGroup> ranked = rankedGroups(*this);
 
     Result result;
-    result.isIndexingOrSetupLikely = std::ranges::any_of(ranked, [this](const RankedGroup& entry) {
-        return entry.group->category == ProcessOffenderCategory::indexingOrSetup &&
-               entry.cpuPercent >= configuration.indexingCPUThresholdPercent;
+    result.isIndexingOrSetupLikely = std::ranges::any_of(ranked, [this](const ProcessOffenderGroup& group) {
+        return group.category == ProcessOffenderCategory::indexingOrSetup &&
+               group.cpuPercent >= configuration.indexingCPUThresholdPercent;
     });
     result.historyByOffenderID = extendedHistories(std::move(existingHistoryByOffenderID), ranked, *this);
-
-    const std::vector<RankedGroup> visible = visibleEntries(ranked, *this);
-    result.visibleOffenders.reserve(visible.size());
-    for (const RankedGroup& entry : visible) {
-        result.visibleOffenders.push_back(offenderFrom(entry, *this));
+    for (const ProcessOffenderGroup* const group : visibleGroups(ranked, configuration)) {
+        result.visibleOffenders.push_back(
+            offenderFrom(*group, result.historyByOffenderID.at(group->id), configuration));
     }
     return result;
 }

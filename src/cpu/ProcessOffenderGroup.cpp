@@ -1,7 +1,7 @@
 #include "cpu/ProcessOffenderGroup.h"
 
 #include "cpu/BackgroundWork.h"
-#include "cpu/LowerCasedText.h"
+#include "support/Text.h"
 #include "support/Wording.h"
 
 #include <optional>
@@ -10,12 +10,6 @@
 namespace cindertop {
 
 namespace {
-
-std::string joined(std::string_view kind, std::string_view key) {
-    std::string id;
-    id.reserve(kind.size() + key.size());
-    return id.append(kind).append(key);
-}
 
 struct BackgroundGroup {
     std::string_view key;
@@ -45,7 +39,7 @@ std::string_view displayNameFor(const ProcessDelta& delta, OperatingSystem syste
         return "System";
     }
     if (delta.category == ProcessOffenderCategory::backgroundSystem) {
-        const auto group = backgroundGroup(LowerCasedText(reading.name).view(), system);
+        const auto group = backgroundGroup(lowerCased(reading.name), system);
         return group ? group->displayName : reading.name;
     }
     return reading.appBundleIdentifier && reading.appDisplayName ? *reading.appDisplayName : reading.name;
@@ -69,12 +63,12 @@ std::string ProcessOffenderGroup::idFor(const ProcessDelta& delta, OperatingSyst
     }
     const ProcessCPUReading& reading = *delta.reading;
     if (delta.category == ProcessOffenderCategory::backgroundSystem) {
-        const LowerCasedText lowerName(reading.name);
-        const auto group = backgroundGroup(lowerName.view(), system);
-        return joined("background:", group ? group->key : lowerName.view());
+        const std::string lowerName = lowerCased(reading.name);
+        const auto group = backgroundGroup(lowerName, system);
+        return "background:" + (group ? std::string(group->key) : lowerName);
     }
-    return reading.appBundleIdentifier ? joined("bundle:", *reading.appBundleIdentifier)
-                                       : joined("process:", LowerCasedText(reading.name).view());
+    return reading.appBundleIdentifier ? "bundle:" + *reading.appBundleIdentifier
+                                       : "process:" + lowerCased(reading.name);
 }
 
 } // namespace cindertop

@@ -4,9 +4,9 @@
 #include "cpu/ProcessOffenderCategory.h"
 #include "support/OperatingSystem.h"
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cindertop {
 
@@ -26,7 +26,10 @@ struct ProcessOffenderGroup {
     std::string_view displayName;         ///< a constant, or a text of the first reading
     const ProcessCPUReading* application; ///< the first reading, whose application it is; null without one
     ProcessOffenderCategory category;
-    std::span<ProcessDelta> deltas; ///< a part of the list of all deltas; empty at first
+    std::vector<ProcessDelta> deltas;
+    double cpuPercent = 0; ///< of all deltas together, once they are known
+
+    std::string_view name() const { return displayName; }
 
     ProcessOffenderGroup(std::string id, const ProcessDelta& first, OperatingSystem system);
 

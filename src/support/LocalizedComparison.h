@@ -1,10 +1,14 @@
 #pragma once
 
+#include <unicode/uversion.h>
+
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
+
+U_NAMESPACE_BEGIN
+class Collator;
+U_NAMESPACE_END
 
 namespace cindertop {
 
@@ -25,16 +29,8 @@ public:
     /// Below 0, 0 or above 0 as `left` sorts before, beside or behind `right`. Both are UTF-8.
     int compare(std::string_view left, std::string_view right) const;
 
-    /// Bytes that sort, compared as unsigned bytes, just as `compare` sorts the texts: for long lists.
-    std::string sortKey(std::string_view text) const;
-
-    /// Such keys for a whole list, to be compared with one another only: far cheaper to make for plain ASCII
-    /// texts.
-    std::vector<std::string> sortKeys(std::span<const std::string_view> texts) const;
-
 private:
-    struct Rules;
-    std::unique_ptr<const Rules> rules_;
+    std::unique_ptr<const icu::Collator> collator_;
 };
 
 } // namespace cindertop
