@@ -2,7 +2,7 @@
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
 #include "support/AtomicFile.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,14 +2,13 @@
 // and judging them. The machines are file trees, so it counts this program's work and the kernel's for
 // opening files, but not that of a driver, which a real machine adds.
 
-#include "context/SystemContextEngine.h"
-#include "context/SystemDisplayContextProvider.h"
-#include "context/SystemPowerContextProvider.h"
-#include "cpu/DarwinSystemCPUTimeProvider.h"
+#include "context/DisplayContext.h"
+#include "context/PowerContext.h"
+#include "context/SystemContext.h"
 #include "cpu/GlobalCPUUsageMonitor.h"
 #include "platform/linux/LinuxMachine.h"
-#include "thermal/ExperimentalSensorTemperatureProvider.h"
 #include "thermal/ThermalEngine.h"
+#include "thermal/ThermalProviders.h"
 
 #include <benchmark/benchmark.h>
 

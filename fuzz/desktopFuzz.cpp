@@ -1,5 +1,5 @@
-#include "platform/desktop/PlasmaNotificationSettings.h"
 #include "platform/linux/OperatingSystemVersion.h"
+#include "platform/qt/NotificationSwitch.h"
 
 #include <cstddef>
 #include <cstdint>

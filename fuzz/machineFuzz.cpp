@@ -1,7 +1,7 @@
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxDisplayList.h"
 #include "platform/linux/LinuxHostStatistics.h"
-#include "platform/linux/MachineIdentity.h"
+#include "platform/linux/LinuxSystemValues.h"
 #include "platform/linux/PowerOverview.h"
 #include "platform/linux/PowerSupply.h"
 

@@ -1,6 +1,6 @@
-#include "platform/simulated/ScenarioParser.h"
-#include "platform/simulated/SimulatedMachine.h"
-#include "platform/simulated/VirtualClock.h"
+#include "scenario/format/ScenarioParser.h"
+#include "scenario/machine/SimulatedMachine.h"
+#include "scenario/machine/VirtualClock.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "platform/linux/CpuCoolers.h"
 #include "platform/linux/FileReading.h"
-#include "platform/linux/SensorProducts.h"
+#include "platform/linux/SensorNames.h"
 #include "platform/linux/ThermalTrips.h"
 
 #include <cstddef>

@@ -1,8 +1,8 @@
 #include "agent/DesktopFace.h"
 
 #include "app/Version.h"
-#include "platform/desktop/SavePlace.h"
-#include "update/UpdateNotice.h"
+#include "platform/qt/PortalSavePanel.h"
+#include "update/UpdateResult.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -3,8 +3,8 @@
 #include "app/HardwareProfile.h"
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
-#include "platform/linux/MonotonicClock.h"
 #include "platform/linux/OperatingSystemVersion.h"
+#include "platform/linux/SystemClock.h"
 
 #include <filesystem>
 #include <system_error>

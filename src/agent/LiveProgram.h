@@ -9,7 +9,7 @@
 #include "platform/linux/LinuxMachine.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/PropertyListUserDefaults.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 #include "support/UserFolders.h"
 
 #include <memory>

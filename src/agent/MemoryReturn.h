@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Timers.h"
-#include "ui/IdleMemory.h"
+#include "ui/windows/IdleMemory.h"
 
 #include <chrono>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "agent/ScenarioProgram.h"
 
-#include "replay/ScenarioFile.h"
+#include "scenario/player/ScenarioFile.h"
 
 #include <utility>
 

@@ -2,10 +2,9 @@
 
 #include "app/EngineThread.h"
 #include "app/EventLoopTimers.h"
-#include "platform/simulated/MemoryFileSystem.h"
-#include "replay/PlayedProgram.h"
-#include "replay/ScaledTime.h"
-#include "replay/ScenarioUser.h"
+#include "scenario/machine/MemoryFileSystem.h"
+#include "scenario/player/PlayedProgram.h"
+#include "scenario/player/ScaledTime.h"
 
 #include <functional>
 #include <memory>

@@ -1,10 +1,12 @@
 #include "agent/StatusLine.h"
 
-#include "cli/DisplayText.h"
 #include "cli/MachineWords.h"
-#include "cli/NumberText.h"
+#include "terminal/DisplayText.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
+
+#include <poll.h>
 
 namespace cindertop::agent {
 
@@ -74,6 +76,48 @@ cli::Line statusLine(const AppState& state, const std::string& time, const cli::
         line.emplace_back("  " + cli::fitted(title, room, format.charset));
     }
     return line;
+}
+
+namespace {
+
+/// Whether a line can be written at once. A terminal that was stopped (Ctrl-S) or a pipe that nobody reads
+/// must not stop the program, too.
+bool hasRoom(int descriptor) {
+    pollfd place{.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return ::poll(&place, 1, 0) > 0;
+}
+
+} // namespace
+
+StatusLines::StatusLines(const cli::Output& output, std::chrono::milliseconds pause)
+    : output_(output), pause_(pause) {}
+
+void StatusLines::tick(const AppState& state, const std::string& time, SteadyTime now) {
+    const auto& published = state.published();
+    const auto& advice = published.recommendationSnapshot->primaryInsight;
+    const Headline headline{.level = published.thermalSnapshot->level,
+                            .advice = advice ? std::optional(advice->kind) : std::nullopt};
+    if (headline == lastHeadline_ && lastLine_ && now - *lastLine_ < pause_) {
+        return;
+    }
+    lastHeadline_ = headline;
+    lastLine_ = now;
+    write(statusLine(state, time, cli::traitsOf(cli::readTerminalFacts(output_.descriptor())).format));
+}
+
+void StatusLines::note(const std::string& text) {
+    const auto format = cli::traitsOf(cli::readTerminalFacts(output_.descriptor())).format;
+    for (const auto& line : cli::wrapped(cli::shown(text, format.charset), format.columns)) {
+        write({cli::Span(line, cli::Tone::strong)});
+    }
+}
+
+void StatusLines::write(const cli::Line& line) {
+    if (!hasRoom(output_.descriptor())) {
+        return;
+    }
+    const auto format = cli::traitsOf(cli::readTerminalFacts(output_.descriptor())).format;
+    [[maybe_unused]] const auto result = output_.write(encoded(line, format) + '\n');
 }
 
 } // namespace cindertop::agent

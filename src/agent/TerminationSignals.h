@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/SignalDescriptor.h"
+#include "terminal/SignalDescriptor.h"
 
 #include <QSocketNotifier>
 #include <functional>

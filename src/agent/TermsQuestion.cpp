@@ -50,4 +50,16 @@ std::optional<bool> askForTerms(const cli::Output& output, int input, int interr
     return answer == "y" || answer == "Y" || answer == "yes" || answer == "Yes" || answer == "YES";
 }
 
+std::optional<PropertyValue> RunOnlyTerms::value(std::string_view key) const {
+    return key == legalTermsAcceptedKey ? PropertyValue(true) : stored_.value(key);
+}
+
+void RunOnlyTerms::registerDefaults(const Registration& defaults) {
+    stored_.registerDefaults(defaults);
+}
+
+void RunOnlyTerms::apply(std::span<const UserDefaultsChange> changes) {
+    stored_.apply(changes);
+}
+
 } // namespace cindertop::agent

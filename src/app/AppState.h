@@ -2,7 +2,7 @@
 
 #include "app/AppStateEnvironment.h"
 #include "app/AppStateProperties.h"
-#include "app/MachineSnapshot.h"
+#include "app/MachineSampler.h"
 #include "app/MonitoringEngines.h"
 #include "app/SamplingSchedule.h"
 #include "app/SleepWatch.h"

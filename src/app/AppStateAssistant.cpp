@@ -1,8 +1,7 @@
 #include "app/AppStateTick.h"
-#include "assistant/ThermalAlertConfiguration.h"
-#include "assistant/ThermalAlertInput.h"
-#include "context/PowerSourceKind.h"
-#include "persistence/HistorySanitizers.h"
+#include "assistant/ThermalAlertRuleEngine.h"
+#include "context/PowerContext.h"
+#include "persistence/ThermalHistory.h"
 #include "support/Enumeration.h"
 
 #include <algorithm>

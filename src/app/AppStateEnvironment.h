@@ -16,7 +16,7 @@
 #include "platform/UnifiedLog.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
-#include "support/CalendarDays.h"
+#include "support/DateText.h"
 #include "support/FileSystem.h"
 #include "support/TemperatureText.h"
 

@@ -1,6 +1,6 @@
 #include "app/AppState.h"
 #include "app/LegalTerms.h"
-#include "context/SystemPowerContextProvider.h"
+#include "context/PowerContext.h"
 
 #include <chrono>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "app/SnapshotJson.h"
 #include "app/ThermalAssistantPresentation.h"
-#include "assistant/CinderRecommendationSnapshot.h"
+#include "assistant/CinderInsight.h"
 
 namespace cindertop {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -44,5 +45,21 @@ void evaluate(Executor& executor, Work work, Answer answer) {
     executor.submit([result, work = std::move(work)]() mutable { result->emplace(work()); },
                     [result, answer = std::move(answer)]() mutable { answer(std::move(*result)); });
 }
+
+/// Runs everything on the one thread that there is: work within the call that submits it, tasks when asked.
+/// This makes a replay repeatable.
+class InlineExecutor final : public Executor {
+public:
+    void submit(std::move_only_function<void()> work, std::move_only_function<void()> answer) override;
+    void post(std::move_only_function<void()> task) override;
+    void stop() override;
+
+    /// Runs the posted tasks, and those that they post, each to its end.
+    void runTasks();
+
+private:
+    std::deque<std::move_only_function<void()>> tasks_;
+    bool isStopped_ = false;
+};
 
 } // namespace cindertop

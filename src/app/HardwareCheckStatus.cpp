@@ -1,8 +1,7 @@
 #include "app/HardwareCheckStatus.h"
 
 #include "support/Wording.h"
-#include "thermal/SystemThermalState.h"
-#include "thermal/ThermalSensorKind.h"
+#include "thermal/ThermalReading.h"
 
 #include <algorithm>
 #include <utility>

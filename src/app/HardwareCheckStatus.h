@@ -2,7 +2,7 @@
 
 #include "app/HardwareProfile.h"
 #include "platform/HeatSourceSurvey.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
 
 #include <cstdint>
 #include <optional>

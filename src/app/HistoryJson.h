@@ -1,9 +1,7 @@
 #pragma once
 
 #include "app/SnapshotJson.h"
-#include "persistence/ThermalDailySummary.h"
-#include "persistence/ThermalHistorySample.h"
-#include "persistence/ThermalMonitoringSnapshot.h"
+#include "persistence/ThermalHistory.h"
 
 namespace cindertop {
 

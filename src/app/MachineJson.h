@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/MachineSnapshot.h"
+#include "app/MachineSampler.h"
 #include "app/SnapshotJson.h"
 #include "app/ThermalAssistantPresentation.h"
-#include "assistant/CinderRecommendationSnapshot.h"
+#include "assistant/CinderInsight.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/MachineJson.h"
-#include "app/MachineSnapshot.h"
+#include "app/MachineSampler.h"
 
 #include <optional>
 #include <string>

@@ -11,8 +11,8 @@
 #include "platform/SourceStatus.h"
 #include "platform/TemperatureEvents.h"
 #include "support/LocalizedComparison.h"
-#include "support/OperatingSystem.h"
-#include "thermal/DarwinThermalPressureReader.h"
+#include "support/Wording.h"
+#include "thermal/ThermalProviders.h"
 
 #include <functional>
 #include <vector>

@@ -1,10 +1,10 @@
 #include "app/MonitoringEngines.h"
 
-#include "context/SystemDisplayContextProvider.h"
-#include "context/SystemPowerContextProvider.h"
-#include "cpu/DarwinSystemCPUTimeProvider.h"
+#include "context/DisplayContext.h"
+#include "context/PowerContext.h"
+#include "cpu/GlobalCPUUsageMonitor.h"
 #include "cpu/SystemProcessCPUProvider.h"
-#include "thermal/ExperimentalSensorTemperatureProvider.h"
+#include "thermal/ThermalProviders.h"
 
 #include <memory>
 

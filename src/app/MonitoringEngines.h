@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/MachineServices.h"
-#include "context/SystemContextEngine.h"
+#include "context/SystemContext.h"
 #include "cpu/GlobalCPUUsageMonitor.h"
 #include "cpu/ProcessOffenderEngine.h"
-#include "thermal/TemperatureReading.h"
 #include "thermal/ThermalEngine.h"
+#include "thermal/ThermalReading.h"
 
 #include <vector>
 

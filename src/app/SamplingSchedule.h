@@ -1,7 +1,6 @@
 #pragma once
 
-#include "cpu/ProcessOffenderSnapshot.h"
-#include "support/AwakeTime.h"
+#include "cpu/ProcessOffender.h"
 #include "support/Instant.h"
 #include "thermal/ThermalLevel.h"
 

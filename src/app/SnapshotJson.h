@@ -1,10 +1,10 @@
 #pragma once
 
-#include "context/SystemContextSnapshot.h"
-#include "cpu/ProcessOffenderSnapshot.h"
+#include "context/SystemContext.h"
+#include "cpu/ProcessOffender.h"
 #include "platform/SourceStatus.h"
 #include "support/Instant.h"
-#include "thermal/TemperatureReading.h"
+#include "thermal/ThermalReading.h"
 #include "thermal/ThermalScore.h"
 
 #include <nlohmann/json_fwd.hpp>

@@ -1,6 +1,5 @@
 #include "assistant/OffenderAdvice.h"
 
-#include "assistant/WorkloadNames.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -12,6 +11,27 @@
 #include <string_view>
 
 namespace cindertop {
+
+// Parts of names, in lower case, by which a kind of work is known whatever the category of its processes.
+
+inline constexpr auto gameNameFragments = std::to_array<std::string_view>({
+    "steam",
+    "epic games",
+    "battle.net",
+    "roblox",
+    "minecraft",
+    "riot",
+    "league of legends",
+    "unity",
+    "unreal",
+});
+
+inline constexpr auto localAINameFragments = std::to_array<std::string_view>({
+    "ollama",
+    "lm studio",
+    "llama",
+    "mlx",
+});
 
 namespace {
 

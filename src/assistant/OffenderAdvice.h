@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assistant/RecommendationCandidate.h"
+#include "assistant/RecommendationCandidates.h"
 #include "cpu/ProcessOffender.h"
 #include "support/Wording.h"
 #include "thermal/ThermalLevel.h"

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "assistant/CinderRecommendationSnapshot.h"
-#include "assistant/RecommendationCandidate.h"
-#include "assistant/RecommendationEngineConfiguration.h"
-#include "context/SystemContextSnapshot.h"
-#include "cpu/ProcessOffenderSnapshot.h"
+#include "assistant/CinderInsight.h"
+#include "assistant/RecommendationCandidates.h"
+#include "context/SystemContext.h"
+#include "cpu/ProcessOffender.h"
 #include "support/Instant.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
 #include "thermal/ThermalScore.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "assistant/SystemNotificationService.h"
 
-#include "assistant/ThermalAlertNotification.h"
+#include "assistant/ThermalAlert.h"
 
 #include <expected>
 #include <utility>

@@ -1,13 +1,33 @@
 #pragma once
 
-#include "assistant/SystemNotificationState.h"
 #include "assistant/ThermalAlert.h"
 #include "platform/UserNotificationCenter.h"
+#include "support/Enumeration.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 
 namespace cindertop {
+
+/// How far notifications can be delivered.
+enum class SystemNotificationState {
+    disabled,      ///< switched off in the application; the system has not been consulted
+    notDetermined, ///< the user has not been asked yet
+    authorized,
+    denied,      ///< the user refused them in the system
+    unavailable, ///< the system's answer is unknown, or asking or delivering failed
+};
+
+template <>
+struct EnumerationTable<SystemNotificationState> {
+    using enum SystemNotificationState;
+    static constexpr std::array cases{
+        EnumerationCase{disabled, "disabled"},       EnumerationCase{notDetermined, "notDetermined"},
+        EnumerationCase{authorized, "authorized"},   EnumerationCase{denied, "denied"},
+        EnumerationCase{unavailable, "unavailable"},
+    };
+};
 
 /// Posts alerts as quiet system notifications and tells how far that is possible. It keeps no state of its
 /// own: each operation asks the system anew, and several may be under way at once.

@@ -1,6 +1,6 @@
 #include "assistant/ThermalAlertRuleEngine.h"
 
-#include "assistant/ThermalAlertBody.h"
+#include "assistant/ThermalAlert.h"
 
 #include <algorithm>
 #include <string>

@@ -1,15 +1,55 @@
 #pragma once
 
+#include "assistant/CinderInsight.h"
 #include "assistant/ThermalAlert.h"
-#include "assistant/ThermalAlertConfiguration.h"
-#include "assistant/ThermalAlertInput.h"
+#include "context/SystemContext.h"
 #include "support/Instant.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
+#include "thermal/ThermalLevel.h"
+#include "thermal/ThermalScore.h"
 
 #include <map>
 #include <optional>
+#include <string>
 
 namespace cindertop {
+
+/// Which alerts are wanted, and how often.
+struct ThermalAlertConfiguration {
+    bool isEnabled;            ///< false: no alert, though transitions are still followed
+    ThermalLevel minimumLevel; ///< `critical` asks for critical episodes only; every lower level for all
+    Seconds eventCooldown;     ///< between two alerts of one kind, at least 1
+    Seconds globalCooldown;    ///< between an alert of any kind and one that is not critical, at least 0
+    Seconds
+        minimumRecoveryPressureDuration; ///< of sustained pressure whose end is worth an alert, at least 1
+
+    /// A duration below its bound, or one that is no number, becomes the bound.
+    constexpr ThermalAlertConfiguration(bool isEnabled, ThermalLevel minimumLevel, Seconds eventCooldown,
+                                        Seconds globalCooldown, Seconds minimumRecoveryPressureDuration)
+        : isEnabled(isEnabled),
+          minimumLevel(minimumLevel),
+          eventCooldown(atLeast(Seconds{1}, eventCooldown)),
+          globalCooldown(atLeast(Seconds{0}, globalCooldown)),
+          minimumRecoveryPressureDuration(atLeast(Seconds{1}, minimumRecoveryPressureDuration)) {}
+
+    bool operator==(const ThermalAlertConfiguration&) const = default;
+
+private:
+    static constexpr Seconds atLeast(Seconds bound, Seconds duration) {
+        return duration > bound ? duration : bound;
+    }
+};
+
+/// What one evaluation of the alert rules looks at.
+struct ThermalAlertInput {
+    ThermalScore score;                  ///< only its level counts
+    SystemContextSnapshot systemContext; ///< only the sustained pressure counts
+    CinderRecommendationSnapshot recommendationSnapshot;
+    std::optional<std::string> topOffenderLabel; ///< name of the busiest offender; absent when there is none
+    Instant now;
+
+    bool operator==(const ThermalAlertInput&) const = default;
+};
 
 /// Decides, once a tick, whether to tell the user that pressure became sustained or critical, or eased. A
 /// transition that a setting or a cooldown suppresses is over: it is not told later. A plain value for one

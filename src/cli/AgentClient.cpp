@@ -1,6 +1,8 @@
 #include "cli/AgentClient.h"
 
+#include "platform/linux/AgentLock.h"
 #include "platform/linux/ProcessHandle.h"
+#include "support/UserFolders.h"
 
 #include <systemd/sd-bus.h>
 
@@ -9,6 +11,14 @@
 #include <system_error>
 
 namespace cindertop::cli {
+
+bool doesAgentRun() {
+    return linux_platform::AgentLock::isHeld(UserFolders::ofUser().programData());
+}
+
+std::string whyNoAgent() {
+    return std::string(doesAgentRun() ? unreachableAgent : "no agent runs; start \"cindertop\" first");
+}
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,17 @@ struct sd_bus;
 struct sd_bus_message;
 
 namespace cindertop::cli {
+
+/// What every command says where an agent runs that is not on this session's bus: it runs in another session,
+/// or the bus was lost and is not back yet.
+inline constexpr std::string_view unreachableAgent =
+    "an agent runs, but it cannot be reached over this session's bus";
+
+/// Whether this user's agent runs, on whatever bus or on none.
+bool doesAgentRun();
+
+/// Why no agent answers, for commands that need one.
+std::string whyNoAgent();
 
 /// Talks to the running agent over the session bus. Calls wait at most two seconds; an error is one sentence.
 class AgentClient {

@@ -3,10 +3,10 @@
 #include "app/LegalTerms.h"
 #include "app/Preferences.h"
 #include "app/SnapshotJson.h"
-#include "cli/DisplayText.h"
-#include "cli/StoredSettings.h"
-#include "cli/StyledText.h"
+#include "cli/StoredCommands.h"
 #include "persistence/AppSettingsStore.h"
+#include "terminal/DisplayText.h"
+#include "terminal/StyledText.h"
 
 #include <nlohmann/json.hpp>
 

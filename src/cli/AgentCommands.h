@@ -2,10 +2,10 @@
 
 #include "cli/AgentClient.h"
 #include "cli/Arguments.h"
-#include "cli/Output.h"
-#include "cli/TerminalTraits.h"
 #include "persistence/AppSettings.h"
 #include "platform/UserDefaults.h"
+#include "terminal/Output.h"
+#include "terminal/TerminalTraits.h"
 
 #include <expected>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "cli/CommandLine.h"
 
-#include "cli/DisplayText.h"
+#include "terminal/DisplayText.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,11 +1,11 @@
 #include "cli/Commands.h"
 
 #include "app/MachineJson.h"
-#include "cli/LiveWatchEvents.h"
-#include "cli/LocalTime.h"
 #include "cli/Pages.h"
 #include "cli/Watch.h"
+#include "cli/WatchEvents.h"
 #include "cli/WatchPrinters.h"
+#include "terminal/ValueText.h"
 
 #include <nlohmann/json.hpp>
 

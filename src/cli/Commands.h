@@ -2,11 +2,11 @@
 
 #include "cli/Arguments.h"
 #include "cli/MachineSource.h"
-#include "cli/Output.h"
-#include "cli/TerminalTraits.h"
-#include "persistence/RecommendationVerbosity.h"
-#include "support/OperatingSystem.h"
+#include "persistence/AppSettings.h"
 #include "support/TemperatureText.h"
+#include "support/Wording.h"
+#include "terminal/Output.h"
+#include "terminal/TerminalTraits.h"
 
 #include <expected>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "cli/HelpText.h"
 
-#include "cli/StyledText.h"
+#include "terminal/StyledText.h"
 
 #include <algorithm>
 #include <cstddef>

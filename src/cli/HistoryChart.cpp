@@ -1,8 +1,8 @@
 #include "cli/HistoryChart.h"
 
-#include "cli/LocalTime.h"
 #include "cli/MachineFacts.h"
 #include "cli/MachineWords.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 #include <array>

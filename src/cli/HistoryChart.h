@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cli/StyledText.h"
-#include "persistence/ThermalHistorySample.h"
+#include "persistence/ThermalHistory.h"
 #include "support/Instant.h"
+#include "terminal/StyledText.h"
 
 #include <chrono>
 #include <optional>

@@ -1,9 +1,8 @@
 #include "cli/HistoryPage.h"
 
 #include "cli/HistoryChart.h"
-#include "cli/LocalTime.h"
 #include "cli/MachineWords.h"
-#include "cli/NumberText.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 #include <chrono>

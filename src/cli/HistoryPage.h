@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/MachineFacts.h"
-#include "persistence/ThermalMonitoringSnapshot.h"
+#include "persistence/ThermalHistory.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
 

@@ -1,17 +1,16 @@
 #include "cli/MachineCommands.h"
 
 #include "app/MachineServices.h"
-#include "app/ScenarioRecorder.h"
-#include "cli/AgentMachine.h"
 #include "cli/Commands.h"
-#include "cli/SampledMachine.h"
-#include "cli/SignalDescriptor.h"
-#include "cli/StoredSettings.h"
+#include "cli/MachineSource.h"
+#include "cli/StoredCommands.h"
 #include "platform/linux/LinuxMachine.h"
 #include "platform/linux/OperatingSystemVersion.h"
 #include "platform/linux/PropertyListUserDefaults.h"
+#include "scenario/recorder/ScenarioRecorder.h"
 #include "support/AtomicFile.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
+#include "terminal/SignalDescriptor.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "cli/MachineFacts.h"
 
 #include "cli/MachineWords.h"
-#include "cli/NumberText.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/MachineSnapshot.h"
-#include "cli/StyledText.h"
-#include "persistence/RecommendationVerbosity.h"
-#include "support/OperatingSystem.h"
+#include "app/MachineSampler.h"
+#include "persistence/AppSettings.h"
 #include "support/TemperatureText.h"
+#include "support/Wording.h"
+#include "terminal/StyledText.h"
 
 #include <string>
 #include <string_view>

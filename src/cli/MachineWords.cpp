@@ -1,8 +1,8 @@
 #include "cli/MachineWords.h"
 
-#include "cli/NumberText.h"
 #include "support/Enumeration.h"
 #include "support/Wording.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 #include <array>

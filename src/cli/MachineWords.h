@@ -1,9 +1,9 @@
 #pragma once
 
-#include "cli/StyledText.h"
-#include "context/SystemContextSnapshot.h"
-#include "support/OperatingSystem.h"
+#include "context/SystemContext.h"
 #include "support/TemperatureText.h"
+#include "support/Wording.h"
+#include "terminal/StyledText.h"
 #include "thermal/ThermalScore.h"
 
 #include <string>

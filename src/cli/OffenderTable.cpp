@@ -1,6 +1,6 @@
 #include "cli/OffenderTable.h"
 
-#include "cli/NumberText.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 #include <array>

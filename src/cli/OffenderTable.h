@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/StyledText.h"
-#include "cpu/ProcessOffenderSnapshot.h"
+#include "cpu/ProcessOffender.h"
+#include "terminal/StyledText.h"
 
 #include <limits>
 #include <vector>

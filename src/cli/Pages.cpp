@@ -1,9 +1,9 @@
 #include "cli/Pages.h"
 
 #include "cli/MachineWords.h"
-#include "cli/NumberText.h"
 #include "cli/OffenderTable.h"
 #include "support/Enumeration.h"
+#include "terminal/ValueText.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
-#include "platform/simulated/MemoryFileSystem.h"
-#include "replay/Replay.h"
-#include "replay/ScenarioFile.h"
-#include "support/PosixFileSystem.h"
+#include "scenario/machine/MemoryFileSystem.h"
+#include "scenario/player/Replay.h"
+#include "scenario/player/ScenarioFile.h"
+#include "support/FileSystem.h"
 
 #include <chrono>
 #include <cstddef>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/Arguments.h"
-#include "cli/Output.h"
-#include "cli/ProgramEnd.h"
+#include "terminal/Output.h"
+#include "terminal/ProgramEnd.h"
 
 namespace cindertop::cli {
 

@@ -2,11 +2,12 @@
 
 #include "app/HistoryJson.h"
 #include "cli/HistoryPage.h"
-#include "cli/StoredSettings.h"
+#include "persistence/AppSettingsStore.h"
 #include "persistence/DiagnosticBuffer.h"
 #include "persistence/DiagnosticLogExport.h"
-#include "persistence/SupportIdentifier.h"
 #include "persistence/ThermalHistoryStore.h"
+#include "persistence/UnstoredUserDefaults.h"
+#include "persistence/Uuid.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,6 +18,11 @@
 #include <utility>
 
 namespace cindertop::cli {
+
+AppSettings storedSettings(const UserDefaults& defaults, const AppSettings& standard) {
+    UnstoredUserDefaults copy(defaults);
+    return AppSettingsStore(copy, standard).load();
+}
 
 namespace {
 

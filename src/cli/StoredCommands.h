@@ -2,15 +2,16 @@
 
 #include "app/DiagnosticContext.h"
 #include "cli/Arguments.h"
-#include "cli/Output.h"
-#include "cli/TerminalTraits.h"
+#include "persistence/AppSettings.h"
 #include "platform/SystemValues.h"
 #include "platform/UserDefaults.h"
-#include "support/CalendarDays.h"
+#include "support/DateText.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
 #include "support/TemperatureText.h"
+#include "terminal/Output.h"
+#include "terminal/TerminalTraits.h"
 
 #include <expected>
 #include <filesystem>
@@ -18,6 +19,10 @@
 #include <string>
 
 namespace cindertop::cli {
+
+/// The stored preferences as the agent would have them; `standard` are those of a user who never chose
+/// anything. What the agent would repair stays as it is stored.
+AppSettings storedSettings(const UserDefaults& defaults, const AppSettings& standard);
 
 /// What the commands about stored things work with. Everything must outlive the call.
 struct StoredEnvironment {

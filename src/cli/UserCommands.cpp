@@ -1,8 +1,8 @@
 #include "cli/UserCommands.h"
 
 #include "app/HardwareProfile.h"
+#include "cli/AgentClient.h"
 #include "cli/AgentCommands.h"
-#include "cli/AgentPresence.h"
 #include "cli/StoredCommands.h"
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
@@ -11,7 +11,7 @@
 #include "platform/linux/OperatingSystemVersion.h"
 #include "platform/linux/PropertyListUserDefaults.h"
 #include "platform/linux/SystemClock.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 #include "support/UserFolders.h"
 
 #include <string>

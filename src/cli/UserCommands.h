@@ -2,8 +2,8 @@
 
 #include "cli/AgentClient.h"
 #include "cli/Arguments.h"
-#include "cli/Output.h"
-#include "cli/ProgramEnd.h"
+#include "terminal/Output.h"
+#include "terminal/ProgramEnd.h"
 
 #include <optional>
 

@@ -2,7 +2,7 @@
 
 #include "cli/MachineSource.h"
 #include "cli/WatchEvents.h"
-#include "cli/WatchPrinter.h"
+#include "cli/WatchPrinters.h"
 
 #include <expected>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "cli/WatchPrinters.h"
 
-#include "cli/LocalTime.h"
+#include "terminal/ValueText.h"
 
 #include <utility>
 

@@ -1,13 +1,12 @@
 #include "app/Version.h"
 #include "cli/AgentClient.h"
-#include "cli/AgentPresence.h"
 #include "cli/Arguments.h"
 #include "cli/HelpText.h"
 #include "cli/MachineCommands.h"
-#include "cli/ProgramEnd.h"
 #include "cli/ReplayCommand.h"
-#include "cli/StandardDescriptors.h"
 #include "cli/UserCommands.h"
+#include "terminal/Output.h"
+#include "terminal/ProgramEnd.h"
 
 #include <clocale>
 #include <exception>

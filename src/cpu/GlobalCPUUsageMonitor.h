@@ -1,14 +1,49 @@
 #pragma once
 
-#include "cpu/SystemCPUTimeProviding.h"
-#include "cpu/SystemCPUTimeSnapshot.h"
+#include "platform/HostStatistics.h"
 #include "support/Instant.h"
+#include "support/WideInteger.h"
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 
 namespace cindertop {
+
+/// One reading of the machine's CPU tick counters, all processors together.
+struct SystemCPUTimeSnapshot {
+    std::uint64_t user{};
+    std::uint64_t system{};
+    std::uint64_t idle{};
+    std::uint64_t nice{}; ///< user mode at lowered priority: busy time
+    Instant measuredAt{};
+
+    constexpr WideUnsigned activeTicks() const { return WideUnsigned{user} + system + nice; }
+
+    constexpr WideUnsigned totalTicks() const { return activeTicks() + idle; }
+
+    bool operator==(const SystemCPUTimeSnapshot&) const = default;
+};
+
+/// Reads the machine's CPU tick counters. Called from the engine thread.
+class SystemCPUTimeProviding {
+public:
+    virtual ~SystemCPUTimeProviding() = default;
+    /// The counters now, labelled with the caller's instant; none when the system refuses.
+    virtual std::optional<SystemCPUTimeSnapshot> snapshot(Instant at) const = 0;
+};
+
+/// Takes the counters from the host statistics, which must outlive it.
+class DarwinSystemCPUTimeProvider final : public SystemCPUTimeProviding {
+public:
+    explicit DarwinSystemCPUTimeProvider(const HostStatistics& statistics);
+
+    std::optional<SystemCPUTimeSnapshot> snapshot(Instant at) const override;
+
+private:
+    const HostStatistics* statistics_;
+};
 
 /// Tells how busy the machine was between two calls. Runs one call at a time, from whatever thread it comes.
 class GlobalCPUUsageMonitor {

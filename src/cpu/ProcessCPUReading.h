@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace cindertop {
 
@@ -24,6 +25,15 @@ struct ProcessCPUReading {
     Instant measuredAt{}; ///< when the census was taken, one instant for all of its readings
 
     bool operator==(const ProcessCPUReading&) const = default;
+};
+
+/// Takes a census of the live processes. Called from the engine thread.
+class ProcessCPUReadingProviding {
+public:
+    virtual ~ProcessCPUReadingProviding() = default;
+    /// One reading for each process that can be read, in the system's order, all measured at the given
+    /// instant. Empty when the processes cannot be listed.
+    virtual std::vector<ProcessCPUReading> readings(Instant at) = 0;
 };
 
 } // namespace cindertop

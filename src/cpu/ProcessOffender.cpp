@@ -1,7 +1,5 @@
 #include "cpu/ProcessOffender.h"
 
-#include "cpu/NonNegative.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -34,5 +32,10 @@ ProcessOffender::ProcessOffender(Fields fields)
       children(std::move(fields.children)),
       history(std::move(fields.history)),
       startedAt(fields.startedAt) {}
+
+const ProcessOffenderSnapshot& ProcessOffenderSnapshot::empty() {
+    static const ProcessOffenderSnapshot nothingYet{};
+    return nothingYet;
+}
 
 } // namespace cindertop

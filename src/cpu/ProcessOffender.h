@@ -1,14 +1,74 @@
 #pragma once
 
-#include "cpu/ProcessOffenderCategory.h"
+#include "support/Enumeration.h"
 #include "support/Instant.h"
+#include "support/Wording.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cindertop {
+
+/// The value itself, or 0 where it is negative or not a number.
+constexpr double nonNegative(double value) {
+    return value > 0 ? value : 0;
+}
+
+/// What kind of work a process does: it decides grouping, advice and whether quitting may be offered.
+enum class ProcessOffenderCategory {
+    userApplication,
+    browserWorkload,
+    developerWorkload,
+    indexingOrSetup,
+    backgroundSystem,
+    system,
+    unknown,
+};
+
+template <>
+struct EnumerationTable<ProcessOffenderCategory> {
+    using enum ProcessOffenderCategory;
+    static constexpr std::array cases{
+        EnumerationCase{userApplication, "userApplication"},
+        EnumerationCase{browserWorkload, "browserWorkload"},
+        EnumerationCase{developerWorkload, "developerWorkload"},
+        EnumerationCase{indexingOrSetup, "indexingOrSetup"},
+        EnumerationCase{backgroundSystem, "backgroundSystem"},
+        EnumerationCase{system, "system"},
+        EnumerationCase{unknown, "unknown"},
+    };
+};
+
+/// The wording for people, for example "Developer workload".
+constexpr Wording label(ProcessOffenderCategory category) {
+    switch (category) {
+    case ProcessOffenderCategory::userApplication:
+        return {"Top CPU offender", "Application"}; // also one that does next to nothing
+    case ProcessOffenderCategory::browserWorkload:
+        return Wording::same("Likely browser tab/app workload");
+    case ProcessOffenderCategory::developerWorkload:
+        return Wording::same("Developer workload");
+    case ProcessOffenderCategory::indexingOrSetup:
+        return Wording::same("Background indexing/setup");
+    case ProcessOffenderCategory::backgroundSystem:
+        return Wording::same("Background system process");
+    case ProcessOffenderCategory::system:
+        return Wording::same("System process");
+    case ProcessOffenderCategory::unknown:
+        break;
+    }
+    return Wording::same("Process load");
+}
+
+/// Whether the work belongs to the system, so that nobody is offered to quit it.
+constexpr bool isSystemOwned(ProcessOffenderCategory category) {
+    return category == ProcessOffenderCategory::indexingOrSetup ||
+           category == ProcessOffenderCategory::backgroundSystem ||
+           category == ProcessOffenderCategory::system;
+}
 
 /// One process of an offender.
 struct ProcessOffenderChild {
@@ -74,6 +134,34 @@ struct ProcessOffender {
     /// A negative count, and a share that is negative or not a number, become 0.
     explicit ProcessOffender(Fields fields);
     bool operator==(const ProcessOffender&) const = default;
+};
+
+enum class ProcessOffenderSnapshotState {
+    unavailable, ///< the processes could not be listed
+    collecting,  ///< one census taken, nothing to compare it with yet
+    ready,
+};
+
+template <>
+struct EnumerationTable<ProcessOffenderSnapshotState> {
+    using enum ProcessOffenderSnapshotState;
+    static constexpr std::array cases{
+        EnumerationCase{unavailable, "unavailable"},
+        EnumerationCase{collecting, "collecting"},
+        EnumerationCase{ready, "ready"},
+    };
+};
+
+/// Who used the CPU between the last two censuses.
+struct ProcessOffenderSnapshot {
+    ProcessOffenderSnapshotState state{ProcessOffenderSnapshotState::unavailable};
+    std::vector<ProcessOffender> offenders; ///< the visible ones, in display order
+    bool isIndexingOrSetupLikely{};         ///< indexing or setup runs hard enough to matter
+    Instant measuredAt{unixEpoch};
+
+    /// Nothing measured yet.
+    static const ProcessOffenderSnapshot& empty();
+    bool operator==(const ProcessOffenderSnapshot&) const = default;
 };
 
 } // namespace cindertop

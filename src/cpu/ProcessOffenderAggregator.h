@@ -5,7 +5,7 @@
 #include "cpu/ProcessOffenderConfiguration.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
 
 #include <cstdint>
 #include <optional>

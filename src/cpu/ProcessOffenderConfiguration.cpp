@@ -1,6 +1,6 @@
 #include "cpu/ProcessOffenderConfiguration.h"
 
-#include "cpu/NonNegative.h"
+#include "cpu/ProcessOffender.h"
 #include "platform/ProcessInformation.h"
 
 #include <algorithm>

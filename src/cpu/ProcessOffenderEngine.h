@@ -1,13 +1,12 @@
 #pragma once
 
-#include "cpu/ProcessCPUReadingProviding.h"
+#include "cpu/ProcessCPUReading.h"
+#include "cpu/ProcessOffender.h"
 #include "cpu/ProcessOffenderAggregator.h"
 #include "cpu/ProcessOffenderConfiguration.h"
-#include "cpu/ProcessOffenderSnapshot.h"
-#include "support/AwakeTime.h"
 #include "support/Instant.h"
 #include "support/LocalizedComparison.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
 
 #include <memory>
 #include <mutex>

@@ -1,6 +1,6 @@
 #include "cpu/ProcessOffenderGroup.h"
 
-#include "cpu/BackgroundWork.h"
+#include "cpu/ProcessClassification.h"
 #include "support/Text.h"
 #include "support/Wording.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cpu/ProcessCPUReading.h"
-#include "cpu/ProcessOffenderCategory.h"
-#include "support/OperatingSystem.h"
+#include "cpu/ProcessOffender.h"
+#include "support/Wording.h"
 
 #include <string>
 #include <string_view>

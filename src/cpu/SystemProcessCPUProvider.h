@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cpu/ProcessCPUReadingProviding.h"
+#include "cpu/ProcessCPUReading.h"
 #include "platform/ApplicationCatalog.h"
 #include "platform/ProcessTable.h"
 
@@ -8,10 +8,29 @@
 #include <mutex>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace cindertop {
+
+/// What a bundle says about itself.
+struct EnclosingApplication {
+    std::string bundlePath;
+    std::optional<std::string> bundleIdentifier;
+    std::string displayName;
+
+    bool operator==(const EnclosingApplication&) const = default;
+};
+
+/// The outermost folder of the path whose name ends in ".app", in any case: a helper inside a browser belongs
+/// to the browser. Empty, "." and ".." components are dropped and nothing else is resolved.
+std::optional<std::string> outermostApplicationFolder(std::string_view executablePath);
+
+/// The application around an executable; none when no folder of its path is one or it cannot be opened.
+std::optional<EnclosingApplication> enclosingApplication(std::string_view executablePath,
+                                                         ApplicationCatalog& catalog);
 
 /// Takes the census from the process table and the application catalog, which must outlive it. Safe to call
 /// from several threads: the calls take turns.

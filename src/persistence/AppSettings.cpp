@@ -3,6 +3,7 @@
 #include <algorithm>
 
 namespace cindertop {
+
 namespace {
 
 MenuBarInfoMode allowedMode(const AppSettingsFields& fields) {

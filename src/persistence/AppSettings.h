@@ -1,16 +1,70 @@
 #pragma once
 
-#include "persistence/MenuBarInfoMode.h"
-#include "persistence/RecommendationVerbosity.h"
-#include "support/OperatingSystem.h"
-#include "support/TemperatureUnit.h"
-#include "thermal/NotificationMinimumLevel.h"
+#include "support/Enumeration.h"
+#include "support/TemperatureText.h"
+#include "support/Wording.h"
+#include "thermal/ThermalLevel.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdint>
+#include <string_view>
 
 namespace cindertop {
+
+/// What stands beside the status item's icon. The last two are retired: no record of settings holds them.
+enum class MenuBarInfoMode : std::uint8_t {
+    none,
+    thermalStatus,
+    temperature,
+    thermalScore,
+    compactAlertOnly
+};
+
+template <>
+struct EnumerationTable<MenuBarInfoMode> {
+    static constexpr std::array cases{
+        EnumerationCase{MenuBarInfoMode::none, "none"},
+        EnumerationCase{MenuBarInfoMode::thermalStatus, "thermalStatus"},
+        EnumerationCase{MenuBarInfoMode::temperature, "temperature"},
+        EnumerationCase{MenuBarInfoMode::thermalScore, "thermalScore"},
+        EnumerationCase{MenuBarInfoMode::compactAlertOnly, "compactAlertOnly"},
+    };
+};
+
+/// What people read, for example "Icon Only".
+constexpr std::string_view label(MenuBarInfoMode mode) {
+    switch (mode) {
+    case MenuBarInfoMode::none:
+        return "Icon Only";
+    case MenuBarInfoMode::thermalStatus:
+        return "Thermal Status";
+    case MenuBarInfoMode::temperature:
+        return "Temperature";
+    case MenuBarInfoMode::thermalScore:
+        return "Thermal Score";
+    case MenuBarInfoMode::compactAlertOnly:
+        return "Alerts Only";
+    }
+    return {};
+}
+
+/// How much text the assistant shows.
+enum class RecommendationVerbosity : std::uint8_t { concise, detailed };
+
+template <>
+struct EnumerationTable<RecommendationVerbosity> {
+    static constexpr std::array cases{
+        EnumerationCase{RecommendationVerbosity::concise, "concise"},
+        EnumerationCase{RecommendationVerbosity::detailed, "detailed"},
+    };
+};
+
+/// What people read, for example "Concise".
+constexpr std::string_view label(RecommendationVerbosity verbosity) {
+    return verbosity == RecommendationVerbosity::detailed ? "Detailed" : "Concise";
+}
 
 inline constexpr std::int64_t appSettingsSchemaVersion = 12;
 

@@ -3,7 +3,7 @@
 #include "persistence/DiagnosticBuffer.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
-#include "support/OperatingSystem.h"
+#include "support/Wording.h"
 
 #include <cstdint>
 #include <expected>

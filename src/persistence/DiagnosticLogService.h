@@ -3,13 +3,14 @@
 #include "persistence/DiagnosticBuffer.h"
 #include "persistence/DiagnosticLogEvent.h"
 #include "persistence/DiagnosticLogExport.h"
-#include "persistence/WriteAllowance.h"
 #include "platform/Clock.h"
 #include "platform/UnifiedLog.h"
 #include "platform/UserDefaults.h"
-#include "support/CalendarDays.h"
+#include "support/DateText.h"
 #include "support/FileSystem.h"
 
+#include <chrono>
+#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <functional>
@@ -18,6 +19,22 @@
 #include <system_error>
 
 namespace cindertop {
+
+/// How much may be written: what comes now and then at once, what comes without end 2 MB an hour. Without a
+/// clock there is no limit.
+class WriteAllowance {
+public:
+    explicit WriteAllowance(MonotonicClock clock);
+
+    /// Whether the next write may begin. One write may overdraw the allowance, which then holds up the next.
+    bool permits();
+    void spend(std::size_t bytes);
+
+private:
+    MonotonicClock clock_;
+    std::chrono::nanoseconds latest_{0};
+    double bytes_;
+};
 
 /// Records what the application does, with the user's consent: in a file of at most 5 MiB and seven days, and
 /// in the system's log. Main thread only; files are read and written in the call. Events that come too fast

@@ -1,6 +1,5 @@
 #include "persistence/StoredValueReaders.h"
 
-#include "support/Characters.h"
 #include "support/Text.h"
 
 #include <charconv>

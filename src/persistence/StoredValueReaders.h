@@ -1,10 +1,9 @@
 #pragma once
 
-#include "persistence/MenuBarInfoMode.h"
-#include "persistence/RecommendationVerbosity.h"
+#include "persistence/AppSettings.h"
 #include "platform/PropertyValue.h"
-#include "support/TemperatureUnit.h"
-#include "thermal/NotificationMinimumLevel.h"
+#include "support/TemperatureText.h"
+#include "thermal/ThermalLevel.h"
 
 #include <cstdint>
 #include <optional>

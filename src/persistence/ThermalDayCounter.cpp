@@ -1,6 +1,6 @@
 #include "persistence/ThermalDayCounter.h"
 
-#include "support/InstantBefore.h"
+#include "support/Instant.h"
 
 #include <algorithm>
 #include <chrono>

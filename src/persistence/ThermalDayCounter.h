@@ -1,9 +1,7 @@
 #pragma once
 
-#include "persistence/ThermalDailySummary.h"
-#include "persistence/ThermalHistorySample.h"
-#include "support/AwakeTime.h"
-#include "support/CalendarDays.h"
+#include "persistence/ThermalHistory.h"
+#include "support/DateText.h"
 #include "support/Instant.h"
 
 #include <optional>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "persistence/SharedHistorySamples.h"
-#include "persistence/ThermalDailySummary.h"
+#include "persistence/ThermalHistory.h"
 #include "support/PropertyListError.h"
 
 #include <cstdint>

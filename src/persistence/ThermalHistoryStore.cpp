@@ -1,6 +1,6 @@
 #include "persistence/ThermalHistoryStore.h"
 
-#include "support/InstantBefore.h"
+#include "support/Instant.h"
 #include "support/PropertyListText.h"
 #include "support/UserFolders.h"
 

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "persistence/ThermalDayCounter.h"
+#include "persistence/ThermalHistory.h"
 #include "persistence/ThermalHistoryEnvelope.h"
-#include "persistence/ThermalMonitoringSnapshot.h"
-#include "platform/MonotonicClock.h"
+#include "platform/Clock.h"
 #include "support/AtomicFile.h"
-#include "support/AwakeTime.h"
-#include "support/CalendarDays.h"
+#include "support/DateText.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
 

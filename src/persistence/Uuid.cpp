@@ -1,5 +1,8 @@
 #include "persistence/Uuid.h"
 
+#include <string_view>
+#include <variant>
+
 #include <uuid/uuid.h>
 
 namespace cindertop {
@@ -22,6 +25,18 @@ std::string Uuid::text() const {
     std::array<char, UUID_STR_LEN> characters{};
     uuid_unparse_upper(bytes.data(), characters.data());
     return {characters.data(), UUID_STR_LEN - 1};
+}
+
+std::string supportIdentifier(UserDefaults& defaults) {
+    constexpr std::string_view key = "cindertop.diagnostics.support-id";
+    const auto stored = defaults.value(key);
+    const auto* const text = stored ? std::get_if<std::string>(&*stored) : nullptr;
+    if (text != nullptr && Uuid::parse(*text)) {
+        return *text;
+    }
+    std::string made = Uuid::random().text();
+    defaults.set(key, made);
+    return made;
 }
 
 } // namespace cindertop

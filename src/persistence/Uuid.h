@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/UserDefaults.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -22,5 +24,9 @@ struct Uuid {
 
     bool operator==(const Uuid&) const = default;
 };
+
+/// The identifier by which a user may be recognised in requests for support: made and stored when it is first
+/// asked for, then the same for ever.
+std::string supportIdentifier(UserDefaults& defaults);
 
 } // namespace cindertop

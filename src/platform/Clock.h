@@ -1,9 +1,9 @@
 #pragma once
 
-#include "support/AwakeTime.h"
 #include "support/Instant.h"
 
 #include <chrono>
+#include <functional>
 
 namespace cindertop {
 
@@ -28,5 +28,8 @@ public:
 constexpr Uptime sleeplessUptime(Instant now) {
     return {.awake = AwakeTime(now.time_since_epoch()), .asleep = std::chrono::nanoseconds::zero()};
 }
+
+/// Time that only goes forward, from an unnamed start: for durations. Any thread may call it.
+using MonotonicClock = std::function<std::chrono::nanoseconds()>;
 
 } // namespace cindertop

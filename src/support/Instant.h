@@ -21,4 +21,28 @@ constexpr Seconds secondsBetween(Instant earlier, Instant later) {
     return std::chrono::duration_cast<Seconds>(later - earlier);
 }
 
+/// The moment that long before; the distant past when no instant is so early.
+inline Instant instantBefore(Instant instant, Seconds duration) {
+    const auto available = std::chrono::duration_cast<Seconds>(instant.time_since_epoch()) -
+                           std::chrono::duration_cast<Seconds>(distantPast.time_since_epoch());
+    // Near the end of the range the double is up to a microsecond off.
+    if (duration >= available - Seconds(1)) {
+        return distantPast;
+    }
+    return instant - std::chrono::duration_cast<Instant::duration>(duration);
+}
+
+/// Counts the time during which the machine was awake. It has no `now`: only a `Clock` tells it.
+struct AwakeClock {
+    using duration = std::chrono::nanoseconds;
+    using rep = duration::rep;
+    using period = duration::period;
+    using time_point = std::chrono::time_point<AwakeClock>;
+    static constexpr bool is_steady = true; // NOLINT(readability-identifier-naming): the standard's name
+};
+
+/// A moment from which durations are counted. It stands still while the machine sleeps, and setting the
+/// wall clock does not touch it. Its start is some moment of the past: only differences mean something.
+using AwakeTime = AwakeClock::time_point;
+
 } // namespace cindertop

@@ -1,14 +1,28 @@
 #pragma once
 
-#include "support/FollowedLocale.h"
-#include "support/TemperatureUnit.h"
+#include "support/Enumeration.h"
+#include "support/UserLocale.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 
 namespace cindertop {
+
+/// The unit that a person reads temperatures in: that of the region, or one chosen whatever the region.
+enum class TemperatureUnit : std::uint8_t { region, celsius, fahrenheit };
+
+template <>
+struct EnumerationTable<TemperatureUnit> {
+    static constexpr std::array cases{
+        EnumerationCase{TemperatureUnit::region, "region"},
+        EnumerationCase{TemperatureUnit::celsius, "celsius"},
+        EnumerationCase{TemperatureUnit::fahrenheit, "fahrenheit"},
+    };
+};
 
 /// Turns degrees Celsius into the text that people read: a whole number and the unit of their region
 /// ("36°C"). Immutable after construction; any thread may use it.

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "thermal/SystemThermalStateProvider.h"
-#include "thermal/TemperatureSensorProviding.h"
+#include "thermal/ThermalProviders.h"
 #include "thermal/ThermalScorer.h"
 
 #include <memory>

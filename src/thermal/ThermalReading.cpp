@@ -1,9 +1,40 @@
 #include "thermal/ThermalReading.h"
 
+#include "support/Text.h"
+
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace cindertop {
+
+namespace {
+
+/// Part of a lower-case name, and what it tells.
+using NameRule = std::pair<std::string_view, ThermalSensorKind>;
+
+/// The first row that occurs in a name decides, so the order settles names that several rows match.
+constexpr std::array nameRules{
+    NameRule{"battery", ThermalSensorKind::battery}, NameRule{"gas gauge", ThermalSensorKind::battery},
+    NameRule{"ssd", ThermalSensorKind::storage},     NameRule{"nand", ThermalSensorKind::storage},
+    NameRule{"gpu", ThermalSensorKind::gpu},         NameRule{"cpu", ThermalSensorKind::cpu},
+    NameRule{"core", ThermalSensorKind::cpu},        NameRule{"acc", ThermalSensorKind::cpu},
+    NameRule{"die", ThermalSensorKind::cpu},         NameRule{"soc", ThermalSensorKind::cpu},
+    NameRule{"power", ThermalSensorKind::power},     NameRule{"charger", ThermalSensorKind::power},
+    NameRule{"pmu", ThermalSensorKind::power},
+};
+
+} // namespace
+
+ThermalSensorKind inferred(std::string_view name) {
+    const auto lowerName = lowerCased(name);
+    for (const auto& [part, kind] : nameRules) {
+        if (lowerName.contains(part)) {
+            return kind;
+        }
+    }
+    return ThermalSensorKind::other;
+}
 
 namespace {
 

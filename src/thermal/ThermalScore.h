@@ -1,15 +1,26 @@
 #pragma once
 
+#include "support/Enumeration.h"
 #include "support/Instant.h"
-#include "thermal/SystemThermalState.h"
-#include "thermal/ThermalDataSource.h"
 #include "thermal/ThermalLevel.h"
-#include "thermal/ThermalPressureLevel.h"
-#include "thermal/ThermalTrend.h"
+#include "thermal/ThermalReading.h"
 
+#include <array>
 #include <optional>
 
 namespace cindertop {
+
+/// How the score moved since the one before.
+enum class ThermalTrend { stable, rising, cooling };
+
+template <>
+struct EnumerationTable<ThermalTrend> {
+    static constexpr std::array cases{
+        EnumerationCase{ThermalTrend::stable, "stable"},
+        EnumerationCase{ThermalTrend::rising, "rising"},
+        EnumerationCase{ThermalTrend::cooling, "cooling"},
+    };
+};
 
 /// How hot the machine is, with what the rest of the program derives from it.
 struct ThermalScore {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "thermal/ThermalEngineConfiguration.h"
 #include "thermal/ThermalReading.h"
 #include "thermal/ThermalScore.h"
 
@@ -8,6 +7,28 @@
 #include <span>
 
 namespace cindertop {
+
+/// The sensor temperatures, in degrees Celsius, at which the score enters the fair, serious and critical
+/// bands.
+struct ThermalTemperatureThresholds {
+    double fair;
+    double serious;
+    double critical;
+
+    static constexpr ThermalTemperatureThresholds defaults() {
+        return {.fair = 85, .serious = 108, .critical = 115};
+    }
+
+    bool operator==(const ThermalTemperatureThresholds&) const = default;
+};
+
+/// What one scoring request asks for.
+struct ThermalEngineConfiguration {
+    bool usesExperimentalSensors; ///< read the temperature sensors too
+    ThermalTemperatureThresholds thresholds;
+
+    bool operator==(const ThermalEngineConfiguration&) const = default;
+};
 
 /// Decides how hot the machine is. A pure function: the memory of the previous score lives in the engine.
 class ThermalScorer {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "update/ReleaseVersion.h"
-
+#include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +10,18 @@
 #include <vector>
 
 namespace cindertop {
+
+/// The number of a release, such as 0.2.1. Zeros at the end count for nothing: 1.0 is 1.
+class ReleaseVersion {
+public:
+    /// None unless the text is one to four numbers below 2^32, with a point between them.
+    static std::optional<ReleaseVersion> parse(std::string_view text);
+
+    auto operator<=>(const ReleaseVersion&) const = default;
+
+private:
+    std::vector<std::uint32_t> parts_; ///< ends in no 0
+};
 
 /// What the list of releases says of one of them.
 struct Release {

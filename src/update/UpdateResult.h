@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/UserNotificationCenter.h"
 #include "update/ReleaseFeed.h"
 
 #include <string>
@@ -20,5 +21,8 @@ struct UpdateFailure {
 
 /// What a look for new releases has found; a Release is newer than this program.
 using UpdateResult = std::variant<Release, UpToDate, UpdateFailure>;
+
+/// What the user, who has asked, is told. Each takes the former one's place.
+UserNotificationRequest updateNotice(const UpdateResult& result);
 
 } // namespace cindertop

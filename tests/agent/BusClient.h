@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/EventLoop.h"
+#include "platform/qt/EventLoop.h"
 
 #include <systemd/sd-bus.h>
 

@@ -1,5 +1,5 @@
 #include "agent/MemoryReturn.h"
-#include "platform/simulated/VirtualClock.h"
+#include "scenario/machine/VirtualClock.h"
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,11 @@
 
 #include "agent/BusMethods.h"
 #include "app/AppState.h"
-#include "app/InlineExecutor.h"
-#include "platform/simulated/MemoryFileSystem.h"
-#include "platform/simulated/ScenarioTexts.h"
-#include "platform/simulated/VirtualClock.h"
-#include "replay/PlayedProgram.h"
+#include "app/Executor.h"
+#include "scenario/machine/MemoryFileSystem.h"
+#include "scenario/machine/ScenarioTexts.h"
+#include "scenario/machine/VirtualClock.h"
+#include "scenario/player/PlayedProgram.h"
 
 #include <chrono>
 #include <string>

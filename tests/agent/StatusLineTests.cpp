@@ -1,6 +1,5 @@
 #include "PlayedAgent.h"
 #include "agent/StatusLine.h"
-#include "agent/StatusLines.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,3 @@
-#include "agent/RunOnlyTerms.h"
 #include "agent/TermsQuestion.h"
 #include "app/LegalTerms.h"
 #include "fakes/FakeUserDefaults.h"

@@ -10,8 +10,8 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeUserNotificationCenter.h"
 #include "fakes/HeldExecutor.h"
-#include "platform/simulated/MemoryFileSystem.h"
-#include "platform/simulated/VirtualClock.h"
+#include "scenario/machine/MemoryFileSystem.h"
+#include "scenario/machine/VirtualClock.h"
 
 #include <algorithm>
 #include <chrono>

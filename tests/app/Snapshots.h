@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/MachineSnapshot.h"
+#include "app/MachineSampler.h"
 
 #include <chrono>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "assistant/CinderRecommendationSnapshot.h"
-#include "context/SystemContextSnapshot.h"
-#include "cpu/ProcessOffenderSnapshot.h"
+#include "assistant/CinderInsight.h"
+#include "context/SystemContext.h"
+#include "cpu/ProcessOffender.h"
 #include "thermal/ThermalScore.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "AssistantInputs.h"
 #include "assistant/RecommendationCandidates.h"
-#include "assistant/ThermalAlertBody.h"
+#include "assistant/ThermalAlert.h"
 #include "fakes/ForeignWords.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "assistant/AssistantInputs.h"
 #include "assistant/OffenderAdvice.h"
 #include "assistant/RecommendationCandidates.h"
-#include "assistant/ThermalAlertKind.h"
+#include "assistant/ThermalAlert.h"
 
 #include <gtest/gtest.h>
 

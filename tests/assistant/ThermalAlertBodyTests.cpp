@@ -1,5 +1,5 @@
 #include "assistant/AssistantInputs.h"
-#include "assistant/ThermalAlertBody.h"
+#include "assistant/ThermalAlert.h"
 
 #include <gtest/gtest.h>
 

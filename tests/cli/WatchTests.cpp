@@ -1,4 +1,4 @@
-#include "cli/SampledMachine.h"
+#include "cli/MachineSource.h"
 #include "cli/Watch.h"
 #include "fakes/FakeMachine.h"
 

@@ -1,6 +1,6 @@
-#include "context/BatteryTemperatureConverter.h"
-#include "context/SustainedThermalPressureConfiguration.h"
-#include "context/SystemContextSnapshot.h"
+#include "context/PowerContext.h"
+#include "context/SustainedThermalPressure.h"
+#include "context/SystemContext.h"
 
 #include <gtest/gtest.h>
 

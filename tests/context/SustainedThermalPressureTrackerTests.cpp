@@ -1,5 +1,5 @@
 #include "Scores.h"
-#include "context/SustainedThermalPressureTracker.h"
+#include "context/SustainedThermalPressure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "context/SystemDisplayContextProvider.h"
+#include "context/DisplayContext.h"
 #include "fakes/FakeDisplayList.h"
 
 #include <gtest/gtest.h>

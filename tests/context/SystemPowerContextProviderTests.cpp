@@ -1,4 +1,4 @@
-#include "context/SystemPowerContextProvider.h"
+#include "context/PowerContext.h"
 #include "fakes/FakePowerSources.h"
 #include "fakes/FakeProcessInformation.h"
 

@@ -1,4 +1,3 @@
-#include "cpu/DarwinSystemCPUTimeProvider.h"
 #include "cpu/GlobalCPUUsageMonitor.h"
 #include "fakes/FakeHostStatistics.h"
 

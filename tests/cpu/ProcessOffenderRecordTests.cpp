@@ -1,5 +1,5 @@
+#include "cpu/ProcessOffender.h"
 #include "cpu/ProcessOffenderConfiguration.h"
-#include "cpu/ProcessOffenderSnapshot.h"
 #include "fakes/FakeProcessInformation.h"
 
 #include <gtest/gtest.h>

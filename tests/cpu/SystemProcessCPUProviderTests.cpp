@@ -1,4 +1,3 @@
-#include "cpu/EnclosingApplication.h"
 #include "cpu/SystemProcessCPUProvider.h"
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeProcessTable.h"

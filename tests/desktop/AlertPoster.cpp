@@ -6,7 +6,7 @@
 #include "assistant/SystemNotificationService.h"
 #include "assistant/ThermalAlertRuleEngine.h"
 #include "fakes/FakeUserDefaults.h"
-#include "platform/desktop/FreedesktopNotificationCenter.h"
+#include "platform/qt/FreedesktopNotificationCenter.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

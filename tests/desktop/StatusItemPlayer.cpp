@@ -2,10 +2,10 @@
 // and prints what happens: "tray: shown", "look: fair", "click: 12 7", "menu: quit".
 
 #include "app/FakeProgram.h"
-#include "ui/FlameImages.h"
-#include "ui/StatusMenu.h"
-#include "ui/StatusNotifierItem.h"
-#include "ui/Theme.h"
+#include "ui/theme/FlameImages.h"
+#include "ui/theme/Theme.h"
+#include "ui/tray/StatusMenu.h"
+#include "ui/tray/StatusNotifierItem.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>

@@ -1,8 +1,8 @@
 #include "agent/DesktopFace.h"
 #include "agent/LiveProgram.h"
 #include "app/EventLoopTimers.h"
-#include "platform/desktop/FreedesktopNotificationCenter.h"
 #include "platform/linux/PropertyListUserDefaults.h"
+#include "platform/qt/FreedesktopNotificationCenter.h"
 
 #include <QDBusConnection>
 #include <QGuiApplication>

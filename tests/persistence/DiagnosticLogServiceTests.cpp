@@ -6,7 +6,7 @@
 #include "persistence/DiagnosticEventCodec.h"
 #include "persistence/DiagnosticLogService.h"
 #include "support/DateText.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -2,7 +2,7 @@
 #include "fakes/TemporaryFolder.h"
 #include "persistence/ThermalHistoryStore.h"
 #include "support/AtomicFile.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 #include "support/PropertyListText.h"
 
 #include <algorithm>

@@ -1,6 +1,4 @@
-#include "persistence/HistorySanitizers.h"
-#include "persistence/ThermalDailySummary.h"
-#include "persistence/ThermalHistorySample.h"
+#include "persistence/ThermalHistory.h"
 
 #include <gtest/gtest.h>
 

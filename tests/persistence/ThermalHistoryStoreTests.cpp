@@ -3,7 +3,7 @@
 #include "fakes/TemporaryFolder.h"
 #include "persistence/ThermalHistoryStore.h"
 #include "support/DateText.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "fakes/FaultyFileSystem.h"
 #include "fakes/TemporaryFolder.h"
 #include "support/AtomicFile.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,6 @@
 #include "EnvironmentVariables.h"
-#include "support/CalendarDays.h"
-#include "support/Characters.h"
 #include "support/DateText.h"
-#include "support/LocalTime.h"
+#include "support/Text.h"
 #include "support/UserFolders.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "fakes/FakeThermalPressureNotifications.h"
 #include "fakes/FakeUnifiedLog.h"
-#include "thermal/DarwinThermalPressureReader.h"
+#include "thermal/ThermalProviders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ThermalReadings.h"
 #include "fakes/FakeTemperatureEvents.h"
-#include "thermal/ExperimentalSensorTemperatureProvider.h"
+#include "thermal/ThermalProviders.h"
 
 #include <gtest/gtest.h>
 

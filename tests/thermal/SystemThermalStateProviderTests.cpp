@@ -2,7 +2,7 @@
 #include "fakes/FakeProcessInformation.h"
 #include "fakes/FakeThermalPressureNotifications.h"
 #include "fakes/FakeUnifiedLog.h"
-#include "thermal/SystemThermalStateProvider.h"
+#include "thermal/ThermalProviders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "app/FakeProgram.h"
-#include "ui/CPUPresentation.h"
+#include "ui/presentation/CPUPresentation.h"
 
 #include <gtest/gtest.h>
 

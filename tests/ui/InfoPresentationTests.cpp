@@ -1,6 +1,6 @@
 #include "app/FakeProgram.h"
-#include "ui/ContextTexts.h"
-#include "ui/InfoPresentation.h"
+#include "ui/presentation/ContextTexts.h"
+#include "ui/presentation/InfoPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "app/FakeProgram.h"
 #include "fakes/ForeignWords.h"
-#include "ui/OnboardingPresentation.h"
-#include "ui/PopoverPresentation.h"
-#include "ui/SettingsPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
+#include "ui/presentation/PopoverPresentation.h"
+#include "ui/presentation/SettingsPresentation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "app/FakeProgram.h"
-#include "ui/DurationText.h"
-#include "ui/MonitoringPresentation.h"
-#include "ui/ThermalHistoryPlot.h"
+#include "ui/presentation/ContextTexts.h"
+#include "ui/presentation/MonitoringPresentation.h"
+#include "ui/presentation/ThermalHistoryPlot.h"
 
 #include <gtest/gtest.h>
 

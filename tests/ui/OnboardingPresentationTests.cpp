@@ -1,5 +1,5 @@
 #include "app/FakeProgram.h"
-#include "ui/OnboardingPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "fakes/TemporaryFolder.h"
-#include "support/PosixFileSystem.h"
-#include "ui/Pages.h"
+#include "support/FileSystem.h"
+#include "ui/windows/Pages.h"
 
 #include <gtest/gtest.h>
 

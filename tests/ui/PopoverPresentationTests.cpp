@@ -1,5 +1,5 @@
 #include "app/FakeProgram.h"
-#include "ui/PopoverPresentation.h"
+#include "ui/presentation/PopoverPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "GuiApplication.h"
 #include "app/FakeProgram.h"
-#include "ui/StatusItemController.h"
-#include "ui/Theme.h"
+#include "ui/theme/Theme.h"
+#include "ui/tray/StatusItemController.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 #include "ScriptedWatcher.h"
 #include "TrayPanel.h"
 #include "app/FakeProgram.h"
-#include "platform/desktop/EventLoop.h"
 #include "platform/linux/PrivateBus.h"
-#include "ui/StatusMenu.h"
-#include "ui/StatusNotifierItem.h"
+#include "platform/qt/EventLoop.h"
+#include "ui/tray/StatusMenu.h"
+#include "ui/tray/StatusNotifierItem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/desktop/EventLoop.h"
-#include "ui/StatusMenu.h"
-#include "ui/StatusNotifierItem.h"
+#include "platform/qt/EventLoop.h"
+#include "ui/tray/StatusMenu.h"
+#include "ui/tray/StatusNotifierItem.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

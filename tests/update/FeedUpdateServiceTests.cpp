@@ -1,9 +1,9 @@
 #include "LoopbackServer.h"
 #include "fakes/TemporaryFolder.h"
-#include "platform/desktop/EventLoop.h"
-#include "platform/simulated/VirtualClock.h"
+#include "platform/qt/EventLoop.h"
+#include "scenario/machine/VirtualClock.h"
 #include "support/Base64.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 #include "update/FeedUpdateService.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "platform/linux/AgentLock.h"
 
-#include "platform/linux/FileHead.h"
+#include "platform/linux/FileReading.h"
 #include "support/AtomicFile.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <cerrno>
 

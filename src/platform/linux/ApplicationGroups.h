@@ -3,12 +3,11 @@
 #include "platform/ApplicationCatalog.h"
 #include "platform/linux/ControlGroups.h"
 #include "platform/linux/DesktopEntries.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 #include "platform/linux/LinuxProcessTable.h"
-#include "platform/linux/ProcessClocks.h"
 #include "platform/linux/ProcessFolders.h"
 #include "platform/linux/ProcessStat.h"
-#include "platform/linux/Roots.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,17 +2,37 @@
 
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
-#include "platform/linux/FrequencyCap.h"
-#include "platform/linux/MonotonicClock.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/SystemClock.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 namespace cindertop::linux_platform {
+
+/// How far the highest frequency of some processors is held down, by whomever: a user and a power manager set
+/// the same cap as a cooling device does, so a cap alone tells nothing about heat. Not thread-safe.
+class FrequencyCap {
+public:
+    /// `policy` is a cpufreq folder, for example "…/cpufreq/policy0".
+    explicit FrequencyCap(const std::filesystem::path& policy);
+
+    /// The share of the hardware's top frequency, 0 to 1, that is denied; none without an answer.
+    std::optional<double> loss();
+
+private:
+    AttributeFile allowed_;
+    AttributeFile possible_;
+};
+
+/// The cpufreq folder of the processors that a cooling device slows down through their frequency; none where
+/// it uses other means or the processors cannot be told.
+std::optional<std::filesystem::path> policyOfCooler(const Roots& roots, const std::filesystem::path& cooler,
+                                                    std::string_view type);
 
 /// Whether a cooling device of this type slows processors down. Fans, backlights, links, radios and chargers
 /// do not; "TCC Offset" moves a threshold and is no throttling.

@@ -1,7 +1,6 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include "platform/linux/FileReading.h"
-#include "platform/linux/ForeignFile.h"
 #include "platform/linux/KeyFile.h"
 #include "platform/linux/LaunchCommand.h"
 

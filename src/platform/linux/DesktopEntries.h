@@ -2,7 +2,7 @@
 
 #include "platform/linux/DesktopEnvironment.h"
 #include "platform/linux/FileReading.h"
-#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/SystemClock.h"
 
 #include <chrono>
 #include <compare>

@@ -1,6 +1,6 @@
 #include "platform/linux/DeviceFolder.h"
 
-#include "platform/linux/FolderEntries.h"
+#include "platform/linux/FileDescriptor.h"
 
 #include <string_view>
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/AttributeFile.h"
-#include "platform/linux/MonotonicClock.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/SystemClock.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "platform/linux/FileReading.h"
 
-#include "platform/linux/FolderEntries.h"
+#include "platform/linux/FileDescriptor.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -11,6 +11,9 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace cindertop::linux_platform {
@@ -170,6 +173,80 @@ std::string_view describe(FileError error) {
         return "too long";
     }
     return "not readable";
+}
+
+namespace {
+
+/// How many bytes arrived before the buffer was full or the file ended; below 0 on failure.
+ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
+    std::size_t length = 0;
+    while (length < size) {
+        const auto count = ::read(descriptor, buffer + length, size - length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return -1;
+        }
+        if (count == 0) {
+            break;
+        }
+        length += static_cast<std::size_t>(count);
+    }
+    return static_cast<ssize_t>(length);
+}
+
+} // namespace
+
+std::optional<std::string> readFileHead(const std::filesystem::path& file, std::size_t size) {
+    const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!descriptor.isOpen()) {
+        return std::nullopt;
+    }
+    std::string text(size, '\0');
+    const auto length = readUpTo(descriptor.number(), text.data(), size);
+    if (length < 0) {
+        return std::nullopt;
+    }
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+namespace {
+
+constexpr int readingFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
+
+FileDescriptor openBelow(const FileDescriptor& root, const std::filesystem::path& file) {
+    const auto relative = file.relative_path();
+    if (!relative.has_parent_path()) {
+        return FileDescriptor(::openat(root.number(), relative.c_str(), readingFlags));
+    }
+    open_how how{};
+    how.flags = readingFlags;
+    how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_SYMLINKS;
+    return FileDescriptor(
+        static_cast<int>(::syscall(SYS_openat2, root.number(), relative.c_str(), &how, sizeof how)));
+}
+
+bool isRegular(const FileDescriptor& descriptor) {
+    struct stat status{};
+    return ::fstat(descriptor.number(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+std::expected<std::string, FileError> readForeignFile(const std::filesystem::path& root,
+                                                      const std::filesystem::path& file, std::size_t limit) {
+    // The root itself may be a link: /proc/PID/root is one.
+    const FileDescriptor folder(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen()) {
+        return std::unexpected(fileErrorOf(errno));
+    }
+    const auto opened = openBelow(folder, file);
+    if (!opened.isOpen()) {
+        return std::unexpected(fileErrorOf(errno));
+    }
+    return isRegular(opened) ? readText(opened, limit) : std::unexpected(FileError::unreadable);
 }
 
 } // namespace cindertop::linux_platform

@@ -13,6 +13,12 @@
 
 namespace cindertop::linux_platform {
 
+/// Where the kernel's file systems stand. Tests put fixture trees there.
+struct Roots {
+    std::filesystem::path proc = "/proc";
+    std::filesystem::path sys = "/sys";
+};
+
 /// Why a file of /proc or /sys gave no text.
 enum class FileError {
     missing,    ///< no such file, or the device or process went away
@@ -52,5 +58,19 @@ std::expected<std::vector<std::string>, FileError> listFolder(const std::filesys
 
 /// What to tell a person about an error: "not there", "not permitted", ...
 std::string_view describe(FileError error);
+
+/// The first `size` bytes of a file, or all of a shorter one, in one open. For files of /proc that grow with
+/// the machine (`stat` and `cpuinfo` reach hundreds of kilobytes) when only their start is wanted. None when
+/// unreadable.
+std::optional<std::string> readFileHead(const std::filesystem::path& file, std::size_t size);
+
+/// The whole text of a regular file that another process made or named. `file` counts from the folder `root`,
+/// with or without a "/" in front, and nothing outside is reached: no link below `root` is followed and ".."
+/// does not leave it. Pipes, devices and folders are unreadable and never waited for.
+///
+/// A path of several folders needs openat2 (Linux 5.6); without it, as in some containers, the file is
+/// refused.
+std::expected<std::string, FileError> readForeignFile(const std::filesystem::path& root,
+                                                      const std::filesystem::path& file, std::size_t limit);
 
 } // namespace cindertop::linux_platform

@@ -3,10 +3,9 @@
 #include "platform/SourceStatus.h"
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
-#include "platform/linux/MonotonicClock.h"
-#include "platform/linux/Roots.h"
-#include "platform/linux/SensorDevice.h"
-#include "platform/linux/SensorProducts.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/SensorNames.h"
+#include "platform/linux/SystemClock.h"
 #include "platform/linux/ThermalZones.h"
 
 #include <chrono>
@@ -18,6 +17,37 @@
 #include <vector>
 
 namespace cindertop::linux_platform {
+
+/// The hardware of a chip, shared by the sensors on it. A read wakes a device that sleeps, and one that the
+/// kernel sends to sleep after a time without use starts that time anew with each read. Not thread-safe.
+class SensorDevice {
+public:
+    /// `power` is the device's folder of that name.
+    explicit SensorDevice(const std::filesystem::path& power);
+
+    const std::filesystem::path& power() const { return power_; }
+
+    bool isAwake(std::chrono::nanoseconds now);
+
+    /// Whether a read now leaves the device time to fall asleep since the reads before. All sensors of the
+    /// device are due together.
+    bool isDue(std::chrono::nanoseconds now);
+
+    void wasRead(std::chrono::nanoseconds now) { readAt_ = now; }
+
+private:
+    void ask(std::chrono::nanoseconds now);
+    std::chrono::nanoseconds timeToFallAsleep();
+
+    std::filesystem::path power_;
+    AttributeFile status_;
+    AttributeFile control_;
+    AttributeFile delay_;
+    std::optional<std::chrono::nanoseconds> askedAt_;
+    bool isAwake_ = false;
+    std::chrono::nanoseconds rest_{0}; ///< between two reads; 0: it does not fall asleep by itself
+    std::optional<std::chrono::nanoseconds> readAt_;
+};
 
 /// All temperature sensors of the machine: hwmon chips, thermal zones, power supplies, each thing once. Names
 /// are kept and learnt anew when a device comes or goes, and every 30 s. Any thread may call.

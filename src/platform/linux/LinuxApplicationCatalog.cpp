@@ -2,7 +2,6 @@
 
 #include "platform/linux/ApplicationMarks.h"
 #include "platform/linux/FileReading.h"
-#include "platform/linux/ForeignFile.h"
 #include "platform/linux/LaunchCommand.h"
 #include "support/Text.h"
 

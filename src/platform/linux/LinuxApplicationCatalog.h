@@ -4,8 +4,8 @@
 #include "platform/SourceStatus.h"
 #include "platform/linux/ControlGroups.h"
 #include "platform/linux/DesktopEntries.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/LinuxProcessTable.h"
-#include "platform/linux/Roots.h"
 
 #include <cstddef>
 #include <cstdint>

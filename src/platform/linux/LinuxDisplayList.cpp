@@ -1,7 +1,7 @@
 #include "platform/linux/LinuxDisplayList.h"
 
-#include "platform/linux/Chassis.h"
 #include "platform/linux/FileReading.h"
+#include "platform/linux/LidSwitch.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 
 #include "platform/DisplayList.h"
 #include "platform/SourceStatus.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/LidSwitch.h"
-#include "platform/linux/Roots.h"
 
 #include <cstdint>
 #include <filesystem>

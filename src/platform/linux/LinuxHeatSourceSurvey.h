@@ -2,15 +2,18 @@
 
 #include "platform/HeatSourceSurvey.h"
 #include "platform/ProcessInformation.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/HwmonSensors.h"
 #include "platform/linux/LinuxThermalPressureNotifications.h"
-#include "platform/linux/Roots.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cindertop::linux_platform {
+
+/// Whether a chip of the machine tells the speed of a fan, be it 0. A chip whose device sleeps is not asked.
+bool findFan(const Roots& roots);
 
 class LinuxHeatSourceSurvey final : public HeatSourceSurvey {
 public:

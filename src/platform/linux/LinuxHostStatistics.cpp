@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxHostStatistics.h"
 
-#include "platform/linux/FileHead.h"
+#include "platform/linux/FileReading.h"
 
 #include <algorithm>
 #include <array>

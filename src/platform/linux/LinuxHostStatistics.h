@@ -2,7 +2,7 @@
 
 #include "platform/HostStatistics.h"
 #include "platform/SourceStatus.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/FileReading.h"
 
 #include <filesystem>
 #include <optional>

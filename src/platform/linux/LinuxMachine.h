@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/SourceStatus.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/HwmonSensors.h"
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
@@ -14,9 +15,7 @@
 #include "platform/linux/LinuxTemperatureEvents.h"
 #include "platform/linux/LinuxThermalPressureNotifications.h"
 #include "platform/linux/MachineHeat.h"
-#include "platform/linux/MonotonicClock.h"
 #include "platform/linux/PowerProfile.h"
-#include "platform/linux/Roots.h"
 #include "platform/linux/SystemBus.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/ThermalZones.h"

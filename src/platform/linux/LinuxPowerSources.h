@@ -2,9 +2,9 @@
 
 #include "platform/PowerSources.h"
 #include "platform/SourceStatus.h"
-#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/PowerSupply.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/SystemClock.h"
 
 #include <expected>
 #include <memory>

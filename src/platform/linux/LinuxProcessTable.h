@@ -2,10 +2,9 @@
 
 #include "platform/ProcessTable.h"
 #include "platform/SourceStatus.h"
-#include "platform/linux/ProcessClocks.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/ProcessFolders.h"
 #include "platform/linux/ProcessStat.h"
-#include "platform/linux/Roots.h"
 
 #include <chrono>
 #include <cstddef>

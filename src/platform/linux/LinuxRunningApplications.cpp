@@ -3,10 +3,90 @@
 #include "platform/linux/ProcessHandle.h"
 #include "support/Text.h"
 
+#include <systemd/sd-bus.h>
+
+#include <algorithm>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <memory>
 #include <utility>
 
 namespace cindertop::linux_platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::microseconds patience = 2s;
+
+struct BusRelease {
+    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+};
+
+using Bus = std::unique_ptr<sd_bus, BusRelease>;
+
+struct MessageRelease {
+    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+};
+
+/// What is left until then; never negative.
+std::uint64_t microsecondsUntil(std::chrono::steady_clock::time_point deadline) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::microseconds>(deadline - std::chrono::steady_clock::now());
+    return static_cast<std::uint64_t>(std::max(left, 0us).count());
+}
+
+Bus connect(const std::string& address) {
+    sd_bus* bus = nullptr;
+    if (address.empty()) {
+        return Bus(sd_bus_open_user(&bus) >= 0 ? bus : nullptr);
+    }
+    if (sd_bus_new(&bus) < 0) {
+        return nullptr;
+    }
+    Bus owned(bus);
+    const bool isStarted = sd_bus_set_address(bus, address.c_str()) >= 0 &&
+                           sd_bus_set_bus_client(bus, 1) >= 0 && sd_bus_start(bus) >= 0;
+    return isStarted ? std::move(owned) : nullptr;
+}
+
+/// A call by itself would wait much longer for a bus that takes the connection and then says nothing.
+bool isReadyBefore(sd_bus* bus, std::chrono::steady_clock::time_point deadline) {
+    while (sd_bus_is_ready(bus) == 0) {
+        const auto left = microsecondsUntil(deadline);
+        if (left == 0 || sd_bus_process(bus, nullptr) < 0) {
+            return false;
+        }
+        if (sd_bus_is_ready(bus) == 0 && sd_bus_wait(bus, left) < 0) {
+            return false;
+        }
+    }
+    return sd_bus_is_ready(bus) > 0;
+}
+
+bool killUnit(const std::string& address, const std::string& unit) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto bus = connect(address);
+    sd_bus_message* request = nullptr;
+    if (!bus || !isReadyBefore(bus.get(), deadline) ||
+        sd_bus_message_new_method_call(bus.get(), &request, "org.freedesktop.systemd1",
+                                       "/org/freedesktop/systemd1", "org.freedesktop.systemd1.Manager",
+                                       "KillUnit") < 0) {
+        return false;
+    }
+    const std::unique_ptr<sd_bus_message, MessageRelease> owner(request);
+    const auto left = std::max<std::uint64_t>(microsecondsUntil(deadline), 1); // 0 is "as long as it likes"
+    return sd_bus_message_set_auto_start(request, 0) >= 0 &&
+           sd_bus_message_append(request, "ssi", unit.c_str(), "all", SIGKILL) >= 0 &&
+           sd_bus_call(bus.get(), request, left, nullptr, nullptr) >= 0;
+}
+
+} // namespace
+
+KillUnit killByUserManager(std::string busAddress) {
+    return [address = std::move(busAddress)](const std::string& unit) { return killUnit(address, unit); };
+}
 
 namespace {
 

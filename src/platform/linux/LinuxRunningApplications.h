@@ -2,14 +2,21 @@
 
 #include "platform/RunningApplications.h"
 #include "platform/linux/ApplicationGroups.h"
-#include "platform/linux/UserManager.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 
 namespace cindertop::linux_platform {
+
+/// Ends every process of a unit of the user's service manager at once. False when it did not, for whatever
+/// reason; answers within 2 s.
+using KillUnit = std::function<bool(const std::string& unit)>;
+
+/// By way of the bus at this address; empty: the user's own.
+KillUnit killByUserManager(std::string busAddress = {});
 
 /// The applications of the user whom this program runs as. It reads /proc for itself, so that it may live on
 /// another thread than the sampling; each call takes a census, about as long as one of the process table.

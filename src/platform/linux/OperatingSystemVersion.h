@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/Roots.h"
-#include "support/OperatingSystem.h"
+#include "platform/linux/FileReading.h"
+#include "support/Wording.h"
 
 #include <filesystem>
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "platform/SourceStatus.h"
 #include "platform/linux/BusProperty.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/SystemBus.h"
 
 #include <filesystem>

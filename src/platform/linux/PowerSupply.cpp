@@ -1,6 +1,6 @@
 #include "platform/linux/PowerSupply.h"
 
-#include "platform/linux/FolderEntries.h"
+#include "platform/linux/FileDescriptor.h"
 #include "support/Text.h"
 
 #include <algorithm>

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "support/Instant.h"
+
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,5 +47,20 @@ std::string_view steadyName(std::string_view kernelThreadName);
 /// their own title ("/opt/x/chromium-browser --type=zygote") leave all arguments in the first word; they do
 /// not count.
 std::string_view uncutName(std::string_view shortName, std::string_view commandLine);
+
+/// The kernel's clocks as the process table needs them. Tests script them. Called from one thread at a time.
+class ProcessClocks {
+public:
+    virtual ~ProcessClocks() = default;
+    /// CPU time of all threads of a process, ended ones too; none when no such process is left. A zombie's
+    /// stands.
+    virtual std::optional<std::chrono::nanoseconds> cpuTime(std::int32_t processIdentifier) = 0;
+    /// Time since the machine started, sleep included.
+    virtual std::chrono::nanoseconds sinceBoot() = 0;
+    /// Wall-clock time.
+    virtual Instant now() = 0;
+};
+
+std::unique_ptr<ProcessClocks> kernelClocks();
 
 } // namespace cindertop::linux_platform

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/Roots.h"
-#include "platform/linux/SensorProducts.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/SensorNames.h"
 #include "platform/linux/ThermalZones.h"
 
 #include <filesystem>

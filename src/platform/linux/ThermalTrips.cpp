@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cindertop::linux_platform {
@@ -180,6 +181,29 @@ bool hasMachineTrips(std::string_view zoneType) {
     return std::ranges::none_of(foreignZones,
                                 [&](std::string_view start) { return type.starts_with(start); }) &&
            std::ranges::none_of(foreignWords, [&](std::string_view word) { return type.contains(word); });
+}
+
+namespace {
+
+struct FirmwareRow {
+    std::string_view compatible;
+    MilliCelsius limit;
+};
+
+constexpr std::array firmwareRows{
+    FirmwareRow{"brcm,bcm2711", milliCelsius(80)},
+    FirmwareRow{"brcm,bcm2712", milliCelsius(80)},
+};
+
+} // namespace
+
+std::optional<MilliCelsius> firmwareLimit(const std::vector<std::string>& compatible) {
+    for (const auto& row : firmwareRows) {
+        if (std::ranges::find(compatible, row.compatible) != compatible.end()) {
+            return row.limit;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace cindertop::linux_platform

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace cindertop::linux_platform {
 
@@ -66,5 +68,9 @@ bool isPlausible(MilliCelsius temperature);
 /// Whether a zone of this type speaks for the machine's own heat. Batteries, radios, drives and network parts
 /// have limits of their own, and the trips of `x86_pkg_temp` and `TCPU_PCI` are thresholds that programs set.
 bool hasMachineTrips(std::string_view zoneType);
+
+/// Where the firmware of a board slows the processor down below every trip that the kernel knows, by the
+/// board's device tree. None for boards that are not known to do so.
+std::optional<MilliCelsius> firmwareLimit(const std::vector<std::string>& compatible);
 
 } // namespace cindertop::linux_platform

@@ -2,8 +2,8 @@
 
 #include "platform/linux/CpuCoolers.h"
 #include "platform/linux/FileReading.h"
-#include "platform/linux/FirmwareLimits.h"
-#include "platform/linux/MachineIdentity.h"
+#include "platform/linux/LinuxSystemValues.h"
+#include "platform/linux/ThermalTrips.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -2,9 +2,9 @@
 
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
-#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/ReadingStamp.h"
-#include "platform/linux/Roots.h"
+#include "platform/linux/SystemClock.h"
 
 #include <chrono>
 #include <cstddef>

@@ -2,8 +2,8 @@
 // look.
 
 #include "support/Enumeration.h"
-#include "ui/FlameImages.h"
-#include "ui/Theme.h"
+#include "ui/theme/FlameImages.h"
+#include "ui/theme/Theme.h"
 
 #include <QGuiApplication>
 #include <QPainterPath>

@@ -1,9 +1,9 @@
 #include "ui/views/QuickViews.h"
 
-#include "ui/Appearance.h"
-#include "ui/OnboardingPresentation.h"
-#include "ui/PopoverPresentation.h"
-#include "ui/SettingsPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
+#include "ui/presentation/PopoverPresentation.h"
+#include "ui/presentation/SettingsPresentation.h"
+#include "ui/theme/Appearance.h"
 #include "ui/views/controls/ApplicationIconProvider.h"
 #include "ui/views/controls/ThemeSingleton.h"
 #include "ui/views/popover/ShadowImageProvider.h"

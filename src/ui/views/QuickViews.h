@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Appearance.h"
-#include "ui/Views.h"
+#include "ui/theme/Appearance.h"
+#include "ui/windows/Views.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ViewsFactory.h"
+#include "ui/windows/ViewsFactory.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/Roots.h"
+#include "platform/linux/FileReading.h"
 
 #include <filesystem>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "FixtureMachine.h"
 #include "OpenCounter.h"
 #include "TemporaryTree.h"
-#include "platform/linux/Fans.h"
+#include "platform/linux/LinuxHeatSourceSurvey.h"
 #include "platform/linux/LinuxMachine.h"
 
 #include <gmock/gmock.h>

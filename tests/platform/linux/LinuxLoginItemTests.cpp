@@ -3,7 +3,7 @@
 #include "platform/linux/KeyFile.h"
 #include "platform/linux/LaunchCommand.h"
 #include "platform/linux/LinuxLoginItem.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <gtest/gtest.h>
 

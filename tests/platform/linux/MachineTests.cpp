@@ -3,7 +3,6 @@
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxProcessInformation.h"
 #include "platform/linux/LinuxSystemValues.h"
-#include "platform/linux/MachineIdentity.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "TemporaryTree.h"
-#include "context/SystemDisplayContextProvider.h"
-#include "context/SystemPowerContextProvider.h"
+#include "context/DisplayContext.h"
+#include "context/PowerContext.h"
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxDisplayList.h"
 #include "platform/linux/LinuxPowerSources.h"

@@ -1,7 +1,7 @@
 #include "fakes/FaultyFileSystem.h"
 #include "fakes/TemporaryFolder.h"
 #include "platform/linux/PropertyListUserDefaults.h"
-#include "support/PosixFileSystem.h"
+#include "support/FileSystem.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "platform/linux/LinuxThermalPressureNotifications.h"
 #include "platform/linux/MachineHeat.h"
 #include "support/Enumeration.h"
-#include "thermal/ExperimentalSensorTemperatureProvider.h"
+#include "thermal/ThermalProviders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TemporaryTree.h"
-#include "platform/linux/ProcessClocks.h"
+#include "platform/linux/ProcessStat.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "platform/linux/SensorProducts.h"
+#include "platform/linux/SensorNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/MonotonicClock.h"
+#include "platform/linux/SystemClock.h"
 
 #include <chrono>
 

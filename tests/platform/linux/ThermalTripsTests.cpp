@@ -1,4 +1,3 @@
-#include "platform/linux/FirmwareLimits.h"
 #include "platform/linux/ThermalTrips.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "ShownProgram.h"
-#include "ui/SettingsPresentation.h"
+#include "ui/presentation/SettingsPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ShownProgram.h"
-#include "ui/OnboardingPresentation.h"
-#include "ui/SettingsPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
+#include "ui/presentation/SettingsPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/FakeProgram.h"
-#include "ui/Appearance.h"
 #include "ui/GuiApplication.h"
-#include "ui/ProgramActions.h"
-#include "ui/ViewsLibrary.h"
+#include "ui/presentation/ProgramActions.h"
+#include "ui/theme/Appearance.h"
+#include "ui/windows/ViewsLibrary.h"
 
 #include <QAccessible>
 #include <QQuickWindow>

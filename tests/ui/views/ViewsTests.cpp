@@ -1,7 +1,7 @@
 #include "ShownProgram.h"
-#include "ui/OnboardingPresentation.h"
-#include "ui/PopoverPresentation.h"
-#include "ui/SettingsPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
+#include "ui/presentation/PopoverPresentation.h"
+#include "ui/presentation/SettingsPresentation.h"
 
 #include <gtest/gtest.h>
 

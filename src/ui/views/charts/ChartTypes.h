@@ -1,8 +1,7 @@
 #pragma once
 
-#include "ui/ProcessLoadHistory.h"
-#include "ui/ThermalHistoryReadout.h"
-#include "ui/ThermalHistorySamples.h"
+#include "ui/presentation/ProcessLoadHistory.h"
+#include "ui/presentation/ThermalHistoryPlot.h"
 
 #include <QtQml/qqml.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ProcessLoadHistory.h"
+#include "ui/presentation/ProcessLoadHistory.h"
 
 #include <QColor>
 #include <QQuickPaintedItem>

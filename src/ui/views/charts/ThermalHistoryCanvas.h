@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ui/ThermalHistoryPlot.h"
-#include "ui/ThermalHistorySamples.h"
+#include "ui/presentation/ThermalHistoryPlot.h"
 
 #include <QColor>
 #include <QDateTime>

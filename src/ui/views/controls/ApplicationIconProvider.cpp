@@ -1,6 +1,6 @@
 #include "ui/views/controls/ApplicationIconProvider.h"
 
-#include "ui/Theme.h"
+#include "ui/theme/Theme.h"
 
 #include <QFile>
 #include <QIcon>

@@ -1,7 +1,6 @@
 #include "ui/views/controls/ThemeSingleton.h"
 
-#include "ui/IconFont.h"
-#include "ui/Symbols.h"
+#include "ui/theme/Symbols.h"
 
 #include <QFontDatabase>
 #include <QQmlEngine>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Appearance.h"
+#include "ui/theme/Appearance.h"
 
 #include <QColor>
 #include <QFont>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/OnboardingPresentation.h"
+#include "ui/presentation/OnboardingPresentation.h"
 
 #include <QtQml/qqml.h>
 

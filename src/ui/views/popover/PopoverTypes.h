@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/PopoverPresentation.h"
+#include "ui/presentation/PopoverPresentation.h"
 
 #include <QtQml/qqml.h>
 

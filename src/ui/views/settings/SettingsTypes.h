@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/SettingsPresentation.h"
-#include "ui/SystemTexts.h"
+#include "ui/presentation/SettingsPresentation.h"
+#include "ui/presentation/SystemTexts.h"
 
 #include <QtQml/qqml.h>
 

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "cpu/ProcessCPUReading.h"
+#include "cpu/SystemProcessCPUProvider.h"
+#include "platform/ApplicationCatalog.h"
+#include "platform/Clock.h"
+#include "platform/DisplayList.h"
+#include "platform/HostStatistics.h"
+#include "platform/PowerSources.h"
+#include "platform/ProcessInformation.h"
+#include "platform/ProcessTable.h"
+#include "platform/SystemValues.h"
+#include "platform/TemperatureEvents.h"
+#include "platform/ThermalPressureNotifications.h"
+#include "scenario/recorder/LoadRecorder.h"
+#include "scenario/recorder/ProcessRecorder.h"
+#include "support/Wording.h"
+#include "thermal/ThermalProviders.h"
+#include "thermal/ThermalScore.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cindertop {
+
+/// The services of the machine that is recorded. They must outlive the recorder.
+struct RecordedMachine {
+    OperatingSystem operatingSystem;
+    const Clock& clock;
+    const ProcessInformation& process;
+    std::shared_ptr<ThermalPressureNotifications> pressure;
+    TemperatureEvents& temperatureEvents;
+    const DisplayList& displays;
+    const PowerSources& powerSources;
+    const HostStatistics& hostStatistics;
+    ProcessTable& processes;
+    ApplicationCatalog& applications;
+    const SystemValues& systemValues;
+};
+
+/// Writes a scenario that plays what a live machine did. Each sample becomes a frame that holds until the
+/// next one; the last sample only ends the scenario. No path, user or host name of the machine gets in.
+/// Called from one thread.
+class ScenarioRecorder {
+public:
+    /// `privateWords` are the user's and the host's names, which may be part of a process's name.
+    ScenarioRecorder(RecordedMachine machine, std::vector<std::string> privateWords);
+    ~ScenarioRecorder();
+
+    ScenarioRecorder(const ScenarioRecorder&) = delete;
+    ScenarioRecorder& operator=(const ScenarioRecorder&) = delete;
+
+    /// Reads everything once. The answer is how long to wait before the next sample. Between two samples lies
+    /// the time that the machine was awake, whatever the wall clock says; one without any is dropped.
+    Seconds sample();
+
+    /// The scenario up to the latest sample; none before the second one.
+    std::optional<std::string> scenario() const;
+
+private:
+    /// What is known only together with the next sample.
+    struct Sample {
+        Instant at; ///< as if the wall clock had only been right at the first sample
+        AwakeTime awake;
+        std::optional<HostCpuLoad> load;
+        std::vector<ProcessCPUReading> processes;
+        std::string members; ///< the other members of its frame
+    };
+
+    void add(Sample sample);
+    std::optional<std::uint64_t> readPressure();
+    /// The members that differ from those of the frame before, each behind a comma.
+    std::string frameMembers(int thermalState, const std::optional<std::uint64_t>& pressure,
+                             const std::vector<TemperatureReading>& temperatures);
+    void writeFrame(const Sample& sample, const Sample& next);
+    std::string machineText() const;
+
+    RecordedMachine machine_;
+    Anonymizer anonymized_;
+    std::optional<std::int32_t> pressureToken_; ///< absent: the registration failed
+    ExperimentalSensorTemperatureProvider sensors_;
+    SystemProcessCPUProvider census_;
+    std::optional<ThermalScore> score_;
+
+    Instant first_; ///< of the first sample
+    std::optional<Sample> latest_;
+    LoadRecorder loads_;
+    std::optional<ProcessRecorder> processLists_;             ///< from the first sample on
+    std::map<std::string, std::string, std::less<>> written_; ///< latest value of each key that frames share
+    std::string frames_;                                      ///< one a line
+};
+
+} // namespace cindertop

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "app/AppState.h"
+#include "app/Windows.h"
+#include "ui/presentation/OnboardingPresentation.h"
+#include "ui/presentation/ProgramActions.h"
+#include "ui/presentation/SettingsPresentation.h"
+#include "ui/theme/Appearance.h"
+#include "ui/windows/PopoverWindow.h"
+#include "ui/windows/ViewsLibrary.h"
+#include "ui/windows/WindowController.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace cindertop::ui {
+
+/// The window of the onboarding with what it shows.
+struct OnboardingWindowController {
+    OnboardingPresentation presentation;
+    std::unique_ptr<WindowController> window; ///< goes first
+
+    OnboardingWindowController(AppState& state, const ProgramActions& actions)
+        : presentation(state, actions) {}
+};
+
+/// The window of the settings with what it shows.
+struct SettingsWindowController {
+    SettingsPresentation presentation;
+    std::unique_ptr<WindowController> window; ///< goes first
+
+    SettingsWindowController(AppState& state, const ProgramActions& actions) : presentation(state, actions) {}
+};
+
+/// An ordinary window with what the popover shows, for desktops whose panel has no place for the program.
+struct OverviewWindowController {
+    PopoverPresentation presentation;
+    std::unique_ptr<WindowController> window; ///< goes first
+
+    OverviewWindowController(AppState& state, ProgramActions actions);
+};
+
+enum class WindowKind { onboarding, settings, popover, overview };
+
+/// Opens and closes the windows. The library that draws them is loaded for the first, and its engine ends
+/// with the last one open. Main thread.
+class ProgramWindows final : public Windows {
+public:
+    struct Problems {
+        /// When windows cannot be shown.
+        std::function<void(const QString& sentence)> say;
+        /// The library of the windows is that of another build, `libraryBuild`. True: the program is about to
+        /// start anew, and shows this window there.
+        std::function<bool(WindowKind asked, const QString& libraryBuild)> startAnew;
+    };
+
+    /// `appearance` must outlive this.
+    ProgramWindows(Appearance& appearance, Problems problems);
+    ~ProgramWindows() override;
+
+    /// Windows open from now on. `state` must outlive this, or the windows be closed before with `closeAll`.
+    void present(AppState& state, ProgramActions actions, std::function<void()> popoverDidClose);
+    void closeAll();
+
+    void showOnboarding() override;
+    void closeOnboarding() override;
+    void showSettings() override;
+
+    bool isOnboardingShown() const { return onboarding_ != nullptr; }
+
+    /// Opens the window or brings it to the front. It stays until the user closes it.
+    void showOverview();
+    /// Without a place in the panel the overview says how to get back to it.
+    void setHasStatusItem(bool hasItem);
+
+    /// Only after `present`.
+    Popover& popover() { return *popover_; }
+
+    /// Whether the windows that open have an entry in the task bar, and those that are open.
+    void setTaskBarEntry(bool isShown);
+    /// Brings the open windows to the front.
+    void activate();
+
+private:
+    struct Description {
+        WindowKind kind;
+        QString title;
+        WindowController::Layer layer;
+    };
+
+    std::shared_ptr<Views> views(WindowKind asked);
+    template <typename Controller, typename Make>
+    void show(std::unique_ptr<Controller>& controller, const Description& description, Make make);
+
+    Appearance& appearance_;
+    Problems problems_;
+    ViewsLibrary library_;
+    AppState* state_ = nullptr;
+    ProgramActions actions_;
+    bool hasTaskBarEntry_ = false;
+    bool hasStatusItem_ = true;
+    std::weak_ptr<Views> views_;
+    std::unique_ptr<OnboardingWindowController> onboarding_;
+    std::unique_ptr<SettingsWindowController> settings_;
+    std::unique_ptr<OverviewWindowController> overview_;
+    std::unique_ptr<PopoverWindow> popover_;
+};
+
+} // namespace cindertop::ui

@@ -1,0 +1,62 @@
+#include "ui/windows/WindowController.h"
+
+#include "ui/windows/X11.h"
+
+#include <QEvent>
+#include <QScreen>
+#include <QTimer>
+#include <utility>
+
+namespace cindertop::ui {
+
+WindowController::WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window,
+                                   const QString& title, Layer layer, std::function<void()> didClose)
+    : views_(std::move(views)), window_(std::move(window)), didClose_(std::move(didClose)) {
+    window_->setTitle(title);
+    window_->setFlag(Qt::WindowStaysOnTopHint, layer == Layer::aboveOthers);
+    window_->installEventFilter(this);
+}
+
+WindowController::~WindowController() {
+    window_->removeEventFilter(this);
+}
+
+void WindowController::show() {
+    centre();
+    window_->showNormal();
+    activate();
+}
+
+void WindowController::setTaskBarEntry(bool isShown) {
+    ui::setTaskBarEntry(*window_, isShown);
+}
+
+void WindowController::activate() {
+    window_->raise();
+    window_->requestActivate();
+}
+
+void WindowController::close() {
+    window_->close();
+}
+
+bool WindowController::eventFilter(QObject* watched, QEvent* event) {
+    // A minimised window is not hidden.
+    if (event->type() == QEvent::Close && !std::exchange(isClosed_, true)) {
+        // The window is still at work on this event.
+        QTimer::singleShot(0, this, didClose_);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void WindowController::centre() {
+    const auto* const screen = window_->screen();
+    if (screen == nullptr) {
+        return;
+    }
+    auto frame = window_->geometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    window_->setPosition(frame.topLeft());
+}
+
+} // namespace cindertop::ui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/windows/Views.h"
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+
+namespace cindertop::ui {
+
+/// One window of the program, from its first showing until it closes. Main thread.
+class WindowController : public QObject {
+public:
+    enum class Layer { ordinary, aboveOthers };
+
+    /// `views` made `window`. `didClose` is called once, some time after the window has closed, and may
+    /// destroy the controller.
+    WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window, const QString& title,
+                     Layer layer, std::function<void()> didClose);
+    ~WindowController() override;
+
+    /// Centres the window on its screen, and brings it to the front of all others.
+    void show();
+    /// Whether the task bar lists it.
+    void setTaskBarEntry(bool isShown);
+    /// Brings it to the front where it is.
+    void activate();
+    void close();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void centre();
+
+    std::shared_ptr<Views> views_;
+    std::unique_ptr<QWindow> window_; ///< goes before what made it
+    std::function<void()> didClose_;
+    bool isClosed_ = false;
+};
+
+} // namespace cindertop::ui
