@@ -297,7 +297,7 @@ int runLive(const Arguments& arguments, const TerminationSignals& signals, Resta
 }
 
 /// The history is written as one long text every minute, and glibc would keep the room for it, once for
-/// each thread. See docs/measurements.md for what this saves and costs.
+/// each thread. See docs/performance.md for what this saves and costs.
 void returnUnusedMemory() {
     /// More than an hour of history, in bytes: a text of less grows within the heap.
     constexpr int longText = 1024 * 1024;
