@@ -153,6 +153,16 @@ TEST_F(StatusItemControllerTest, TellsBeforeTheTermsAndWithoutHeatThatThereIsNoL
     EXPECT_EQ(item.title->text, " No heat readings");
 }
 
+TEST_F(StatusItemControllerTest, TellsTheTemperatureWherePanelsShowNoLabels) {
+    program.machine.temperatureEvents.sensors = {{.product = "PMU tdie1", .celsius = 50}};
+    program.machine.operatingSystem = OperatingSystem::gnuLinux;
+    start(MenuBarInfoMode::none);
+    EXPECT_EQ(item.toolTip, "Cindertop - Normal, 50°C");
+    state->setExperimentalTemperatureSensorsEnabled(false);
+    program.pass(10s);
+    EXPECT_EQ(item.toolTip, "Cindertop - Normal");
+}
+
 TEST_F(StatusItemControllerTest, FadesAnAlertInAndOut) {
     start(MenuBarInfoMode::compactAlertOnly);
     heatUntil(ThermalBand::fair, 1);

@@ -15,8 +15,13 @@ constexpr std::chrono::milliseconds fadeInterval{24};
 /// From the press of the button, which closes the popover, to its release, which many desktops report.
 constexpr std::chrono::milliseconds clickDuration{300};
 
-QString toolTipFor(ThermalAssistantPresentation::Status status) {
-    return "Cindertop - " + label(status);
+/// Most panels on Linux show no label, so the temperature stands here too.
+QString toolTipFor(const ThermalAssistantPresentation& presentation, OperatingSystem system) {
+    QString text = "Cindertop - " + label(presentation.status);
+    if (system == OperatingSystem::gnuLinux && presentation.menuBarTemperatureText) {
+        text += ", " + QString::fromStdString(*presentation.menuBarTemperatureText);
+    }
+    return text;
 }
 
 } // namespace
@@ -26,7 +31,7 @@ StatusItemController::StatusItemController(AppState& appState, StatusItem& statu
     : appState_(appState), statusItem_(statusItem), popover_(popover), timers_(timers) {
     makeRoom(std::nullopt);
     statusItem_.setImage(images_.active);
-    statusItem_.setToolTip(toolTipFor(appState_.currentPresentation().status));
+    showToolTip(appState_.currentPresentation());
     statusItem_.setAction([this](const QPoint& point) { togglePopover(point); });
     observe();
     renderLater();
@@ -57,7 +62,11 @@ void StatusItemController::render() {
     const auto presentation = appState_.currentPresentation();
     statusItem_.setImage(images_.of(presentation.status));
     apply(StatusLabel::of(presentation, *appState_.published().menuBarInfoMode));
-    statusItem_.setToolTip(toolTipFor(presentation.status));
+    showToolTip(presentation);
+}
+
+void StatusItemController::showToolTip(const ThermalAssistantPresentation& presentation) {
+    statusItem_.setToolTip(toolTipFor(presentation, appState_.environment().machine.operatingSystem));
 }
 
 void StatusItemController::apply(std::optional<StatusLabel> label) {

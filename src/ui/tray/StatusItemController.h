@@ -37,6 +37,7 @@ private:
     void observe();
     void renderLater();
     void render();
+    void showToolTip(const ThermalAssistantPresentation& presentation);
 
     void apply(std::optional<StatusLabel> label);
     void makeRoom(const std::optional<StatusLabel>& label);
