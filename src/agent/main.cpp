@@ -2,6 +2,7 @@
 #include "agent/Arguments.h"
 #include "agent/DesktopFace.h"
 #include "agent/Display.h"
+#include "agent/DisplayLoss.h"
 #include "agent/LiveProgram.h"
 #include "agent/MemoryReturn.h"
 #include "agent/Restart.h"
@@ -254,6 +255,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
         }
     });
     const MemoryReturn memory(timers);
+    const DisplayLoss displayLoss(state);
     return runEventLoop(state, face.get(), arguments);
 }
 

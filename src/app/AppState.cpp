@@ -52,6 +52,13 @@ void AppState::start() {
 }
 
 AppState::~AppState() {
+    finish();
+}
+
+void AppState::finish() {
+    if (std::exchange(isFinished_, true)) {
+        return;
+    }
     if (environment_.sleep != nullptr) {
         environment_.sleep->observe({});
     }

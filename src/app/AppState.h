@@ -46,6 +46,10 @@ public:
     AppState(const AppState&) = delete;
     AppState& operator=(const AppState&) = delete;
 
+    /// Ends the work in the background and writes what is kept, as the destructor does. Nothing may be called
+    /// afterwards.
+    void finish();
+
     const AppStateProperties& published() const { return published_; }
 
     DiagnosticLogService& diagnosticLogService() { return diagnosticLogService_; }
@@ -228,6 +232,7 @@ private:
     std::shared_ptr<MonitoringTask> thermalMonitoringTask_; ///< present exactly while monitoring runs
     std::unique_ptr<Timer> diagnosticExportStatusTask_;
     bool isApplyingSettings_ = false;
+    bool isFinished_ = false;
     SleepWatch sleepWatch_;
     std::optional<ThermalLevel> lastLoggedThermalLevel_;
     std::optional<ThermalLevel> lastRecordedHistoryLevel_;
