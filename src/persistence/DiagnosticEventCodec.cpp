@@ -35,47 +35,14 @@ bool isShallow(std::string_view text) {
     return true;
 }
 
-/// The text under a key; null when there is none.
-const std::string* textUnder(const json& object, const char* key) {
-    const auto found = object.find(key);
-    return found == object.end() ? nullptr : found->get_ptr<const std::string*>();
-}
-
-std::optional<DiagnosticMetadata> decodeMetadata(const json& object) {
-    const auto found = object.find("metadata");
-    if (found == object.end() || !found->is_object()) {
-        return std::nullopt;
-    }
-    DiagnosticMetadata metadata;
-    for (const auto& [key, value] : found->items()) {
-        if (!value.is_string()) {
-            return std::nullopt;
-        }
-        metadata.emplace(key, value.get_ref<const std::string&>());
-    }
-    return metadata;
-}
-
-std::optional<DiagnosticLogEvent> decodeEvent(const json& object) {
-    if (!object.is_object()) {
-        return std::nullopt;
-    }
-    const auto read = [&](const char* key, const auto& parse) {
-        const std::string* const text = textUnder(object, key);
-        return text == nullptr ? decltype(parse(*text)){} : parse(*text);
-    };
-    const auto id = read("id", Uuid::parse);
-    const auto timestamp = read("timestamp", parseUtcText);
-    const auto level =
-        read("level", [](const std::string& raw) { return fromRawValue<DiagnosticLogLevel>(raw); });
-    const auto category =
-        read("category", [](const std::string& raw) { return fromRawValue<DiagnosticLogCategory>(raw); });
-    const std::string* const message = textUnder(object, "message");
-    auto metadata = decodeMetadata(object);
-    if (!id || !timestamp || !level || !category || message == nullptr || !metadata) {
-        return std::nullopt;
-    }
-    return DiagnosticLogEvent{*id, *timestamp, *level, *category, *message, *std::move(metadata)};
+DiagnosticLogEvent eventOf(const json& object) {
+    const auto text = [&](const char* key) { return object.at(key).get<std::string>(); };
+    return {.id = Uuid::parse(text("id")).value(),
+            .timestamp = parseUtcText(text("timestamp")).value(),
+            .level = fromRawValue<DiagnosticLogLevel>(text("level")).value(),
+            .category = fromRawValue<DiagnosticLogCategory>(text("category")).value(),
+            .message = text("message"),
+            .metadata = object.at("metadata").get<DiagnosticMetadata>()};
 }
 
 } // namespace
@@ -109,12 +76,14 @@ std::optional<std::deque<DiagnosticLogEvent>> decodeDiagnosticEvents(std::string
         return std::nullopt;
     }
     std::deque<DiagnosticLogEvent> events;
-    for (const json& object : array) {
-        auto event = decodeEvent(object);
-        if (!event) {
-            return std::nullopt;
+    try {
+        for (const json& object : array) {
+            events.push_back(eventOf(object));
         }
-        events.push_back(*std::move(event));
+    } catch (const json::exception&) { // a key that is missing or has another type
+        return std::nullopt;
+    } catch (const std::bad_optional_access&) { // a text that means nothing
+        return std::nullopt;
     }
     return events;
 }
