@@ -1,4 +1,4 @@
-#include "app/MachineJsonReader.h"
+#include "report/MachineReport.h"
 
 #include <nlohmann/json.hpp>
 
@@ -11,8 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto report = cindertop::machineReport({reinterpret_cast<const char*>(data), size});
     if (report) {
-        const auto again =
-            cindertop::machineReport(cindertop::machineJson(report->snapshot, report->verdict).dump());
+        const auto again = cindertop::machineReport(cindertop::machineJson(*report).dump());
         if (!again || again != report) {
             std::abort();
         }

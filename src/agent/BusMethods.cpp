@@ -1,8 +1,8 @@
 #include "agent/BusMethods.h"
 
-#include "agent/AgentJson.h"
 #include "app/Preferences.h"
 #include "app/Version.h"
+#include "report/MachineReport.h"
 #include "support/Enumeration.h"
 
 #include <nlohmann/json.hpp>
@@ -138,7 +138,19 @@ QVariantMap BusMethods::properties() const {
 
 QString BusMethods::snapshot() const {
     state_.noteLook();
-    return qText(compactText(agentJson(state_)));
+    const auto& published = state_.published();
+    const auto presentation = state_.currentPresentation();
+    auto json = unmeasuredMachineJson();
+    if (auto machine = state_.machineSnapshot()) {
+        json = machineJson({.snapshot = *std::move(machine),
+                            .verdict = MachineVerdict{.recommendation = state_.currentRecommendation(),
+                                                      .presentation = presentation}});
+    }
+    json["presentation"] = encodeJson(presentation);
+    json["notificationState"] = caseName(*published.systemNotificationState);
+    json["isPaused"] = *published.isPaused;
+    json["termsAccepted"] = *published.legalTermsAccepted;
+    return qText(compactText(json));
 }
 
 BusAnswer BusMethods::call(const QString& method, const QString& signature, const QVariantList& arguments) {

@@ -41,6 +41,8 @@ public:
 
     /// All but the snapshot, which is long.
     QVariantMap properties() const;
+    /// Everything that the running program knows, as docs/json.md describes it: the machine as of the latest
+    /// tick, with the advice. While nothing is measured, everything of the machine is null.
     QString snapshot() const;
 
 private:

@@ -2,9 +2,9 @@
 
 #include "app/LegalTerms.h"
 #include "app/Preferences.h"
-#include "app/SnapshotJson.h"
 #include "cli/StoredCommands.h"
 #include "persistence/AppSettingsStore.h"
+#include "report/Json.h"
 #include "terminal/DisplayText.h"
 #include "terminal/StyledText.h"
 

@@ -1,10 +1,10 @@
 #include "cli/Commands.h"
 
-#include "app/MachineJson.h"
 #include "cli/Pages.h"
 #include "cli/Watch.h"
 #include "cli/WatchEvents.h"
 #include "cli/WatchPrinters.h"
+#include "report/MachineReport.h"
 #include "terminal/ValueText.h"
 
 #include <nlohmann/json.hpp>
@@ -18,9 +18,16 @@ namespace cindertop::cli {
 namespace {
 
 /// Several lines where a person reads, one where a program does.
-WriteResult writeJson(const CommandEnvironment& environment, const Json& json) {
-    const bool isForPeople = environment.terminal().isTerminal;
-    return environment.output.write((isForPeople ? indentedText(json) : compactText(json)) + '\n');
+WriteResult writeJson(const CommandEnvironment& environment, std::string document) {
+    if (environment.terminal().isTerminal) {
+        document = indentedText(Json::parse(document));
+    }
+    return environment.output.write(document + '\n');
+}
+
+/// What the agent wrote is passed on as it is.
+std::string documentOf(const MachineReport& report) {
+    return report.document.empty() ? compactText(machineJson(report)) : report.document;
 }
 
 PageStyle styleOf(const CommandEnvironment& environment) {
@@ -36,9 +43,8 @@ WriteResult writePage(const CommandEnvironment& environment, const std::vector<L
 
 std::unique_ptr<WatchPrinter> linePrinter(const CommandEnvironment& environment, Format format) {
     if (format == Format::json) {
-        return std::make_unique<LinePrinter>(environment.output, [](const MachineReport& report) {
-            return compactText(machineJson(report.snapshot, report.verdict));
-        });
+        return std::make_unique<LinePrinter>(environment.output,
+                                             [](const MachineReport& report) { return documentOf(report); });
     }
     return std::make_unique<LinePrinter>(
         environment.output,
@@ -77,14 +83,15 @@ Watch::End watchByLine(CommandEnvironment& environment, Format format) {
 
 WriteResult showStatus(CommandEnvironment& environment, Format format) {
     const auto report = environment.machine.look();
-    return format == Format::json ? writeJson(environment, machineJson(report.snapshot, report.verdict))
+    return format == Format::json ? writeJson(environment, documentOf(report))
                                   : writePage(environment, statusPage(report, styleOf(environment)));
 }
 
 WriteResult showOffenders(CommandEnvironment& environment, Format format) {
-    const auto snapshot = environment.machine.look().snapshot;
-    return format == Format::json ? writeJson(environment, offendersJson(snapshot))
-                                  : writePage(environment, offendersPage(snapshot, styleOf(environment)));
+    const auto report = environment.machine.look();
+    return format == Format::json
+               ? writeJson(environment, compactText(Json::parse(documentOf(report)).at("offenders")))
+               : writePage(environment, offendersPage(report.snapshot, styleOf(environment)));
 }
 
 std::expected<std::optional<int>, WriteError> watch(CommandEnvironment& environment, Format format) {

@@ -19,11 +19,11 @@ SampledMachine::SampledMachine(MachineSampler& sampler, std::function<void(Secon
 MachineReport SampledMachine::look() {
     sampler_.prime();
     sleep_(measuringTime);
-    return {.snapshot = sampler_.sampleNow(), .verdict = std::nullopt};
+    return {.snapshot = sampler_.sampleNow()};
 }
 
 MachineReport SampledMachine::next() {
-    return {.snapshot = sampler_.sample(), .verdict = std::nullopt};
+    return {.snapshot = sampler_.sample()};
 }
 
 namespace {
@@ -55,6 +55,7 @@ std::optional<MachineReport> AgentMachine::told() {
     auto report = text ? machineReport(*text) : std::nullopt;
     note_ = text && !report ? noteOn(*text) : std::string();
     if (report) {
+        report->document = *text;
         measured_.reset();
     }
     return report;

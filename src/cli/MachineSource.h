@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/MachineJsonReader.h"
 #include "app/MachineSampler.h"
 #include "cli/AgentClient.h"
+#include "report/MachineReport.h"
 
 #include <functional>
 #include <memory>

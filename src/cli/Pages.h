@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/MachineJsonReader.h"
 #include "cli/MachineFacts.h"
+#include "report/MachineReport.h"
 
 #include <string>
 #include <string_view>

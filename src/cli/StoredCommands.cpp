@@ -1,6 +1,5 @@
 #include "cli/StoredCommands.h"
 
-#include "app/HistoryJson.h"
 #include "cli/HistoryPage.h"
 #include "persistence/AppSettingsStore.h"
 #include "persistence/DiagnosticBuffer.h"
@@ -8,6 +7,7 @@
 #include "persistence/ThermalHistoryStore.h"
 #include "persistence/UnstoredUserDefaults.h"
 #include "persistence/Uuid.h"
+#include "report/Json.h"
 
 #include <nlohmann/json.hpp>
 
@@ -101,7 +101,7 @@ WriteResult showHistory(const StoredEnvironment& environment, Format format, boo
     const auto snapshot = storedHistory(environment);
     const auto traits = environment.terminal();
     if (format == Format::json) {
-        const auto json = HistoryJson(unixEpoch).snapshot(snapshot);
+        const auto json = encodeJson(snapshot);
         return environment.output.write((traits.isTerminal ? indentedText(json) : compactText(json)) + '\n');
     }
     const auto settings = settingsOf(environment);

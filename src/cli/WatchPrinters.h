@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/MachineJsonReader.h"
 #include "cli/Pages.h"
+#include "report/MachineReport.h"
 #include "terminal/Output.h"
 #include "terminal/Screen.h"
 

@@ -1,6 +1,6 @@
 #include "PlayedAgent.h"
 #include "agent/BusMethods.h"
-#include "app/MachineJsonReader.h"
+#include "report/MachineReport.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -159,8 +159,7 @@ TEST(BusMethods, TellsEverythingInTheSnapshot) {
     EXPECT_EQ(after.size(), before.size());
     const auto report = machineReport(text);
     ASSERT_TRUE(report && report->verdict);
-    EXPECT_EQ(compactText(machineJson(report->snapshot, report->verdict)),
-              text.substr(0, text.find(",\"notificationState\"")) + "}");
+    EXPECT_EQ(compactText(machineJson(*report)), text.substr(0, text.find(",\"notificationState\"")) + "}");
 }
 
 } // namespace

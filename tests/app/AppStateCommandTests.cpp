@@ -1,5 +1,4 @@
 #include "FakeProgram.h"
-#include "app/SnapshotJson.h"
 #include "support/AtomicFile.h"
 
 #include <gtest/gtest.h>
@@ -143,7 +142,7 @@ TEST(AppStateCommands, MarksAnExportForAWhile) {
     state.exportDiagnosticLogs();
     program.desktop.answer("/export.json");
     const auto settings =
-        Json::parse(wholeFile(program.files, "/export.json", 1'000'000).value())["settings"];
+        nlohmann::json::parse(wholeFile(program.files, "/export.json", 1'000'000).value())["settings"];
     EXPECT_EQ(settings["menuBarInfoMode"], "thermalScore");
     EXPECT_EQ(settings["showProcessOffenders"], false);
     EXPECT_TRUE(*succeeded);

@@ -1,5 +1,5 @@
-#include "app/Snapshots.h"
 #include "cli/Pages.h"
+#include "report/Snapshots.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 #include "scenario/player/Replay.h"
 
-#include "app/AssistantJson.h"
 #include "app/Executor.h"
 #include "scenario/machine/VirtualClock.h"
 #include "support/Enumeration.h"
@@ -27,20 +26,20 @@ Json metadataJson(const DiagnosticMetadata& metadata) {
 } // namespace
 
 ReplayLines::ReplayLines(const Clock& clock, Instant start, std::function<void(std::string)> write)
-    : clock_(clock), snapshots_(start), histories_(start), write_(std::move(write)) {}
+    : clock_(clock), start_(start), write_(std::move(write)) {}
 
 Json ReplayLines::line(const char* event) const {
-    return {{"t", snapshots_.seconds(clock_.now())}, {"event", event}};
+    return {{"t", secondsBetween(start_, clock_.now()).count()}, {"event", event}};
 }
 
 void ReplayLines::tick(const AppState& state) {
     const auto& published = state.published();
     auto json = line("tick");
-    json["score"] = SnapshotJson::score(*state.latestThermalScore());
-    json["context"] = SnapshotJson::context(*published.systemContextSnapshot);
-    json["offenders"] = snapshots_.offenders(*published.processOffenderSnapshot);
-    json["recommendation"] = recommendationJson(*published.recommendationSnapshot);
-    json["presentation"] = presentationJson(state.makePresentation(*published.thermalSnapshot));
+    json["score"] = encodeJson(*state.latestThermalScore());
+    json["context"] = encodeJson(*published.systemContextSnapshot);
+    json["offenders"] = encodeJson(*published.processOffenderSnapshot, start_);
+    json["recommendation"] = encodeJson(*published.recommendationSnapshot);
+    json["presentation"] = encodeJson(state.makePresentation(*published.thermalSnapshot));
     json["notificationState"] = caseName(*published.systemNotificationState);
     ++ticks_;
     write_(compactText(json));
@@ -48,8 +47,8 @@ void ReplayLines::tick(const AppState& state) {
 
 void ReplayLines::history(const ThermalHistorySample& sample, const ThermalMonitoringSnapshot& result) {
     auto json = line("history");
-    json["sample"] = histories_.sample(sample);
-    json["todaySummary"] = histories_.summary(result.todaySummary);
+    json["sample"] = encodeJson(sample, start_);
+    json["todaySummary"] = encodeJson(result.todaySummary, start_);
     json["sampleCount"] = result.samples.size();
     ++samples_;
     write_(compactText(json));

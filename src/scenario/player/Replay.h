@@ -1,9 +1,8 @@
 #pragma once
 
 #include "app/AppState.h"
-#include "app/HistoryJson.h"
-#include "app/SnapshotJson.h"
 #include "platform/UserNotificationCenter.h"
+#include "report/Json.h"
 #include "scenario/machine/SimulatedDesktop.h"
 #include "scenario/player/PlayedProgram.h"
 
@@ -33,8 +32,7 @@ private:
     Json line(const char* event) const;
 
     const Clock& clock_;
-    SnapshotJson snapshots_;
-    HistoryJson histories_;
+    Instant start_;
     std::function<void(std::string)> write_;
     std::int64_t ticks_ = 0;
     std::int64_t samples_ = 0;

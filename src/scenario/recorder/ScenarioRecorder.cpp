@@ -2,7 +2,7 @@
 
 #include "app/HardwareProfile.h"
 #include "app/SamplingSchedule.h"
-#include "app/SnapshotJson.h"
+#include "report/Json.h"
 #include "scenario/recorder/ScenarioText.h"
 #include "support/DateText.h"
 #include "thermal/ThermalReading.h"

@@ -1,6 +1,6 @@
 #include "scenario/recorder/ScenarioText.h"
 
-#include "app/SnapshotJson.h"
+#include "report/Json.h"
 
 #include <nlohmann/json.hpp>
 

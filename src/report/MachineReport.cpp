@@ -1,0 +1,245 @@
+#include "report/MachineReport.h"
+
+#include "report/JsonRecord.h"
+
+#include <array>
+
+namespace cindertop {
+
+template <>
+inline constexpr auto jsonFields<ThermalScore> = std::tuple{
+    JsonField{"score", &ThermalScore::score},
+    JsonField{"level", &ThermalScore::level},
+    JsonField{"effectIntensity", &ThermalScore::effectIntensity},
+    JsonField{"shouldTriggerEffects", &ThermalScore::shouldTriggerEffects},
+    JsonField{"recommendedSamplingHz", &ThermalScore::recommendedSamplingHz},
+    JsonField{"temperatureCelsius", &ThermalScore::temperatureCelsius},
+    JsonField{"dataSource", &ThermalScore::dataSource},
+    JsonField{"systemState", &ThermalScore::systemState},
+    JsonField{"pressureLevel", &ThermalScore::pressureLevel},
+    JsonField{"trend", &ThermalScore::trend},
+};
+
+template <>
+inline constexpr auto jsonFields<DisplayContextSnapshot> = std::tuple{
+    JsonField{"isAvailable", &DisplayContextSnapshot::isAvailable},
+    JsonField{"activeDisplayCount", &DisplayContextSnapshot::activeDisplayCount},
+    JsonField{"builtInDisplayCount", &DisplayContextSnapshot::builtInDisplayCount},
+    JsonField{"externalDisplayCount", &DisplayContextSnapshot::externalDisplayCount},
+    UnusualJsonField{"canFold", &DisplayContextSnapshot::canFold, true},
+};
+
+template <>
+inline constexpr auto jsonFields<PowerContextSnapshot> = std::tuple{
+    JsonField{"isAvailable", &PowerContextSnapshot::isAvailable},
+    JsonField{"source", &PowerContextSnapshot::source},
+    JsonField{"batteryLevelPercent", &PowerContextSnapshot::batteryLevelPercent},
+    JsonField{"isCharging", &PowerContextSnapshot::isCharging},
+    JsonField{"isFullyCharged", &PowerContextSnapshot::isFullyCharged},
+    JsonField{"isLowPowerModeEnabled", &PowerContextSnapshot::isLowPowerModeEnabled},
+    JsonField{"batteryTemperatureCelsius", &PowerContextSnapshot::batteryTemperatureCelsius},
+    JsonField{"batteryTemperatureLevel", &PowerContextSnapshot::batteryTemperatureLevel},
+};
+
+template <>
+inline constexpr auto jsonFields<SustainedThermalPressureSnapshot> = std::tuple{
+    JsonField{"isSustained", &SustainedThermalPressureSnapshot::isSustained},
+    JsonField{"activeDuration", &SustainedThermalPressureSnapshot::activeDuration},
+    JsonField{"currentLevel", &SustainedThermalPressureSnapshot::currentLevel},
+    JsonField{"thresholdLevel", &SustainedThermalPressureSnapshot::thresholdLevel},
+};
+
+template <>
+inline constexpr auto jsonFields<SystemContextSnapshot> = std::tuple{
+    JsonField{"displays", &SystemContextSnapshot::displays},
+    JsonField{"power", &SystemContextSnapshot::power},
+    JsonField{"sustainedPressure", &SystemContextSnapshot::sustainedPressure},
+};
+
+template <>
+inline constexpr auto jsonFields<ProcessOffenderChild> = std::tuple{
+    JsonField{"processIdentifier", &ProcessOffenderChild::processIdentifier},
+    JsonField{"parentProcessIdentifier", &ProcessOffenderChild::parentProcessIdentifier},
+    JsonField{"name", &ProcessOffenderChild::name},
+    JsonField{"cpuPercent", &ProcessOffenderChild::cpuPercent},
+    JsonField{"isSystemProcess", &ProcessOffenderChild::isSystemProcess},
+    JsonField{"startedAt", &ProcessOffenderChild::startedAt},
+};
+
+template <>
+Json encodeJson(const ProcessOffenderHistoryPoint& point, Instant start) {
+    return Json::array({encodeJson(point.measuredAt, start), point.cpuPercent});
+}
+
+template <>
+ProcessOffenderHistoryPoint decodeJson(const Json& json) {
+    return {decodeJson<Instant>(json.at(0)), decodeJson<double>(json.at(1))};
+}
+
+template <>
+inline constexpr auto jsonFields<ProcessOffender> = std::tuple{
+    JsonField{"id", &ProcessOffender::id},
+    JsonField{"displayName", &ProcessOffender::displayName},
+    JsonField{"bundleIdentifier", &ProcessOffender::bundleIdentifier},
+    JsonField{"appBundlePath", &ProcessOffender::appBundlePath},
+    JsonField{"representativeProcessIdentifier", &ProcessOffender::representativeProcessIdentifier},
+    JsonField{"processCount", &ProcessOffender::processCount},
+    JsonField{"cpuPercent", &ProcessOffender::cpuPercent},
+    JsonField{"category", &ProcessOffender::category},
+    JsonField{"canTerminateApplication", &ProcessOffender::canTerminateApplication},
+    JsonField{"children", &ProcessOffender::children},
+    JsonField{"history", &ProcessOffender::history},
+    JsonField{"startedAt", &ProcessOffender::startedAt},
+};
+
+template <>
+inline constexpr auto jsonFields<ProcessOffenderSnapshot> = std::tuple{
+    JsonField{"state", &ProcessOffenderSnapshot::state},
+    JsonField{"isIndexingOrSetupLikely", &ProcessOffenderSnapshot::isIndexingOrSetupLikely},
+    MeasuredJsonField{"measuredAt", &ProcessOffenderSnapshot::measuredAt},
+    JsonField{"offenders", &ProcessOffenderSnapshot::offenders},
+};
+
+template <>
+inline constexpr auto jsonFields<TemperatureReading> = std::tuple{
+    JsonField{"id", &TemperatureReading::id},
+    JsonField{"label", &TemperatureReading::label},
+    JsonField{"celsius", &TemperatureReading::celsius},
+    JsonField{"kind", &TemperatureReading::kind},
+    UnusualJsonField{"age", &TemperatureReading::age, Seconds{0}},
+};
+
+template <>
+inline constexpr auto jsonFields<SourceStatus> = std::tuple{
+    JsonField{"name", &SourceStatus::name},
+    JsonField{"available", &SourceStatus::isAvailable},
+    JsonField{"reason", &SourceStatus::reason},
+};
+
+template <>
+inline constexpr auto jsonFields<CinderInsight> = std::tuple{
+    JsonField{"kind", &CinderInsight::kind},
+    JsonField{"confidence", &CinderInsight::confidence},
+    JsonField{"title", &CinderInsight::title},
+    JsonField{"message", &CinderInsight::message},
+    JsonField{"relatedOffenderID", &CinderInsight::relatedOffenderID},
+};
+
+template <>
+inline constexpr auto jsonFields<CinderRecommendationSnapshot> = std::tuple{
+    JsonField{"primaryInsight", &CinderRecommendationSnapshot::primaryInsight},
+    JsonField{"secondaryInsights", &CinderRecommendationSnapshot::secondaryInsights},
+};
+
+template <>
+inline constexpr auto jsonFields<ThermalAssistantPresentation> = std::tuple{
+    JsonField{"status", &ThermalAssistantPresentation::status},
+    JsonField{"trendLabel", &ThermalAssistantPresentation::trendLabel},
+    JsonField{"menuBarTemperatureText", &ThermalAssistantPresentation::menuBarTemperatureText},
+    JsonField{"popoverTemperatureText", &ThermalAssistantPresentation::popoverTemperatureText},
+    JsonField{"actionMessage", &ThermalAssistantPresentation::actionMessage},
+};
+
+template Json encodeJson(const ThermalScore& score, Instant start);
+template Json encodeJson(const SystemContextSnapshot& context, Instant start);
+template Json encodeJson(const ProcessOffenderSnapshot& snapshot, Instant start);
+template Json encodeJson(const CinderRecommendationSnapshot& snapshot, Instant start);
+template Json encodeJson(const ThermalAssistantPresentation& presentation, Instant start);
+
+namespace {
+
+struct MachineMember {
+    const char* key;
+    Json (*write)(const MachineReport& report);
+};
+
+template <auto Part>
+Json verdictJson(const MachineReport& report) {
+    return report.verdict ? encodeJson((*report.verdict).*Part) : Json(nullptr);
+}
+
+template <auto Part>
+Json snapshotJson(const MachineReport& report) {
+    return encodeJson(report.snapshot.*Part);
+}
+
+constexpr std::array machineMembers{
+    MachineMember{"score", snapshotJson<&MachineSnapshot::score>},
+    MachineMember{"context", snapshotJson<&MachineSnapshot::context>},
+    MachineMember{"offenders", snapshotJson<&MachineSnapshot::offenders>},
+    MachineMember{"recommendation", verdictJson<&MachineVerdict::recommendation>},
+    MachineMember{"presentation", verdictJson<&MachineVerdict::presentation>},
+    MachineMember{"sources", snapshotJson<&MachineSnapshot::sources>},
+    MachineMember{"measuredAt", snapshotJson<&MachineSnapshot::measuredAt>},
+    MachineMember{"cpuPercent", snapshotJson<&MachineSnapshot::cpuPercent>},
+    MachineMember{"temperatures", snapshotJson<&MachineSnapshot::temperatures>},
+};
+
+template <typename Member>
+void readMember(Member& member, const Json& json, const char* key) {
+    member = decodeJson<Member>(json.at(key));
+}
+
+MachineReport reportOf(const Json& json) {
+    const auto measuredAt = decodeJson<Instant>(json.at("measuredAt"));
+    MachineReport report{
+        .snapshot = {.score = decodeRecord<ThermalScore>(json.at("score"), measuredAt),
+                     .context = decodeRecord<SystemContextSnapshot>(json.at("context"), measuredAt),
+                     .offenders = {},
+                     .cpuPercent = {},
+                     .temperatures = {},
+                     .sources = {},
+                     .measuredAt = measuredAt}};
+    readMember(report.snapshot.offenders, json, "offenders");
+    readMember(report.snapshot.cpuPercent, json, "cpuPercent");
+    readMember(report.snapshot.temperatures, json, "temperatures");
+    readMember(report.snapshot.sources, json, "sources");
+    if (!json.at("recommendation").is_null()) {
+        auto& verdict = report.verdict.emplace();
+        readMember(verdict.recommendation, json, "recommendation");
+        readMember(verdict.presentation, json, "presentation");
+        verdict.recommendation.measuredAt = measuredAt;
+    }
+    return report;
+}
+
+} // namespace
+
+Json machineJson(const MachineReport& report) {
+    auto json = Json::object();
+    for (const auto& member : machineMembers) {
+        json[member.key] = member.write(report);
+    }
+    return json;
+}
+
+Json unmeasuredMachineJson() {
+    auto json = Json::object();
+    for (const auto& member : machineMembers) {
+        json[member.key] = nullptr;
+    }
+    return json;
+}
+
+std::optional<MachineReport> machineReport(std::string_view text) {
+    try {
+        const auto json = Json::parse(text);
+        return json.at("score").is_null() ? std::nullopt : std::optional(reportOf(json));
+    } catch (const Json::exception&) {
+        return std::nullopt;
+    } catch (const std::logic_error&) { // a case or an instant that there is not
+        return std::nullopt;
+    }
+}
+
+std::optional<AgentCondition> agentCondition(std::string_view text) {
+    try {
+        const auto json = Json::parse(text);
+        return AgentCondition{.isPaused = json.at("isPaused").get<bool>(),
+                              .areTermsAccepted = json.at("termsAccepted").get<bool>()};
+    } catch (const Json::exception&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace cindertop
