@@ -152,12 +152,6 @@ public:
     void apply(std::span<const UserDefaultsChange> /*changes*/) override {}
 };
 
-class NoLog final : public UnifiedLog {
-public:
-    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
-               std::string_view /*text*/) override {}
-};
-
 class StandingClock final : public Clock {
 public:
     Instant now() const override { return start; }
@@ -187,7 +181,7 @@ void BM_EventOnFullBuffer(benchmark::State& state) {
         return;
     }
     NoDefaults defaults;
-    NoLog log;
+    SilentUnifiedLog log;
     const StandingClock clock;
     DiagnosticLogService service(file, {defaults, files, log, clock, CalendarDays("UTC")});
     service.configure(true);

@@ -3,16 +3,15 @@
 #include "support/AtomicFile.h"
 #include "support/PropertyListText.h"
 #include "support/PropertyListValue.h"
+#include "support/UserFolders.h"
 
-#include <system_error>
 #include <utility>
 #include <variant>
 
 namespace cindertop {
 
 std::filesystem::path DeploymentFile::defaultFile() {
-    std::error_code ignored;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+    const auto program = ownProgram();
     const auto prefix = program.empty() ? "/usr" : program.parent_path().parent_path();
     return prefix / "share/cindertop/Info.plist";
 }

@@ -98,19 +98,12 @@ bool SharedHistorySamples::operator==(const SharedHistorySamples& other) const {
     return count_ == other.count_ && (first_ == other.first_ || std::equal(begin(), end(), other.begin()));
 }
 
-namespace {
-
-double nonNegative(double seconds) {
-    return seconds > 0 ? seconds : 0; // NaN is above nothing
-}
-
-} // namespace
-
+// A maximum with 0 first is 0 for what is no number, too.
 ThermalLevelDurations::ThermalLevelDurations(double normal, double fair, double serious, double critical)
-    : normal(nonNegative(normal)),
-      fair(nonNegative(fair)),
-      serious(nonNegative(serious)),
-      critical(nonNegative(critical)) {}
+    : normal(std::max(0.0, normal)),
+      fair(std::max(0.0, fair)),
+      serious(std::max(0.0, serious)),
+      critical(std::max(0.0, critical)) {}
 
 ThermalLevelDurations ThermalLevelDurations::adding(double seconds, ThermalLevel level) const {
     const auto share = [&](ThermalLevel of) { return of == level ? seconds : 0.0; };

@@ -15,6 +15,13 @@ public:
                        std::string_view text) = 0;
 };
 
+/// Where nobody reads the log.
+class SilentUnifiedLog final : public UnifiedLog {
+public:
+    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
+               std::string_view /*text*/) override {}
+};
+
 /// The subsystem under which this program writes its lines.
 inline constexpr std::string_view unifiedLogSubsystem = "app.cindertop.Cindertop";
 

@@ -60,4 +60,9 @@ UserFolders UserFolders::ofUser() {
     });
 }
 
+std::filesystem::path ownProgram() {
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored);
+}
+
 } // namespace cindertop

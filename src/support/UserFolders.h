@@ -28,4 +28,7 @@ struct UserFolders {
     std::filesystem::path programConfig() const { return config / "Cindertop"; }
 };
 
+/// The file of the program that runs; empty without /proc.
+std::filesystem::path ownProgram();
+
 } // namespace cindertop
