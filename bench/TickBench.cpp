@@ -2,13 +2,8 @@
 // and judging them. The machines are file trees, so it counts this program's work and the kernel's for
 // opening files, but not that of a driver, which a real machine adds.
 
-#include "context/DisplayContext.h"
-#include "context/PowerContext.h"
-#include "context/SystemContext.h"
-#include "cpu/GlobalCPUUsageMonitor.h"
+#include "app/MonitoringEngines.h"
 #include "platform/linux/LinuxMachine.h"
-#include "thermal/ThermalEngine.h"
-#include "thermal/ThermalProviders.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,12 +19,6 @@ namespace {
 
 constexpr double budgetMicroseconds = 300;
 
-class SilentLog final : public UnifiedLog {
-public:
-    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
-               std::string_view /*text*/) override {}
-};
-
 /// A machine whose clock goes on by a tick whenever it is told to, so that no answer of the last tick is used
 /// again.
 class TickedMachine {
@@ -39,11 +28,11 @@ public:
 
     void tick() {
         elapsed_ += std::chrono::milliseconds(200);
-        const auto now = machine_.clock().now();
-        const auto score = thermal_.snapshot(
+        const auto now = services_.clock.now();
+        const auto score = engines_.readScore(
             {.usesExperimentalSensors = true, .thresholds = ThermalTemperatureThresholds::defaults()});
-        benchmark::DoNotOptimize(context_.snapshot(score, now, machine_.clock().uptime().awake));
-        benchmark::DoNotOptimize(cpu_.sample(now));
+        benchmark::DoNotOptimize(engines_.context.snapshot(score, now, services_.clock.uptime().awake));
+        benchmark::DoNotOptimize(engines_.cpuUsage.sample(now));
     }
 
 private:
@@ -54,18 +43,9 @@ private:
 
     std::chrono::nanoseconds elapsed_ = std::chrono::hours(1);
     linux_platform::LinuxMachine machine_;
-    ThermalEngine thermal_{
-        SystemThermalStateProvider(machine_.processInformation(),
-                                   DarwinThermalPressureProvider(DarwinThermalPressureReader::ownOnFirstUse(
-                                       machine_.thermalPressure(), std::make_shared<SilentLog>())),
-                                   machine_.clock()),
-        std::make_unique<ExperimentalSensorTemperatureProvider>(machine_.temperatureEvents()),
-        ThermalScorer()};
-    SystemContextEngine context_{
-        std::make_unique<SystemDisplayContextProvider>(machine_.displays()),
-        std::make_unique<SystemPowerContextProvider>(machine_.powerSources(), machine_.processInformation()),
-        SustainedThermalPressureConfiguration::defaults()};
-    GlobalCPUUsageMonitor cpu_{std::make_unique<DarwinSystemCPUTimeProvider>(machine_.hostStatistics())};
+    Machine services_ = machine_.services();
+    MonitoringEngines engines_{services_, DarwinThermalPressureReader::ownOnFirstUse(
+                                              services_.pressure, std::make_shared<SilentUnifiedLog>())};
 };
 
 void measureTick(benchmark::State& state, const std::string& name) {

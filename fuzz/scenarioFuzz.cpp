@@ -51,11 +51,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(!scenario->frames.empty());
     simulated::VirtualClock clock(scenario->start);
     simulated::SimulatedMachine machine(scenario, clock);
+    const auto services = machine.services();
     HostCpuLoad former{};
     for (const auto& frame : scenario->frames) {
         clock.advanceTo(scenario->start + frame.at);
-        takeCensus(machine.processTable());
-        if (const auto load = machine.hostStatistics().cpuLoad()) {
+        takeCensus(services.processes);
+        if (const auto load = services.hostStatistics.cpuLoad()) {
             require(isNoLess(*load, former));
             former = *load;
         }

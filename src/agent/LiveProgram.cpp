@@ -7,16 +7,15 @@
 #include "platform/linux/SystemClock.h"
 
 #include <filesystem>
-#include <system_error>
+#include <utility>
 
 namespace cindertop::agent {
 
 namespace {
 
-/// The file that runs; without /proc the name by which it is found.
-std::filesystem::path ownProgram() {
-    std::error_code ignored;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+/// Without /proc the name by which it is found.
+std::filesystem::path startedAtLogin() {
+    const auto program = ownProgram();
     return program.empty() ? std::filesystem::path("cindertop") : program;
 }
 
@@ -30,23 +29,13 @@ LiveProgram::LiveProgram(const UserFolders& folders, UserDefaults& defaults,
       log_(std::make_shared<linux_platform::JournalUnifiedLog>()),
       machine_(roots),
       systemValues_(roots),
-      loginItem_(folders.config / "autostart", ownProgram(), files_) {}
+      loginItem_(folders.config / "autostart", startedAtLogin(), files_) {}
 
 AppStateEnvironment LiveProgram::environment() {
-    return {.machine = {.operatingSystem = linux_platform::operatingSystem,
-                        .clock = machine_.clock(),
-                        .process = machine_.processInformation(),
-                        .pressureReader =
-                            DarwinThermalPressureReader::sharedOnFirstUse(machine_.thermalPressure(), log_),
-                        .temperatureEvents = machine_.temperatureEvents(),
-                        .displays = machine_.displays(),
-                        .powerSources = machine_.powerSources(),
-                        .hostStatistics = machine_.hostStatistics(),
-                        .processes = machine_.processes(),
-                        .applications = machine_.applications(),
-                        .comparison = LocalizedComparison::ofUser(),
-                        .sources = [this] { return machine_.sources(); },
-                        .heatSourceSurvey = &machine_.heatSourceSurvey()},
+    auto machine = machine_.services();
+    auto pressureReader = DarwinThermalPressureReader::sharedOnFirstUse(machine.pressure, log_);
+    return {.machine = std::move(machine),
+            .pressureReader = std::move(pressureReader),
             .timers = timers_,
             .executor = engineThread_,
             .systemValues = systemValues_,

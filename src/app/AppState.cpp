@@ -18,7 +18,7 @@ AppState::AppState(AppStateEnvironment environment)
     : environment_(std::move(environment)),
       temperatures_(environment_.temperatures),
       settingsStore_(environment_.defaults, defaultSettings(environment_.machine.operatingSystem)),
-      engines_(environment_.machine),
+      engines_(environment_.machine, environment_.pressureReader),
       thermalHistoryStore_(environment_.historyFile, historyDuration, maximumAttributionGap,
                            environment_.calendar, environment_.files, environment_.historyWriting),
       systemNotificationService_(environment_.notificationCenter),

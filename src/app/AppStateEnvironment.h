@@ -2,13 +2,13 @@
 
 #include "app/DeploymentFile.h"
 #include "app/Executor.h"
-#include "app/MachineServices.h"
 #include "app/UpdateService.h"
 #include "app/Windows.h"
 #include "persistence/DiagnosticLogEvent.h"
 #include "persistence/ThermalHistoryStore.h"
 #include "platform/Desktop.h"
 #include "platform/LoginItem.h"
+#include "platform/Machine.h"
 #include "platform/RunningApplications.h"
 #include "platform/SleepAnnouncements.h"
 #include "platform/SystemValues.h"
@@ -19,6 +19,7 @@
 #include "support/DateText.h"
 #include "support/FileSystem.h"
 #include "support/TemperatureText.h"
+#include "thermal/ThermalProviders.h"
 
 #include <filesystem>
 #include <functional>
@@ -29,7 +30,8 @@ namespace cindertop {
 /// What the program works with. All that is referred to outlives the AppState; the services of the machine
 /// are asked by the executor's work only, everything else by the main thread.
 struct AppStateEnvironment {
-    MachineServices machine;
+    Machine machine;
+    DarwinThermalPressureReader::Source pressureReader;
     Timers& timers;
     Executor& executor;
     const SystemValues& systemValues;

@@ -4,14 +4,16 @@
 
 namespace cindertop {
 
-MachineSampler::MachineSampler(const MachineServices& services,
+MachineSampler::MachineSampler(Machine machine, DarwinThermalPressureReader::Source pressureReader,
                                ProcessOffenderConfiguration offenderConfiguration)
-    : services_(services), engines_(services), offenderConfiguration_(std::move(offenderConfiguration)) {
+    : machine_(std::move(machine)),
+      engines_(machine_, std::move(pressureReader)),
+      offenderConfiguration_(std::move(offenderConfiguration)) {
     engines_.setSensorsObserved(true); // whoever samples a machine shows what it finds
 }
 
 void MachineSampler::prime() {
-    const auto now = services_.clock.now();
+    const auto now = machine_.clock.now();
     const auto awake = awakeTime();
     // Throttle counters are read as differences. The score itself is half a one and must not make a trend.
     engines_.readScore(
@@ -24,7 +26,7 @@ void MachineSampler::prime() {
 }
 
 MachineSnapshot MachineSampler::sample() {
-    const auto now = services_.clock.now();
+    const auto now = machine_.clock.now();
     const auto awake = awakeTime();
     const auto score = readScore();
     const auto context = engines_.context.snapshot(score, now, awake);
@@ -32,7 +34,7 @@ MachineSnapshot MachineSampler::sample() {
     if (nextCensus_.isDue(awake)) {
         takeCensus(now, awake);
         nextCensus_.scheduleAfter(awake, offenderSamplingInterval(offenders_.state, score.level));
-        sources_ = services_.sources();
+        sources_ = machine_.sources();
     }
     return {.score = score,
             .context = context,
@@ -55,7 +57,7 @@ ThermalScore MachineSampler::readScore() {
 
 /// After a sleep everything begins afresh.
 AwakeTime MachineSampler::awakeTime() {
-    const auto [awake, hasSlept] = sleepWatch_.look(services_.clock.uptime());
+    const auto [awake, hasSlept] = sleepWatch_.look(machine_.clock.uptime());
     if (hasSlept) {
         engines_.reset();
         nextCensus_ = {};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/MachineServices.h"
 #include "app/MonitoringEngines.h"
 #include "app/SamplingSchedule.h"
 #include "app/SleepWatch.h"
@@ -33,7 +32,8 @@ struct MachineSnapshot {
 /// Measures a machine tick by tick, sensors included. Called from one thread at a time.
 class MachineSampler {
 public:
-    MachineSampler(const MachineServices& services, ProcessOffenderConfiguration offenderConfiguration);
+    MachineSampler(Machine machine, DarwinThermalPressureReader::Source pressureReader,
+                   ProcessOffenderConfiguration offenderConfiguration);
 
     MachineSampler(const MachineSampler&) = delete;
     MachineSampler& operator=(const MachineSampler&) = delete;
@@ -53,7 +53,7 @@ private:
     AwakeTime awakeTime();
     void takeCensus(Instant now, AwakeTime awake);
 
-    MachineServices services_;
+    Machine machine_;
     MonitoringEngines engines_;
     ProcessOffenderConfiguration offenderConfiguration_;
     SleepWatch sleepWatch_;

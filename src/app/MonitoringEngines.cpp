@@ -7,6 +7,7 @@
 #include "thermal/ThermalProviders.h"
 
 #include <memory>
+#include <utility>
 
 namespace cindertop {
 
@@ -26,17 +27,18 @@ private:
     std::vector<TemperatureReading>& kept_;
 };
 
-MonitoringEngines::MonitoringEngines(const MachineServices& services)
-    : temperatureEvents_(services.temperatureEvents),
+MonitoringEngines::MonitoringEngines(const Machine& machine,
+                                     DarwinThermalPressureReader::Source pressureReader)
+    : temperatureEvents_(machine.temperatureEvents),
       thermal(SystemThermalStateProvider(
-                  services.process, DarwinThermalPressureProvider(services.pressureReader), services.clock),
-              std::make_unique<KeptTemperatures>(services.temperatureEvents, temperatures_), ThermalScorer()),
-      context(std::make_unique<SystemDisplayContextProvider>(services.displays),
-              std::make_unique<SystemPowerContextProvider>(services.powerSources, services.process),
+                  machine.process, DarwinThermalPressureProvider(std::move(pressureReader)), machine.clock),
+              std::make_unique<KeptTemperatures>(machine.temperatureEvents, temperatures_), ThermalScorer()),
+      context(std::make_unique<SystemDisplayContextProvider>(machine.displays),
+              std::make_unique<SystemPowerContextProvider>(machine.powerSources, machine.process),
               SustainedThermalPressureConfiguration::defaults()),
-      offenders(std::make_unique<SystemProcessCPUProvider>(services.processes, services.applications),
-                services.comparison, services.operatingSystem),
-      cpuUsage(std::make_unique<DarwinSystemCPUTimeProvider>(services.hostStatistics)) {}
+      offenders(std::make_unique<SystemProcessCPUProvider>(machine.processes, machine.applications),
+                machine.comparison, machine.operatingSystem),
+      cpuUsage(std::make_unique<DarwinSystemCPUTimeProvider>(machine.hostStatistics)) {}
 
 ThermalScore MonitoringEngines::readScore(const ThermalEngineConfiguration& configuration) {
     temperatures_.clear();

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "app/MachineServices.h"
 #include "context/SystemContext.h"
 #include "cpu/GlobalCPUUsageMonitor.h"
 #include "cpu/ProcessOffenderEngine.h"
+#include "platform/Machine.h"
 #include "thermal/ThermalEngine.h"
+#include "thermal/ThermalProviders.h"
 #include "thermal/ThermalReading.h"
 
 #include <vector>
@@ -15,7 +16,7 @@ namespace cindertop {
 /// at a time: ask all engines from one thread.
 class MonitoringEngines {
 public:
-    explicit MonitoringEngines(const MachineServices& services);
+    MonitoringEngines(const Machine& machine, DarwinThermalPressureReader::Source pressureReader);
 
     /// All forget what they keep between ticks.
     void reset();

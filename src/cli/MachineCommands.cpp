@@ -1,6 +1,5 @@
 #include "cli/MachineCommands.h"
 
-#include "app/MachineServices.h"
 #include "cli/Commands.h"
 #include "cli/MachineSource.h"
 #include "cli/StoredCommands.h"
@@ -35,29 +34,6 @@ using linux_platform::PropertyListUserDefaults;
 /// Long enough for a story, short enough to wait for.
 constexpr Seconds usualRecording{60};
 
-/// What a look finds is shown by itself; a journal full of looks would help nobody.
-class NoLog final : public UnifiedLog {
-public:
-    void write(UnifiedLogLevel /*level*/, std::string_view /*subsystem*/, std::string_view /*category*/,
-               std::string_view /*text*/) override {}
-};
-
-MachineServices servicesOf(linux_platform::LinuxMachine& machine) {
-    return {.operatingSystem = linux_platform::operatingSystem,
-            .clock = machine.clock(),
-            .process = machine.processInformation(),
-            .pressureReader = DarwinThermalPressureReader::sharedOnFirstUse(machine.thermalPressure(),
-                                                                            std::make_shared<NoLog>()),
-            .temperatureEvents = machine.temperatureEvents(),
-            .displays = machine.displays(),
-            .powerSources = machine.powerSources(),
-            .hostStatistics = machine.hostStatistics(),
-            .processes = machine.processes(),
-            .applications = machine.applications(),
-            .comparison = LocalizedComparison::ofUser(),
-            .sources = [&machine] { return machine.sources(); }};
-}
-
 /// The list of offenders without the limits of a page.
 ProcessOffenderConfiguration everyOffender(const ProcessInformation& process) {
     auto configuration = ProcessOffenderConfiguration::defaultConfiguration(process);
@@ -76,7 +52,12 @@ ProcessOffenderConfiguration configurationFor(Command command, const ProcessInfo
 class LiveMachine final : public MachineSource {
 public:
     explicit LiveMachine(Command command)
-        : sampler_(servicesOf(machine_), configurationFor(command, machine_.processInformation())),
+        : services_(machine_.services()),
+          sampler_(services_,
+                   // What a look finds is shown by itself; a journal full of looks would help nobody.
+                   DarwinThermalPressureReader::sharedOnFirstUse(services_.pressure,
+                                                                 std::make_shared<SilentUnifiedLog>()),
+                   configurationFor(command, services_.process)),
           source_(sampler_, [](Seconds duration) { std::this_thread::sleep_for(duration); }) {}
 
     MachineReport look() override { return source_.look(); }
@@ -85,6 +66,7 @@ public:
 
 private:
     linux_platform::LinuxMachine machine_;
+    Machine services_;
     MachineSampler sampler_;
     SampledMachine source_;
 };
@@ -170,18 +152,7 @@ ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional
 
 ExitStatus recordMachine(const Arguments& arguments) {
     linux_platform::LinuxMachine machine;
-    ScenarioRecorder recorder({.operatingSystem = linux_platform::operatingSystem,
-                               .clock = machine.clock(),
-                               .process = machine.processInformation(),
-                               .pressure = machine.thermalPressure(),
-                               .temperatureEvents = machine.temperatureEvents(),
-                               .displays = machine.displays(),
-                               .powerSources = machine.powerSources(),
-                               .hostStatistics = machine.hostStatistics(),
-                               .processes = machine.processes(),
-                               .applications = machine.applications(),
-                               .systemValues = machine.systemValues()},
-                              privateWords());
+    ScenarioRecorder recorder(machine.services(), privateWords());
     recordFor(arguments.seconds ? Seconds{*arguments.seconds} : usualRecording, recorder);
     const auto scenario = recorder.scenario();
     if (!scenario) {

@@ -124,6 +124,7 @@ is_private "$work/config"
 # What was accepted stays so, and the program before has left nothing in the way.
 start --headless
 await "a measurement" is_measured
+"$ctl" status --json | grep -q '"termsAccepted":true}$' || complain "the agent's document is not passed on whole"
 "$ctl" settings showDockIcon on || complain "a preference is refused"
 "$ctl" pause && "$ctl" status | grep -q '^Monitoring is paused' || complain "a paused agent is not told"
 "$ctl" resume

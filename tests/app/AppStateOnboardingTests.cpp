@@ -45,7 +45,7 @@ TEST(HardwareCheck, NamesTheMachineOrWhatIsRequired) {
              Case{"Laptop 9", std::nullopt, "x86_64", "Apple Silicon required", needsSilicon},
              Case{"Laptop 9", "Apple M1 Pro", "x86_64", "MacBook Air required", needsAir},
          }) {
-        FakeSystemValues values;
+        fakes::FakeSystemValues values;
         values.texts.clear();
         if (model) {
             values.texts["hw.model"] = *model;
@@ -139,7 +139,7 @@ TEST(AppStateOnboarding, SurveysTheMachineAwayFromTheMainThreadAndGoesOn) {
         ScriptedSurvey survey;
         survey.found.thermalState = state;
         program.machine.survey = &survey;
-        program.systemValues.texts["hw.model"] = "Laptop 9";
+        program.machine.systemValues.texts["hw.model"] = "Laptop 9";
         program.start().startHardwareCheckIfNeeded();
         program.pass(899ms);
         EXPECT_EQ(survey.questions, 0);
@@ -157,7 +157,7 @@ TEST(AppStateOnboarding, ChecksTheMachineOnceAndVisibly) {
          {std::tuple{"Mac14,2", HardwareCheckStatus::Kind::supported, OnboardingStep::termsAndStart},
           std::tuple{"Mac99,1", HardwareCheckStatus::Kind::unsupported, OnboardingStep::hardwareCheck}}) {
         FakeProgram program;
-        program.systemValues.texts["hw.model"] = model;
+        program.machine.systemValues.texts["hw.model"] = model;
         auto& state = program.start();
         const auto& onboarding = program.published().onboardingState;
         state.startHardwareCheckIfNeeded();

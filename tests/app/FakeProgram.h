@@ -23,18 +23,6 @@
 
 namespace cindertop {
 
-/// Facts about a machine that a test writes down.
-class FakeSystemValues final : public SystemValues {
-public:
-    std::map<std::string, std::string, std::less<>> texts{{"hw.model", "Mac14,2"},
-                                                          {"machdep.cpu.brand_string", "Apple M2"}};
-
-    std::optional<std::string> text(std::string_view name) const override {
-        const auto found = texts.find(name);
-        return found == texts.end() ? std::nullopt : std::optional(found->second);
-    }
-};
-
 /// A program on a machine of fakes, whose time passes when a test says so. The terms are accepted.
 class FakeProgram {
 public:
@@ -43,7 +31,6 @@ public:
     fakes::FakeMachine machine;
     simulated::VirtualClock clock{machine.clock.time};
     fakes::HeldExecutor executor;
-    FakeSystemValues systemValues;
     fakes::FakeUserDefaults defaults;
     simulated::MemoryFileSystem files;
     fakes::FakeUnifiedLog unifiedLog;
@@ -58,7 +45,7 @@ public:
     HistoryWriting historyWriting;
     std::string timeZone = "UTC";
     bool censusThrows = false;
-    std::function<MachineServices()> services = [this] { return machine.services(); };
+    std::function<Machine()> services = [this] { return machine.services(); };
 
     std::vector<DiagnosticLogEvent> events;
     int ticks = 0;
@@ -125,10 +112,12 @@ private:
             }
             return machine.sources;
         };
+        auto pressureReader = fakes::pressureReaderOf(questioned);
         return {.machine = std::move(questioned),
+                .pressureReader = std::move(pressureReader),
                 .timers = clock,
                 .executor = executor,
-                .systemValues = systemValues,
+                .systemValues = machine.systemValues,
                 .defaults = defaults,
                 .files = files,
                 .unifiedLog = unifiedLog,

@@ -19,20 +19,21 @@ protected:
     LiveHeat() {
         program.machine.operatingSystem = OperatingSystem::gnuLinux;
         program.services = [this] {
-            auto fake = program.machine.services();
-            return MachineServices{.operatingSystem = fake.operatingSystem,
-                                   .clock = fake.clock,
-                                   .process = machine.processInformation(),
-                                   .pressureReader = DarwinThermalPressureReader::ownOnFirstUse(
-                                       machine.thermalPressure(), std::make_shared<fakes::FakeUnifiedLog>()),
-                                   .temperatureEvents = machine.temperatureEvents(),
-                                   .displays = fake.displays,
-                                   .powerSources = fake.powerSources,
-                                   .hostStatistics = fake.hostStatistics,
-                                   .processes = fake.processes,
-                                   .applications = fake.applications,
-                                   .comparison = fake.comparison,
-                                   .sources = {}};
+            const auto fake = program.machine.services();
+            const auto live = machine.services();
+            return Machine{.operatingSystem = live.operatingSystem,
+                           .clock = fake.clock,
+                           .process = live.process,
+                           .pressure = live.pressure,
+                           .temperatureEvents = live.temperatureEvents,
+                           .displays = fake.displays,
+                           .powerSources = fake.powerSources,
+                           .hostStatistics = fake.hostStatistics,
+                           .processes = fake.processes,
+                           .applications = fake.applications,
+                           .systemValues = fake.systemValues,
+                           .comparison = fake.comparison,
+                           .sources = {}};
         };
     }
 

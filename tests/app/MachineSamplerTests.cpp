@@ -25,7 +25,7 @@ protected:
     }
 
     fakes::FakeMachine machine;
-    MachineSampler sampler{machine.services(),
+    MachineSampler sampler{machine.services(), fakes::pressureReaderOf(machine.services()),
                            ProcessOffenderConfiguration::defaultConfiguration(machine.process)};
 };
 

@@ -1,13 +1,12 @@
 #include "app/MachineSampler.h"
 #include "cli/Pages.h"
-#include "fakes/FakeUnifiedLog.h"
+#include "fakes/FakeMachine.h"
 #include "platform/linux/LinuxMachine.h"
 #include "platform/linux/OperatingSystemVersion.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 namespace cindertop::cli {
@@ -21,20 +20,9 @@ using testing::StartsWith;
 std::string statusOf(const std::string& fixture) {
     const std::filesystem::path tree = std::filesystem::path(CINDERTOP_FIXTURES) / fixture;
     linux_platform::LinuxMachine machine({.proc = tree / "proc", .sys = tree / "sys"});
-    MachineSampler sampler({.operatingSystem = linux_platform::operatingSystem,
-                            .clock = machine.clock(),
-                            .process = machine.processInformation(),
-                            .pressureReader = DarwinThermalPressureReader::ownOnFirstUse(
-                                machine.thermalPressure(), std::make_shared<fakes::FakeUnifiedLog>()),
-                            .temperatureEvents = machine.temperatureEvents(),
-                            .displays = machine.displays(),
-                            .powerSources = machine.powerSources(),
-                            .hostStatistics = machine.hostStatistics(),
-                            .processes = machine.processes(),
-                            .applications = machine.applications(),
-                            .comparison = LocalizedComparison::ofUser(),
-                            .sources = [&machine] { return machine.sources(); }},
-                           ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation()));
+    const auto services = machine.services();
+    MachineSampler sampler(services, fakes::pressureReaderOf(services),
+                           ProcessOffenderConfiguration::defaultConfiguration(services.process));
     sampler.prime();
     const PageStyle style{.format = {.columns = 80, .charset = Charset::unicode},
                           .temperatures = TemperatureFormatter("en_GB", TemperatureFormatter::Unit::celsius),

@@ -62,7 +62,7 @@ protected:
     fakes::FakeMachine machine;
     FakeWatchEvents events{machine.clock};
     FakeWatchPrinter printer;
-    MachineSampler sampler{machine.services(),
+    MachineSampler sampler{machine.services(), fakes::pressureReaderOf(machine.services()),
                            ProcessOffenderConfiguration::defaultConfiguration(machine.process)};
     SampledMachine source{sampler, [](Seconds) {}};
     Watch watch{source, events, printer};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/MachineServices.h"
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeDisplayList.h"
@@ -11,10 +10,30 @@
 #include "fakes/FakeTemperatureEvents.h"
 #include "fakes/FakeThermalPressureNotifications.h"
 #include "fakes/FakeUnifiedLog.h"
+#include "platform/Machine.h"
+#include "thermal/ThermalProviders.h"
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace cindertop::fakes {
+
+/// Facts about a machine that a test writes down.
+class FakeSystemValues final : public SystemValues {
+public:
+    std::map<std::string, std::string, std::less<>> texts{{"hw.model", "Mac14,2"},
+                                                          {"machdep.cpu.brand_string", "Apple M2"}};
+
+    std::optional<std::string> text(std::string_view name) const override {
+        const auto found = texts.find(name);
+        return found == texts.end() ? std::nullopt : std::optional(found->second);
+    }
+};
 
 /// A whole machine of fakes. At first it is a Mac, cool and idle, with one process and no sensors.
 struct FakeMachine {
@@ -29,6 +48,7 @@ struct FakeMachine {
     FakeHostStatistics hostStatistics;
     FakeProcessTable processes;
     FakeApplicationCatalog applications;
+    FakeSystemValues systemValues;
     LocalizedComparison comparison{"en_GB"};
     std::vector<SourceStatus> sources;
     HeatSourceSurvey* survey = nullptr;
@@ -36,18 +56,18 @@ struct FakeMachine {
 
     FakeMachine() { processes.add(1, "idle"); }
 
-    MachineServices services() {
+    Machine services() {
         return {.operatingSystem = operatingSystem,
                 .clock = clock,
                 .process = process,
-                .pressureReader =
-                    DarwinThermalPressureReader::ownOnFirstUse(pressure, std::make_shared<FakeUnifiedLog>()),
+                .pressure = pressure,
                 .temperatureEvents = temperatureEvents,
                 .displays = displays,
                 .powerSources = powerSources,
                 .hostStatistics = hostStatistics,
                 .processes = processes,
                 .applications = applications,
+                .systemValues = systemValues,
                 .comparison = comparison,
                 .sources =
                     [this] {
@@ -57,5 +77,10 @@ struct FakeMachine {
                 .heatSourceSurvey = survey};
     }
 };
+
+/// A reader of the machine's own.
+inline DarwinThermalPressureReader::Source pressureReaderOf(const Machine& machine) {
+    return DarwinThermalPressureReader::ownOnFirstUse(machine.pressure, std::make_shared<FakeUnifiedLog>());
+}
 
 } // namespace cindertop::fakes

@@ -70,7 +70,7 @@ void expectOwnWords(const QVariant& value, const std::string& place) {
 std::unique_ptr<FakeProgram> laptop() {
     auto program = std::make_unique<FakeProgram>();
     program->machine.operatingSystem = OperatingSystem::gnuLinux;
-    program->systemValues.texts = {{"hw.model", "Laptop 9"}};
+    program->machine.systemValues.texts = {{"hw.model", "Laptop 9"}};
     program->machine.temperatureEvents.sensors = {{.product = "CPU Package 0", .celsius = 96}};
     return program;
 }

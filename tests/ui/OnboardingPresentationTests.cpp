@@ -43,7 +43,7 @@ TEST_F(OnboardingPresentationTest, StartsWhenTheCheckIsOverAndTheTermsAreTicked)
 }
 
 TEST_F(OnboardingPresentationTest, TellsAnotherMachineSoAndStartsToo) {
-    program.systemValues.texts = {{"hw.model", "20XW"}};
+    program.machine.systemValues.texts = {{"hw.model", "20XW"}};
     program.architecture = "x86_64";
     check(Marker::failed, "Apple Silicon required");
     OnboardingPresentation onboarding(*program.state, {});

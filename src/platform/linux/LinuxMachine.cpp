@@ -1,6 +1,9 @@
 #include "platform/linux/LinuxMachine.h"
 
+#include "platform/linux/OperatingSystemVersion.h"
+
 #include <utility>
+#include <vector>
 
 namespace cindertop::linux_platform {
 
@@ -14,7 +17,6 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
       sensors_(roots, monotonicClock, zones_),
       processInformation_([this] { return heat_.read().state; }, powerProfile_, std::move(bundleIdentifier)),
       throttling_(std::make_shared<LinuxThermalPressureNotifications>(roots, monotonicClock, heat_)),
-      thermalPressure_(throttling_),
       temperatureEvents_(sensors_),
       heatSourceSurvey_(roots, processInformation_, *throttling_, sensors_),
       displays_(lid_, roots),
@@ -24,10 +26,27 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
       applications_(roots, processes_),
       systemValues_(roots) {}
 
-std::vector<SourceStatus> LinuxMachine::sources() {
-    return {heat_.status(),         throttling_->status(),  sensors_.status(),     powerSources_.status(),
-            powerProfile_.status(), displays_.status(),     lid_.status(),         hostStatistics_.status(),
-            processes_.status(),    applications_.status(), systemValues_.status()};
+Machine LinuxMachine::services() {
+    return {.operatingSystem = operatingSystem,
+            .clock = clock_,
+            .process = processInformation_,
+            .pressure = throttling_,
+            .temperatureEvents = temperatureEvents_,
+            .displays = displays_,
+            .powerSources = powerSources_,
+            .hostStatistics = hostStatistics_,
+            .processes = processes_,
+            .applications = applications_,
+            .systemValues = systemValues_,
+            .comparison = LocalizedComparison::ofUser(),
+            .sources =
+                [this] {
+                    return std::vector{heat_.status(),         throttling_->status(),    sensors_.status(),
+                                       powerSources_.status(), powerProfile_.status(),   displays_.status(),
+                                       lid_.status(),          hostStatistics_.status(), processes_.status(),
+                                       applications_.status(), systemValues_.status()};
+                },
+            .heatSourceSurvey = &heatSourceSurvey_};
 }
 
 } // namespace cindertop::linux_platform

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SourceStatus.h"
+#include "platform/Machine.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/HwmonSensors.h"
 #include "platform/linux/LidSwitch.h"
@@ -23,7 +23,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace cindertop::linux_platform {
 
@@ -38,30 +37,7 @@ public:
     LinuxMachine(const LinuxMachine&) = delete;
     LinuxMachine& operator=(const LinuxMachine&) = delete;
 
-    const Clock& clock() const { return clock_; }
-
-    const ProcessInformation& processInformation() const { return processInformation_; }
-
-    const std::shared_ptr<ThermalPressureNotifications>& thermalPressure() const { return thermalPressure_; }
-
-    TemperatureEvents& temperatureEvents() { return temperatureEvents_; }
-
-    const DisplayList& displays() const { return displays_; }
-
-    const PowerSources& powerSources() const { return powerSources_; }
-
-    const HostStatistics& hostStatistics() const { return hostStatistics_; }
-
-    ProcessTable& processes() { return processes_; }
-
-    ApplicationCatalog& applications() { return applications_; }
-
-    const SystemValues& systemValues() const { return systemValues_; }
-
-    HeatSourceSurvey& heatSourceSurvey() { return heatSourceSurvey_; }
-
-    /// Every source of facts, as the latest reads found it.
-    std::vector<SourceStatus> sources();
+    Machine services();
 
 private:
     SystemClock clock_;
@@ -73,7 +49,6 @@ private:
     HwmonSensors sensors_;
     LinuxProcessInformation processInformation_;
     std::shared_ptr<LinuxThermalPressureNotifications> throttling_;
-    std::shared_ptr<ThermalPressureNotifications> thermalPressure_; ///< the same, as callers know it
     LinuxTemperatureEvents temperatureEvents_;
     LinuxHeatSourceSurvey heatSourceSurvey_;
     LinuxDisplayList displays_;

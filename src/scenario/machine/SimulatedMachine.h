@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Machine.h"
 #include "scenario/machine/SimulatedHeat.h"
 #include "scenario/machine/SimulatedProcesses.h"
 #include "scenario/machine/SimulatedSurroundings.h"
@@ -20,28 +21,11 @@ public:
     SimulatedMachine(const SimulatedMachine&) = delete;
     SimulatedMachine& operator=(const SimulatedMachine&) = delete;
 
-    ProcessInformation& processInformation() { return processInformation_; }
-
-    std::shared_ptr<ThermalPressureNotifications> thermalPressureNotifications() { return pressure_; }
-
-    TemperatureEvents& temperatureEvents() { return temperatureEvents_; }
-
-    DisplayList& displayList() { return displayList_; }
-
-    PowerSources& powerSources() { return powerSources_; }
-
-    HostStatistics& hostStatistics() { return hostStatistics_; }
-
-    ProcessTable& processTable() { return processTable_; }
-
-    ApplicationCatalog& applicationCatalog() { return applicationCatalog_; }
-
-    SystemValues& systemValues() { return systemValues_; }
-
-    /// None on a Mac: there a table of machines decides.
-    HeatSourceSurvey* heatSourceSurvey() { return heatSourceSurvey_ ? &*heatSourceSurvey_ : nullptr; }
+    Machine services();
 
 private:
+    OperatingSystem operatingSystem_;
+    const Clock& clock_;
     SimulatedProcessInformation processInformation_;
     std::shared_ptr<SimulatedThermalPressureNotifications> pressure_;
     SimulatedTemperatureEvents temperatureEvents_;
@@ -51,7 +35,9 @@ private:
     SimulatedProcessTable processTable_;
     SimulatedApplicationCatalog applicationCatalog_;
     SimulatedSystemValues systemValues_;
-    std::optional<SimulatedHeatSourceSurvey> heatSourceSurvey_;
+    LocalizedComparison comparison_;
+    std::optional<SimulatedHeatSourceSurvey>
+        heatSourceSurvey_; ///< none on a Mac: a table of machines decides
 };
 
 } // namespace cindertop::simulated

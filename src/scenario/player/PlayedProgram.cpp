@@ -109,11 +109,9 @@ PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario
       time_(time),
       files_(std::move(files)),
       observer_(std::move(observer)),
-      comparison_(scenario_->locale),
       machine_(scenario_, time.clock),
       notificationCenter_(scenario_->notifications, observer_.notificationAccepted),
-      pressureLog_(std::make_shared<simulated::CapturingUnifiedLog>(observer_.pressureLogged)),
-      diagnosticLog_([](const simulated::UnifiedLogLine&) {}) {
+      pressureLog_(std::make_shared<simulated::CapturingUnifiedLog>(observer_.pressureLogged)) {
     AppSettingsStore(defaults_, defaultSettings(scenario_->operatingSystem)).save(settingsOf(*scenario_));
     if (scenario_->termsAccepted) {
         storeTermsAccepted(defaults_);
@@ -121,24 +119,14 @@ PlayedProgram::PlayedProgram(std::shared_ptr<const simulated::Scenario> scenario
 }
 
 AppStateEnvironment PlayedProgram::environment() {
-    const auto pressure =
-        DarwinThermalPressureReader::ownOnFirstUse(machine_.thermalPressureNotifications(), pressureLog_);
-    return {.machine = {.operatingSystem = scenario_->operatingSystem,
-                        .clock = time_.clock,
-                        .process = machine_.processInformation(),
-                        .pressureReader = pressure,
-                        .temperatureEvents = machine_.temperatureEvents(),
-                        .displays = machine_.displayList(),
-                        .powerSources = machine_.powerSources(),
-                        .hostStatistics = machine_.hostStatistics(),
-                        .processes = machine_.processTable(),
-                        .applications = machine_.applicationCatalog(),
-                        .comparison = comparison_,
-                        .sources = [] { return std::vector<SourceStatus>{}; },
-                        .heatSourceSurvey = machine_.heatSourceSurvey()},
+    auto machine = machine_.services();
+    auto pressureReader = DarwinThermalPressureReader::ownOnFirstUse(machine.pressure, pressureLog_);
+    const auto& systemValues = machine.systemValues;
+    return {.machine = std::move(machine),
+            .pressureReader = std::move(pressureReader),
             .timers = time_.timers,
             .executor = time_.executor,
-            .systemValues = machine_.systemValues(),
+            .systemValues = systemValues,
             .defaults = defaults_,
             .files = files_.files,
             .unifiedLog = diagnosticLog_,

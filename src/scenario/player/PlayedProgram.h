@@ -8,7 +8,6 @@
 #include "scenario/machine/SimulatedMachine.h"
 #include "scenario/machine/SimulatedProcesses.h"
 #include "support/FileSystem.h"
-#include "support/LocalizedComparison.h"
 
 #include <cstddef>
 #include <expected>
@@ -85,14 +84,13 @@ private:
     PlayedTime time_;
     PlayedFiles files_;
     PlayedProgramObserver observer_;
-    LocalizedComparison comparison_;
     simulated::SimulatedMachine machine_;
     simulated::SimulatedUserDefaults defaults_;
     simulated::SimulatedNotificationCenter notificationCenter_;
     simulated::SimulatedLoginItem loginItem_;
     simulated::SimulatedRunningApplications runningApplications_;
     std::shared_ptr<simulated::CapturingUnifiedLog> pressureLog_;
-    simulated::CapturingUnifiedLog diagnosticLog_; ///< what is logged shows as events already
+    SilentUnifiedLog diagnosticLog_; ///< what is logged shows as events already
 };
 
 /// Checks what the format leaves to the program: whether the preferences of the scenario exist and take the

@@ -150,7 +150,7 @@ std::string startText(Instant start) {
 
 } // namespace
 
-ScenarioRecorder::ScenarioRecorder(RecordedMachine machine, std::vector<std::string> privateWords)
+ScenarioRecorder::ScenarioRecorder(Machine machine, std::vector<std::string> privateWords)
     : machine_(std::move(machine)),
       anonymized_(std::move(privateWords)),
       sensors_(machine_.temperatureEvents),

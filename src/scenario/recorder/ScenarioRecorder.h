@@ -2,53 +2,28 @@
 
 #include "cpu/ProcessCPUReading.h"
 #include "cpu/SystemProcessCPUProvider.h"
-#include "platform/ApplicationCatalog.h"
-#include "platform/Clock.h"
-#include "platform/DisplayList.h"
-#include "platform/HostStatistics.h"
-#include "platform/PowerSources.h"
-#include "platform/ProcessInformation.h"
-#include "platform/ProcessTable.h"
-#include "platform/SystemValues.h"
-#include "platform/TemperatureEvents.h"
-#include "platform/ThermalPressureNotifications.h"
+#include "platform/Machine.h"
 #include "scenario/recorder/LoadRecorder.h"
 #include "scenario/recorder/ProcessRecorder.h"
-#include "support/Wording.h"
 #include "thermal/ThermalProviders.h"
 #include "thermal/ThermalScore.h"
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cindertop {
 
-/// The services of the machine that is recorded. They must outlive the recorder.
-struct RecordedMachine {
-    OperatingSystem operatingSystem;
-    const Clock& clock;
-    const ProcessInformation& process;
-    std::shared_ptr<ThermalPressureNotifications> pressure;
-    TemperatureEvents& temperatureEvents;
-    const DisplayList& displays;
-    const PowerSources& powerSources;
-    const HostStatistics& hostStatistics;
-    ProcessTable& processes;
-    ApplicationCatalog& applications;
-    const SystemValues& systemValues;
-};
-
 /// Writes a scenario that plays what a live machine did. Each sample becomes a frame that holds until the
 /// next one; the last sample only ends the scenario. No path, user or host name of the machine gets in.
 /// Called from one thread.
 class ScenarioRecorder {
 public:
-    /// `privateWords` are the user's and the host's names, which may be part of a process's name.
-    ScenarioRecorder(RecordedMachine machine, std::vector<std::string> privateWords);
+    /// `machine` must outlive the recorder. `privateWords` are the user's and the host's names, which may be
+    /// part of a process's name.
+    ScenarioRecorder(Machine machine, std::vector<std::string> privateWords);
     ~ScenarioRecorder();
 
     ScenarioRecorder(const ScenarioRecorder&) = delete;
@@ -79,7 +54,7 @@ private:
     void writeFrame(const Sample& sample, const Sample& next);
     std::string machineText() const;
 
-    RecordedMachine machine_;
+    Machine machine_;
     Anonymizer anonymized_;
     std::optional<std::int32_t> pressureToken_; ///< absent: the registration failed
     ExperimentalSensorTemperatureProvider sensors_;

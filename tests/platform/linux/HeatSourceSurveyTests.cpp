@@ -65,15 +65,15 @@ TEST(HeatSourceSurvey, FindsWhatALaptopTells) {
     EXPECT_THAT(found.sensors, Contains("CPU Package 0"));
 
     LinuxMachine machine(fixtureMachine("bare-vm"));
-    EXPECT_EQ(machine.heatSourceSurvey().findHeatSources(), HeatSources{});
+    EXPECT_EQ(machine.services().heatSourceSurvey->findHeatSources(), HeatSources{});
 }
 
 TEST(HeatSourceSurvey, LooksForFansOnce) {
     const TemporaryTree tree;
     LinuxMachine machine(tree.roots());
-    EXPECT_FALSE(machine.heatSourceSurvey().findHeatSources().hasFan);
+    EXPECT_FALSE(machine.services().heatSourceSurvey->findHeatSources().hasFan);
     tree.attribute("sys/class/hwmon/hwmon0/fan1_input", "2400");
-    EXPECT_FALSE(machine.heatSourceSurvey().findHeatSources().hasFan);
+    EXPECT_FALSE(machine.services().heatSourceSurvey->findHeatSources().hasFan);
     EXPECT_TRUE(LinuxMachine(tree.roots()).heatSourceSurvey().findHeatSources().hasFan);
 }
 

@@ -20,7 +20,8 @@ using namespace std::chrono_literals;
 struct Stage {
     std::shared_ptr<const Scenario> scenario;
     VirtualClock clock{scenario->start};
-    SimulatedMachine machine{scenario, clock};
+    SimulatedMachine simulated{scenario, clock};
+    Machine machine = simulated.services();
 
     void goTo(std::chrono::nanoseconds elapsed) { clock.advanceTo(scenario->start + elapsed); }
 };
@@ -51,7 +52,7 @@ TEST(SimulatedMachine, RegistersForPressureByTheFirstFrameOnly) {
         const auto log = std::make_shared<CapturingUnifiedLog>(
             [&](const UnifiedLogLine& line) { written.push_back(line); });
         stage.goTo(firstRead);
-        DarwinThermalPressureReader reader(stage.machine.thermalPressureNotifications(), log);
+        DarwinThermalPressureReader reader(stage.machine.pressure, log);
         EXPECT_EQ(reader.currentLevel(), levelThen) << frames;
         stage.goTo(2s);
         EXPECT_EQ(reader.currentLevel(), levelAtTwo) << frames;
@@ -66,16 +67,16 @@ TEST(SimulatedMachine, ListsSensorsForItsArchitecture) {
             {"at": 1, "sensors": null}])";
     Stage arm{scenarioOf(frames)};
     const auto readings =
-        ExperimentalSensorTemperatureProvider(arm.machine.temperatureEvents()).readTemperatures();
+        ExperimentalSensorTemperatureProvider(arm.machine.temperatureEvents).readTemperatures();
     ASSERT_EQ(readings.size(), 2U);
     EXPECT_EQ(readings[0].label, "PMU tdie1");
     EXPECT_EQ(readings[0].celsius, 41.5);
     EXPECT_EQ(readings[1].label, "NAND");
     arm.goTo(1s);
-    EXPECT_FALSE(arm.machine.temperatureEvents().createClient());
+    EXPECT_FALSE(arm.machine.temperatureEvents.createClient());
 
     Stage other{scenarioOf(frames, R"("machine": {"architecture": "x86_64"}, )")};
-    EXPECT_FALSE(other.machine.temperatureEvents().isSupported());
+    EXPECT_FALSE(other.machine.temperatureEvents.isSupported());
 }
 
 TEST(SimulatedMachine, TellsDisplaysAndPower) {
@@ -88,8 +89,8 @@ TEST(SimulatedMachine, TellsDisplaysAndPower) {
              "Temperature": 3031}]}},
         {"at": 2, "displays": null, "power": {"providing": "UPS Power", "lowPowerMode": false, "entries": null}}
     ])")};
-    const SystemDisplayContextProvider displays(stage.machine.displayList());
-    const SystemPowerContextProvider power(stage.machine.powerSources(), stage.machine.processInformation());
+    const SystemDisplayContextProvider displays(stage.machine.displays);
+    const SystemPowerContextProvider power(stage.machine.powerSources, stage.machine.process);
     EXPECT_EQ(displays.readDisplayContext(), DisplayContextSnapshot(true, 1, 1, 0));
     EXPECT_EQ(power.readPowerContext(),
               PowerContextSnapshot(false, PowerSourceKind::acPower, {}, {}, {}, false, {}, {}));
@@ -116,7 +117,7 @@ TEST(SimulatedMachine, ListsProcessesWithTheirApplications) {
     ])",
                            R"("bundles": {"/Applications/A.app": {"CFBundleIdentifier": "com.a",
                                           "CFBundleName": "A"}}, )")};
-    SystemProcessCPUProvider provider(stage.machine.processTable(), stage.machine.applicationCatalog());
+    SystemProcessCPUProvider provider(stage.machine.processes, stage.machine.applications);
     stage.goTo(500ms);
     const auto readings = provider.readings(stage.clock.now());
     ASSERT_EQ(readings.size(), 2U); // a process without a name and identifier 0 are none
@@ -141,14 +142,14 @@ TEST(SimulatedMachine, TellsTheMachineAndTheProgram) {
     Stage stage{scenarioOf(R"([{"at": 0, "thermalState": 3}])",
                            R"("machine": {"cpuBrand": null, "processorCount": 3}, "ownProcessIdentifier": 12,
                               "ownBundleIdentifier": "me", )")};
-    const auto& process = stage.machine.processInformation();
+    const auto& process = stage.machine.process;
     EXPECT_EQ(process.thermalState(), 3);
     EXPECT_EQ(process.activeProcessorCount(), 3);
     EXPECT_EQ(process.processIdentifier(), 12);
     EXPECT_EQ(process.bundleIdentifier(), "me");
-    EXPECT_EQ(stage.machine.systemValues().text("hw.model"), "Mac14,2");
-    EXPECT_EQ(stage.machine.systemValues().text("machdep.cpu.brand_string"), std::nullopt);
-    EXPECT_EQ(stage.machine.systemValues().text("hw.memsize"), std::nullopt);
+    EXPECT_EQ(stage.machine.systemValues.text("hw.model"), "Mac14,2");
+    EXPECT_EQ(stage.machine.systemValues.text("machdep.cpu.brand_string"), std::nullopt);
+    EXPECT_EQ(stage.machine.systemValues.text("hw.memsize"), std::nullopt);
 }
 
 TEST(SimulatedNotificationCenter, FollowsTheAnswer) {

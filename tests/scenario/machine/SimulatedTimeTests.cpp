@@ -18,13 +18,13 @@ public:
     explicit Play(std::shared_ptr<const Scenario> scenario)
         : scenario_(std::move(scenario)), machine_(scenario_, clock_) {}
 
-    SimulatedMachine& at(std::chrono::nanoseconds elapsed) {
+    Machine at(std::chrono::nanoseconds elapsed) {
         clock_.time = scenario_->start + elapsed;
-        return machine_;
+        return machine_.services();
     }
 
     std::optional<std::uint64_t> cpuTime(std::int32_t processIdentifier, std::chrono::nanoseconds elapsed) {
-        const auto accounting = at(elapsed).processTable().accounting(processIdentifier);
+        const auto accounting = at(elapsed).processes.accounting(processIdentifier);
         return accounting.transform([](const auto& known) { return known.totalUserTime; });
     }
 
@@ -57,7 +57,7 @@ TEST(SimulatedTime, CountsTicksOfTheWholeMachine) {
                              {"at": 1, "load": {"user": 0, "system": 0, "nice": 1000}}])",
                          R"("machine": {"processorCount": 3}, )"));
     const auto ticks = [&](std::chrono::nanoseconds elapsed) {
-        return play.at(elapsed).hostStatistics().cpuLoad();
+        return play.at(elapsed).hostStatistics.cpuLoad();
     };
     EXPECT_EQ(ticks(0ns), (HostCpuLoad{.user = 0, .system = 0, .idle = 0, .nice = 0}));
     EXPECT_EQ(ticks(30'030'030ns)->user, 2U); // just short of 3
@@ -75,7 +75,7 @@ TEST(SimulatedTime, DoesNotWrap) {
             [{"pid": 1, "millicores": 1000000000, "cpuTimeNanoseconds": 18446744073709551615}]}]})"));
     constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
     EXPECT_EQ(play.cpuTime(1, 9'000'000'000s), largest);
-    EXPECT_EQ(play.at(9'000'000'000s).hostStatistics().cpuLoad()->user, largest);
+    EXPECT_EQ(play.at(9'000'000'000s).hostStatistics.cpuLoad()->user, largest);
 }
 
 TEST(SimulatedTime, StartsAnewWhenAProcessIsAnotherOne) {
@@ -103,7 +103,7 @@ TEST(SimulatedTime, StampsAProcessByEverythingButItsTime) {
         {"at": 1, "processes": [{"pid": 5, "startedAt": 0, "millicores": 2}, {"pid": 6, "longName": "b"}]}
     ])"));
     const auto stamp = [&](std::int32_t processIdentifier, std::chrono::nanoseconds elapsed) {
-        return play.at(elapsed).processTable().accounting(processIdentifier)->identityStamp;
+        return play.at(elapsed).processes.accounting(processIdentifier)->identityStamp;
     };
     EXPECT_EQ(stamp(5, 0s), stamp(5, 1s));
     EXPECT_NE(stamp(6, 0s), stamp(6, 1s));
@@ -127,7 +127,7 @@ TEST(SimulatedTime, GivesTheStartAsTheAccountingHasIt) {
         Play play(parsed(R"({"schemaVersion": 1, "start": "1970-01-01T00:01:40.25Z", "duration": 1,
             "frames": [{"at": 0, "processes": [{"pid": 1, "startedAt": )" +
                          std::string(startedAt) + "}]}]}"));
-        const auto accounting = play.at(0s).processTable().accounting(1);
+        const auto accounting = play.at(0s).processes.accounting(1);
         EXPECT_EQ(accounting->startSeconds, seconds) << startedAt;
         EXPECT_EQ(accounting->startMicroseconds, microseconds) << startedAt;
     }

@@ -18,19 +18,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class ModelOnly final : public SystemValues {
-public:
-    std::optional<std::string> model = "Lap 14";
-
-    std::optional<std::string> text(std::string_view name) const override {
-        return name == "hw.model" ? model : std::nullopt;
-    }
-};
-
 /// A machine of user alice on host penguin, whose processes use their shares of it.
 struct LiveMachine {
     fakes::FakeMachine fakes;
-    ModelOnly values;
     ProcessOffenderConfiguration configuration =
         ProcessOffenderConfiguration::defaultConfiguration(fakes.process);
     ProcessOffenderEngine engine{
@@ -39,6 +29,8 @@ struct LiveMachine {
     std::vector<ProcessOffenderSnapshot> snapshots;
 
     LiveMachine() {
+        fakes.operatingSystem = OperatingSystem::gnuLinux;
+        fakes.systemValues.texts = {{"hw.model", "Lap 14"}};
         fakes.clock.time += 123'456'789ns;
         fakes.processes.processes.clear();
         add(10, "browser", 1000, 812'345'678);
@@ -85,25 +77,11 @@ struct LiveMachine {
         fakes.hostStatistics.load->idle += 536;
     }
 
-    RecordedMachine recorded() {
-        return {.operatingSystem = OperatingSystem::gnuLinux,
-                .clock = fakes.clock,
-                .process = fakes.process,
-                .pressure = fakes.pressure,
-                .temperatureEvents = fakes.temperatureEvents,
-                .displays = fakes.displays,
-                .powerSources = fakes.powerSources,
-                .hostStatistics = fakes.hostStatistics,
-                .processes = fakes.processes,
-                .applications = fakes.applications,
-                .systemValues = values};
-    }
-
     std::vector<std::uint64_t> each; ///< nanoseconds of CPU time a step
 };
 
 std::string recording(LiveMachine& machine, int samples) {
-    ScenarioRecorder recorder(machine.recorded(), {"alice", "penguin"});
+    ScenarioRecorder recorder(machine.fakes.services(), {"alice", "penguin"});
     for (int sample = 0; sample < samples; ++sample) {
         if (sample > 0) {
             machine.pass();
@@ -131,11 +109,10 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
 
     simulated::VirtualClock clock(scenario->start);
     simulated::SimulatedMachine machine(scenario, clock);
-    ProcessOffenderEngine engine(
-        std::make_unique<SystemProcessCPUProvider>(machine.processTable(), machine.applicationCatalog()),
-        live.fakes.comparison, OperatingSystem::gnuLinux);
-    const auto configuration =
-        ProcessOffenderConfiguration::defaultConfiguration(machine.processInformation());
+    ProcessOffenderEngine engine(std::make_unique<SystemProcessCPUProvider>(machine.services().processes,
+                                                                            machine.services().applications),
+                                 live.fakes.comparison, OperatingSystem::gnuLinux);
+    const auto configuration = ProcessOffenderConfiguration::defaultConfiguration(machine.services().process);
     for (std::size_t index = 0; index < live.snapshots.size(); ++index) {
         clock.advanceTo(scenario->start + static_cast<std::int64_t>(index) * (1s + 137ns));
         const auto played = engine.snapshot(configuration, clock.now(), clock.uptime().awake);
@@ -169,13 +146,13 @@ TEST(ScenarioRecorder, LosesNoThousandths) {
     simulated::SimulatedMachine machine(scenario, clock);
     clock.advanceTo(scenario->start + scenario->duration);
     for (const auto& process : live.fakes.processes.processes) {
-        const auto played = machine.processTable().accounting(process.processIdentifier);
+        const auto played = machine.services().processes.accounting(process.processIdentifier);
         const auto real = process.accounting->totalUserTime;
         EXPECT_LT(std::max(played->totalUserTime, real) - std::min(played->totalUserTime, real), 500'001U)
             << process.processIdentifier; // half a thousandth of a step
     }
     // 799 ticks a step were counted, 800 are played: the shares are what counts.
-    const auto load = machine.hostStatistics().cpuLoad();
+    const auto load = machine.services().hostStatistics.cpuLoad();
     const auto real =
         static_cast<double>(live.fakes.hostStatistics.load->user - first.user) / (steps * 799.0);
     EXPECT_NEAR(static_cast<double>(load->user) / (steps * 800.0), real, 0.001 / steps + 1e-5);
@@ -211,8 +188,8 @@ TEST(ScenarioRecorder, TellsTheMachineButNotItsOwner) {
 TEST(ScenarioRecorder, KeepsRefusalsAndNewProcesses) {
     LiveMachine live;
     live.fakes.pressure->registrationStatus = 1;
-    live.values.model.reset();
-    ScenarioRecorder recorder(live.recorded(), {});
+    live.fakes.systemValues.texts.clear();
+    ScenarioRecorder recorder(live.fakes.services(), {});
     recorder.sample();
     EXPECT_EQ(recorder.scenario(), std::nullopt);
     live.pass();
