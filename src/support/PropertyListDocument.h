@@ -3,11 +3,12 @@
 #include "support/Instant.h"
 #include "support/PropertyListError.h"
 
+#include <pugixml.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,21 +18,15 @@
 
 namespace cindertop {
 
-/// How many dictionaries and arrays may stand inside each other.
-inline constexpr int propertyListDepthLimit = 64;
-
 enum class PropertyListKind : std::uint8_t { dictionary, array, string, integer, real, boolean, date, data };
 
-struct PropertyListItem;
-struct PropertyListTree;
 class PropertyListDictionary;
 
 /// One value of a PropertyListDocument: a handle, valid as long as the document lives. Asked for another kind
 /// than it is, it throws a PropertyListError that names its place.
 class PropertyListNode {
 public:
-    PropertyListNode(const PropertyListTree& tree, std::size_t position)
-        : tree_(&tree), position_(position) {}
+    explicit PropertyListNode(pugi::xml_node element = {}) : element_(element) {}
 
     PropertyListKind kind() const;
     std::string_view string() const;
@@ -47,11 +42,12 @@ public:
     std::string place() const;
 
 private:
-    const PropertyListItem& require(PropertyListKind wanted) const;
+    void require(PropertyListKind wanted) const;
     std::string_view textOf(PropertyListKind wanted) const;
+    template <typename Value>
+    Value sound(std::optional<Value> value, const char* problem) const;
 
-    const PropertyListTree* tree_;
-    std::size_t position_;
+    pugi::xml_node element_;
 };
 
 /// The entries of a dictionary, no two with the same key; valid as long as the document lives.
@@ -62,37 +58,40 @@ public:
         PropertyListNode value;
     };
 
-    /// The value under a key that has to be there; a PropertyListError when it is not. Asking in the order of
-    /// the file is fastest.
+    /// The value under a key that has to be there; a PropertyListError when it is not.
     PropertyListNode operator[](std::string_view key) const;
     std::optional<PropertyListNode> find(std::string_view key) const;
 
     /// In the order of the file.
-    std::vector<Entry> entries() const;
+    const std::vector<Entry>& entries() const& { return entries_; }
+
+    std::vector<Entry> entries() && { return std::move(entries_); }
 
 private:
     friend class PropertyListNode;
-    PropertyListDictionary(const PropertyListTree& tree, std::size_t position);
 
-    const PropertyListTree* tree_;
-    std::size_t position_;
-    std::size_t end_;
-    mutable std::size_t next_; ///< where the next search begins
+    PropertyListDictionary(const PropertyListNode& node, std::vector<Entry> entries)
+        : node_(node), entries_(std::move(entries)) {}
+
+    PropertyListNode node_;
+    std::vector<Entry> entries_;
 };
 
-/// The text of an XML property list, taken apart and checked to the last value: what it hands out is sound.
+/// The text of an XML property list, checked to the last value: what it hands out is sound. Known errors are
+/// refused, and with them all that an XML parser could be made to fetch or to expand.
 class PropertyListDocument {
 public:
     /// Throws a PropertyListError for a text that is no property list.
     explicit PropertyListDocument(std::string text);
-    ~PropertyListDocument();
     PropertyListDocument(const PropertyListDocument&) = delete;
     PropertyListDocument& operator=(const PropertyListDocument&) = delete;
 
-    PropertyListNode root() const;
+    PropertyListNode root() const { return root_; }
 
 private:
-    std::unique_ptr<const PropertyListTree> tree_;
+    std::string text_; ///< as the parser leaves it: the document looks into it
+    pugi::xml_document document_;
+    PropertyListNode root_;
 };
 
 /// What `decode` makes of the outermost value, or what is wrong: with the text, or as `decode` throws it.

@@ -2,84 +2,65 @@
 
 #include "support/PropertyListText.h"
 
+#include <algorithm>
 #include <set>
+#include <utility>
 
 namespace cindertop {
 namespace {
 
-class TreeWriter {
-public:
-    explicit TreeWriter(PropertyListLayout layout) : writer_(layout) {}
-
-    void write(const PropertyListValue& value) {
-        std::visit([this](const auto& held) { put(held); }, value.value);
+void checkKeys(const PropertyListValue::Dictionary& dictionary) {
+    std::set<std::string> written;
+    for (const auto& [key, value] : dictionary) {
+        if (!written.insert(writablePropertyListText(key)).second) {
+            throw PropertyListError("the value to write", "has two keys that would become one");
+        }
     }
+}
 
-    std::string finish() && { return std::move(writer_).finish(); }
+struct ValueWriter {
+    PropertyListWriter writer;
 
-private:
-    void put(bool value) { writer_.boolean(value); }
+    void operator()(const PropertyListValue& value) { std::visit(*this, value.value); }
 
-    void put(std::int64_t number) { writer_.integer(number); }
+    void operator()(bool value) { writer.boolean(value); }
 
-    void put(double number) { writer_.real(number); }
+    void operator()(std::int64_t number) { writer.integer(number); }
 
-    void put(const std::string& text) { writer_.string(text); }
+    void operator()(double number) { writer.real(number); }
 
-    void put(Instant instant) { writer_.date(instant); }
+    void operator()(const std::string& text) { writer.string(text); }
 
-    void put(const PropertyListValue::Data& bytes) { writer_.data(bytes); }
+    void operator()(Instant instant) { writer.date(instant); }
 
-    void put(const PropertyListValue::Array& array) {
-        enter();
-        writer_.beginArray();
+    void operator()(const PropertyListValue::Data& bytes) { writer.data(bytes); }
+
+    void operator()(const PropertyListValue::Array& array) {
+        writer.beginArray();
         for (const PropertyListValue& value : array) {
-            write(value);
+            (*this)(value);
         }
-        writer_.endArray();
-        --depth_;
+        writer.endArray();
     }
 
-    void put(const PropertyListValue::Dictionary& dictionary) {
-        enter();
+    void operator()(const PropertyListValue::Dictionary& dictionary) {
         checkKeys(dictionary);
-        writer_.beginDictionary();
+        writer.beginDictionary();
         for (const auto& [key, value] : dictionary) {
-            writer_.key(key);
-            write(value);
+            writer.key(key);
+            (*this)(value);
         }
-        writer_.endDictionary();
-        --depth_;
+        writer.endDictionary();
     }
-
-    void enter() {
-        if (++depth_ > propertyListDepthLimit) {
-            throw PropertyListError("the value to write", "is nested too deep");
-        }
-    }
-
-    static void checkKeys(const PropertyListValue::Dictionary& dictionary) {
-        std::set<std::string> written;
-        for (const auto& [key, value] : dictionary) {
-            if (!written.insert(writablePropertyListText(key)).second) {
-                throw PropertyListError("the value to write", "has two keys that would become one");
-            }
-        }
-    }
-
-    PropertyListWriter writer_;
-    int depth_ = 0;
 };
 
-PropertyListValue treeOfArray(const PropertyListNode& node) {
+PropertyListValue arrayOf(const PropertyListNode& node) {
     PropertyListValue::Array array;
-    for (const PropertyListNode& value : node.array()) {
-        array.push_back(propertyListValue(value));
-    }
+    std::ranges::transform(node.array(), std::back_inserter(array), propertyListValue);
     return {std::move(array)};
 }
 
-PropertyListValue treeOfDictionary(const PropertyListNode& node) {
+PropertyListValue dictionaryOf(const PropertyListNode& node) {
     PropertyListValue::Dictionary dictionary;
     for (const auto& [key, value] : node.dictionary().entries()) {
         dictionary.emplace(key, propertyListValue(value));
@@ -87,14 +68,30 @@ PropertyListValue treeOfDictionary(const PropertyListNode& node) {
     return {std::move(dictionary)};
 }
 
+std::string withoutComments(std::string_view text) {
+    constexpr std::string_view begin = "<!--";
+    constexpr std::string_view end = "-->";
+    std::string result;
+    for (;;) {
+        const auto comment = text.find(begin);
+        result += text.substr(0, comment);
+        const auto last =
+            comment == std::string_view::npos ? comment : text.find(end, comment + begin.size());
+        if (last == std::string_view::npos) { // also of a comment without an end nothing counts
+            return result;
+        }
+        text.remove_prefix(last + end.size());
+    }
+}
+
 } // namespace
 
 PropertyListValue propertyListValue(const PropertyListNode& node) {
     switch (node.kind()) {
     case PropertyListKind::dictionary:
-        return treeOfDictionary(node);
+        return dictionaryOf(node);
     case PropertyListKind::array:
-        return treeOfArray(node);
+        return arrayOf(node);
     case PropertyListKind::string:
         return {std::string(node.string())};
     case PropertyListKind::integer:
@@ -118,12 +115,29 @@ std::expected<PropertyListValue, PropertyListError> parsePropertyList(std::strin
 std::expected<std::string, PropertyListError> propertyListText(const PropertyListValue& value,
                                                                PropertyListLayout layout) {
     try {
-        TreeWriter writer(layout);
-        writer.write(value);
-        return std::move(writer).finish();
+        ValueWriter write{PropertyListWriter(layout)};
+        write(value);
+        return std::move(write.writer).finish();
     } catch (const PropertyListError& error) {
         return std::unexpected(error);
     }
+}
+
+PropertyListValue::Dictionary salvagedPropertyListEntries(std::string_view text) {
+    constexpr std::string_view key = "<key>";
+    PropertyListValue::Dictionary entries;
+    const std::string readable = withoutComments(text);
+    for (auto at = readable.find(key); at != std::string::npos;) {
+        const auto next = readable.find(key, at + key.size());
+        const auto end = std::min(next, readable.find("</dict>", at));
+        auto entry = parsePropertyList("<plist version=\"1.0\"><dict>" + readable.substr(at, end - at) +
+                                       "</dict></plist>");
+        if (auto* const read = entry ? std::get_if<PropertyListValue::Dictionary>(&entry->value) : nullptr) {
+            entries.merge(*read);
+        }
+        at = next;
+    }
+    return entries;
 }
 
 } // namespace cindertop

@@ -17,6 +17,10 @@ constexpr std::string_view head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                   "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
                                   "<plist version=\"1.0\">\n";
 
+[[noreturn]] void refuse(const std::string& problem) {
+    throw PropertyListError("the value to write", problem);
+}
+
 template <typename Number>
 void appendNumber(std::string& text, Number number) {
     std::array<char, 32> digits{}; // the longest double takes 24
@@ -32,30 +36,33 @@ PropertyListWriter::PropertyListWriter(PropertyListLayout layout, std::size_t ex
     text_ += head;
 }
 
-void PropertyListWriter::startLine() {
-    if (layout_ == PropertyListLayout::indented) {
-        text_.append(depth_, '\t');
-    }
-}
-
-void PropertyListWriter::endLine() {
-    if (layout_ == PropertyListLayout::indented) {
-        text_ += '\n';
-    }
+template <typename Append>
+void PropertyListWriter::line(const Append& append) {
+    const bool isIndented = layout_ == PropertyListLayout::indented;
+    text_.append(isIndented ? depth_ : 0, '\t');
+    append();
+    text_.append(isIndented ? 1 : 0, '\n');
 }
 
 void PropertyListWriter::begin(std::string_view tag) {
-    startLine();
-    text_ += tag;
-    endLine();
-    ++depth_;
+    line([&] { text_ += tag; });
+    if (++depth_ > propertyListDepthLimit) {
+        refuse("is nested too deep");
+    }
 }
 
 void PropertyListWriter::end(std::string_view tag) {
     --depth_;
-    startLine();
-    text_ += tag;
-    endLine();
+    line([&] { text_ += tag; });
+}
+
+template <typename Append>
+void PropertyListWriter::element(std::string_view name, const Append& append) {
+    line([&] {
+        text_.append("<").append(name).append(">");
+        append();
+        text_.append("</").append(name).append(">");
+    });
 }
 
 void PropertyListWriter::beginDictionary() {
@@ -75,60 +82,34 @@ void PropertyListWriter::endArray() {
 }
 
 void PropertyListWriter::key(std::string_view key) {
-    startLine();
-    text_ += "<key>";
-    appendPropertyListText(text_, key);
-    text_ += "</key>";
-    endLine();
+    element("key", [&] { appendPropertyListText(text_, key); });
 }
 
 void PropertyListWriter::string(std::string_view text) {
-    startLine();
-    text_ += "<string>";
-    appendPropertyListText(text_, text);
-    text_ += "</string>";
-    endLine();
+    element("string", [&] { appendPropertyListText(text_, text); });
 }
 
 void PropertyListWriter::integer(std::int64_t number) {
-    startLine();
-    text_ += "<integer>";
-    appendNumber(text_, number);
-    text_ += "</integer>";
-    endLine();
+    element("integer", [&] { appendNumber(text_, number); });
 }
 
 void PropertyListWriter::real(double number) {
     if (!std::isfinite(number)) {
-        throw PropertyListError("the value to write", "is no finite number");
+        refuse("is no finite number");
     }
-    startLine();
-    text_ += "<real>";
-    appendNumber(text_, number);
-    text_ += "</real>";
-    endLine();
+    element("real", [&] { appendNumber(text_, number); });
 }
 
 void PropertyListWriter::boolean(bool value) {
-    startLine();
-    text_ += value ? "<true/>" : "<false/>";
-    endLine();
+    line([&] { text_ += value ? "<true/>" : "<false/>"; });
 }
 
 void PropertyListWriter::date(Instant instant) {
-    startLine();
-    text_ += "<date>";
-    appendUtcText(text_, instant);
-    text_ += "</date>";
-    endLine();
+    element("date", [&] { appendUtcText(text_, instant); });
 }
 
 void PropertyListWriter::data(std::span<const std::byte> bytes) {
-    startLine();
-    text_ += "<data>";
-    text_ += base64Text(bytes);
-    text_ += "</data>";
-    endLine();
+    element("data", [&] { text_ += base64Text(bytes); });
 }
 
 std::string PropertyListWriter::finish() && {

@@ -14,7 +14,8 @@ namespace cindertop {
 enum class PropertyListLayout : std::uint8_t { indented, compact };
 
 /// Writes the text of an XML property list value by value. Control characters other than tab and newline are
-/// left out of keys and texts, so two keys must not differ in them alone.
+/// left out of keys and texts, so two keys must not differ in them alone. What no reader would take, a number
+/// that is not finite or too deep a nesting, throws a PropertyListError.
 class PropertyListWriter {
 public:
     /// `expectedSize` bytes of text find room without a move.
@@ -29,8 +30,7 @@ public:
 
     void string(std::string_view text);
     void integer(std::int64_t number);
-    /// The shortest text that reads back as the same number. What is not finite throws a PropertyListError:
-    /// no reader would take the file.
+    /// The shortest text that reads back as the same number.
     void real(double number);
     void boolean(bool value);
     void date(Instant instant); ///< its second; the fraction is dropped
@@ -42,8 +42,10 @@ public:
 private:
     void begin(std::string_view tag);
     void end(std::string_view tag);
-    void startLine();
-    void endLine();
+    template <typename Append>
+    void line(const Append& append);
+    template <typename Append>
+    void element(std::string_view name, const Append& append);
 
     std::string text_;
     PropertyListLayout layout_;

@@ -2,7 +2,6 @@
 
 #include "support/AtomicFile.h"
 #include "support/DateText.h"
-#include "support/PropertyListSalvage.h"
 #include "support/PropertyListText.h"
 #include "support/UserFolders.h"
 
