@@ -6,7 +6,7 @@
 FUZZ_SECONDS ?= 60
 # Whose kernel `make laptop-test` boots: what apt knows here, or a suite such as bookworm-backports.
 LAPTOP_KERNEL ?= installed
-# Recording processes that `make soak` kills one after the other, besides the drills.
+# Recording processes that `make soak` kills one after the other, besides the fault tests.
 SOAK_KILLS ?= 300
 
 export CTEST_PARALLEL_LEVEL ?= $(shell nproc)
@@ -79,7 +79,7 @@ soak: ## put the program through every fault a machine can have: full disk, kill
 	@scripts/setup soak
 	@$(work) release
 	@$(work) debug
-	@tests/drills/run build/release build/debug $(SOAK_KILLS)
+	@tests/faults/run build/release build/debug $(SOAK_KILLS)
 
 lint: ## formatting, clang-tidy, layers, shell scripts
 	@scripts/setup develop

@@ -1,7 +1,7 @@
 // What other processes and their owners decide: names, units, sandbox files, environments, launch lines. The
 // first byte tells which of them the rest is.
 
-#include "platform/linux/ApplicationMarks.h"
+#include "platform/linux/ApplicationHints.h"
 #include "platform/linux/ControlGroups.h"
 #include "platform/linux/LaunchCommand.h"
 #include "platform/linux/ProcessStat.h"

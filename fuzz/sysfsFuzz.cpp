@@ -86,7 +86,7 @@ SensorSource sourceOf(std::string_view line) {
 
 void tryProducts(const std::vector<SensorSource>& sources) {
     std::size_t next = 0;
-    for (const auto& product : sensorProducts(sources)) {
+    for (const auto& product : namedSensors(sources)) {
         require(product.source >= next && product.source < sources.size());
         require(!product.name.empty());
         next = product.source + 1;

@@ -14,7 +14,7 @@ constexpr QLatin1String propertiesInterface{"org.freedesktop.DBus.Properties"};
 constexpr QLatin1String snapshotProperty{"Snapshot"};
 
 void send(const QDBusConnection& connection, const QDBusMessage& message) {
-    // A caller that is gone, or a bus that is, needs no answer.
+    // Without a caller or a bus no answer is needed.
     [[maybe_unused]] const bool isSent = connection.send(message);
 }
 
@@ -70,7 +70,7 @@ AgentBus::Claim AgentBus::claimName() {
     return reply.value() == QDBusConnectionInterface::ServiceRegistered ? Claim::done : Claim::taken;
 }
 
-/// Whatever else the same cause changes is told with it.
+/// Other changes of the same cause are announced with it.
 void AgentBus::publishLater() {
     publishing_.start();
 }
@@ -100,8 +100,8 @@ void AgentBus::publishTick() {
     }
 }
 
-/// The snapshot changes with everything else. That it is void is told once; nobody needs to hear it again
-/// before somebody has read it again, and a program at rest sends nothing.
+/// The snapshot changes with everything else. It is invalidated once; not again until a client has read it,
+/// so that a program at rest sends nothing.
 void AgentBus::publish(const QVariantMap& changed) {
     const auto invalidated = isSnapshotKnown_ ? QStringList{snapshotProperty} : QStringList{};
     isSnapshotKnown_ = false;

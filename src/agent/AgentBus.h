@@ -30,10 +30,10 @@ public:
     /// Takes the name on the bus.
     Claim claimName();
 
-    /// There is another connection, on which the program appears, or none any more.
+    /// The connection was lost, or replaced by another, on which the program appears.
     Claim useBus(const QDBusConnection& connection);
 
-    /// Tells the bus what has changed since the last time; commands and what the user does elsewhere are told
+    /// Announces what has changed since the last time; commands and changes made elsewhere are announced
     /// without it.
     void publishChanges();
     /// The same, and that there is a new snapshot.
@@ -52,8 +52,8 @@ private:
 
     QDBusConnection connection_;
     BusMethods methods_;
-    QVariantMap published_;        ///< the properties as they were told last, but the snapshot
-    bool isSnapshotKnown_ = false; ///< somebody has read the snapshot since it was told to be void
+    QVariantMap published_;        ///< the properties as last announced, without the snapshot
+    bool isSnapshotKnown_ = false; ///< a client has read the snapshot since it was invalidated
     QTimer publishing_;            ///< soon
     QPropertyNotifier pausedNotifier_;
     QPropertyNotifier termsNotifier_;

@@ -26,7 +26,7 @@ constexpr const char* failed = "app.cindertop.Error.Failed";
 constexpr const char* unknownMethod = "org.freedesktop.DBus.Error.UnknownMethod";
 constexpr const char* invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
-/// What lies beyond is as far out of every range.
+/// Larger values are out of every range all the same.
 constexpr std::uint64_t largestNumber = std::numeric_limits<std::int64_t>::max();
 
 /// A property cannot be absent, and 0 is a score.
@@ -143,8 +143,8 @@ QString BusMethods::snapshot() const {
     auto json = unmeasuredMachineJson();
     if (auto machine = state_.machineSnapshot()) {
         json = machineJson({.snapshot = *std::move(machine),
-                            .verdict = MachineVerdict{.recommendation = state_.currentRecommendation(),
-                                                      .presentation = presentation}});
+                            .advice = MachineAdvice{.recommendation = state_.currentRecommendation(),
+                                                    .presentation = presentation}});
     }
     json["presentation"] = encodeJson(presentation);
     json["notificationState"] = caseName(*published.systemNotificationState);

@@ -10,8 +10,8 @@
 
 namespace cindertop::agent {
 
-/// Gives idle memory back once the start is over, and then now and again: a rush of processes leaves room
-/// behind that nobody needs any more.
+/// Returns idle memory after the start and from time to time: a burst of processes leaves unused memory
+/// behind.
 class MemoryReturn {
 public:
     static constexpr std::chrono::seconds timeToStart{10}; ///< more than enough

@@ -11,18 +11,17 @@
 
 namespace cindertop::agent {
 
-/// The words after the program's name with which it starts anew: the former ones, and the window that it
-/// opens.
+/// The arguments with which the program restarts: the former ones, and the window that it opens.
 std::vector<std::string> wordsToOpen(Opening opening, std::span<const std::string> words);
 
-/// The program in the place of itself: after an upgrade, whose windows do not fit what runs. Main thread.
+/// Restarts the program in place after an upgrade whose windows do not fit the running build. Main thread.
 class Restart {
 public:
     /// What is known when the library of the windows turns out to be of another build.
     struct Facts {
         std::string libraryBuild;
         bool isProgramReplaced = false; ///< the program's file is not the one that runs any more
-        std::string triedFor;           ///< the library for which this process was started anew; may be empty
+        std::string triedFor;           ///< the library for which this process was restarted; may be empty
     };
 
     /// Whether the file that would start may fit the library: without an upgrade of the program it cannot,

@@ -15,7 +15,7 @@ struct SessionPlace {
     /// `variable` tells an environment variable, empty when it is not set.
     static SessionPlace of(const std::function<std::string(const char*)>& variable, bool hasWindows);
 
-    /// As one program notes it for others, and back; none for any other text.
+    /// As text for other programs, and back; none for any other text.
     std::string note() const;
     static std::optional<SessionPlace> fromNote(std::string_view note);
 

@@ -1,6 +1,6 @@
 #include "agent/StatusLine.h"
 
-#include "cli/MachineWords.h"
+#include "cli/MachineText.h"
 #include "terminal/DisplayText.h"
 #include "terminal/ValueText.h"
 

@@ -10,7 +10,7 @@ class QSocketNotifier;
 
 namespace cindertop::agent {
 
-/// Lets the event loop take in what logind says about sleep. Main thread.
+/// Delivers logind's announcements of sleep through the event loop. Main thread.
 class SystemSleep {
 public:
     /// Between two tries to reach a bus that is not there.

@@ -7,14 +7,14 @@
 
 namespace cindertop::agent {
 
-/// The wish to end this program (SIGTERM, SIGINT, SIGHUP). Made before any thread starts, those of the
+/// A request to end this program (SIGTERM, SIGINT, SIGHUP). Made before any thread starts, those of the
 /// windows and of the message bus included: one thread that does not block the signals would let them end
 /// everything at once. Programs that this one starts do not inherit the block.
 class TerminationSignals {
 public:
     TerminationSignals();
 
-    /// Readable once the wish is there.
+    /// Readable once a request has arrived.
     int descriptor() const { return signals_.descriptor(); }
 
     bool take() const { return signals_.next().has_value(); }
@@ -23,7 +23,7 @@ private:
     cli::SignalDescriptor signals_;
 };
 
-/// Turns the wish into a call on the main thread, whose event loop it needs.
+/// Turns the request into a call on the main thread, whose event loop it needs.
 class TerminationNotifier {
 public:
     /// `signals` must outlive this.

@@ -50,15 +50,15 @@ std::optional<bool> askForTerms(const cli::Output& output, int input, int interr
     return answer == "y" || answer == "Y" || answer == "yes" || answer == "Yes" || answer == "YES";
 }
 
-std::optional<PropertyValue> RunOnlyTerms::value(std::string_view key) const {
+std::optional<PropertyValue> TermsAcceptedForRun::value(std::string_view key) const {
     return key == legalTermsAcceptedKey ? PropertyValue(true) : stored_.value(key);
 }
 
-void RunOnlyTerms::registerDefaults(const Registration& defaults) {
+void TermsAcceptedForRun::registerDefaults(const Registration& defaults) {
     stored_.registerDefaults(defaults);
 }
 
-void RunOnlyTerms::apply(std::span<const UserDefaultsChange> changes) {
+void TermsAcceptedForRun::apply(std::span<const UserDefaultsChange> changes) {
     stored_.apply(changes);
 }
 

@@ -12,10 +12,10 @@ namespace cindertop::agent {
 std::optional<bool> askForTerms(const cli::Output& output, int input, int interruption);
 
 /// The user's preferences with the terms of use accepted, which is not stored.
-class RunOnlyTerms final : public UserDefaults {
+class TermsAcceptedForRun final : public UserDefaults {
 public:
     /// `stored` must outlive this.
-    explicit RunOnlyTerms(UserDefaults& stored) : stored_(stored) {}
+    explicit TermsAcceptedForRun(UserDefaults& stored) : stored_(stored) {}
 
     std::optional<PropertyValue> value(std::string_view key) const override;
     void registerDefaults(const Registration& defaults) override;

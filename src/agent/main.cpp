@@ -1,6 +1,6 @@
 #include "agent/AgentBus.h"
 #include "agent/Arguments.h"
-#include "agent/DesktopFace.h"
+#include "agent/DesktopFrontend.h"
 #include "agent/Display.h"
 #include "agent/DisplayLoss.h"
 #include "agent/LiveProgram.h"
@@ -56,7 +56,7 @@ constexpr int timeToShow = 2'000; ///< milliseconds
 /// One line, whatever names of files and keys it holds.
 void say(const cli::Output& output, const std::string& sentence) {
     const auto line = cli::shown("cindertop: " + sentence, cli::Charset::unicode) + '\n';
-    // Where even this cannot be written, nobody listens.
+    // If even this cannot be written, nobody reads it.
     [[maybe_unused]] const auto ignored = output.write(line);
 }
 
@@ -80,28 +80,29 @@ bool hasWindows() {
 }
 
 /// The program's windows; none without a display.
-std::unique_ptr<DesktopFace> makeFace(const Arguments& arguments, const QDBusConnection& bus,
-                                      const cli::Output& problems, DesktopFace::Restarter startAnew) {
+std::unique_ptr<DesktopFrontend> makeFrontend(const Arguments& arguments, const QDBusConnection& bus,
+                                              const cli::Output& problems,
+                                              DesktopFrontend::Restarter startAnew) {
     if (!hasWindows()) {
         return nullptr;
     }
-    return std::make_unique<DesktopFace>(
+    return std::make_unique<DesktopFrontend>(
         arguments.isDark, bus, [&problems](const QString& text) { say(problems, text.toStdString()); },
         std::move(startAnew));
 }
 
-AppStateEnvironment completed(AppStateEnvironment environment, DesktopFace* face) {
-    return face != nullptr ? face->completed(std::move(environment)) : environment;
+AppStateEnvironment completed(AppStateEnvironment environment, DesktopFrontend* frontend) {
+    return frontend != nullptr ? frontend->completed(std::move(environment)) : environment;
 }
 
 /// Runs until somebody ends the program.
-int runEventLoop(AppState& state, DesktopFace* face, const Arguments& arguments) {
-    if (face == nullptr) {
+int runEventLoop(AppState& state, DesktopFrontend* frontend, const Arguments& arguments) {
+    if (frontend == nullptr) {
         return QCoreApplication::exec();
     }
-    face->start(state, arguments.opening, arguments.isBackground);
+    frontend->start(state, arguments.opening, arguments.isBackground);
     const int status = QCoreApplication::exec();
-    face->end();
+    frontend->end();
     return status;
 }
 
@@ -117,21 +118,22 @@ int playScenario(const Arguments& arguments, const TerminationSignals& signals) 
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
     EventLoopTimers timers;
     const desktop::SessionBus bus(timers);
-    // Started anew, it would play from the beginning.
-    const auto face = makeFace(arguments, bus.connection(), problems,
-                               [](Opening /*opening*/, const QString& /*libraryBuild*/) { return false; });
+    // After a restart it would play from the beginning.
+    const auto frontend =
+        makeFrontend(arguments, bus.connection(), problems,
+                     [](Opening /*opening*/, const QString& /*libraryBuild*/) { return false; });
     StatusLines lines(output, pauseBetweenPlayedLines);
     ScenarioProgram program(*scenario, arguments.speed, arguments.pauseAt,
                             [&lines](const UserNotificationRequest& request) {
                                 lines.note(request.content.title + ": " + request.content.body);
                             });
-    AppState state(completed(program.environment(), face.get()));
+    AppState state(completed(program.environment(), frontend.get()));
     state.observeTicks([&] {
         lines.tick(state, cli::localTimeOfDay(state.environment().machine.clock.now()),
                    std::chrono::steady_clock::now());
     });
     program.play(state, [] { QCoreApplication::quit(); });
-    return runEventLoop(state, face.get(), arguments);
+    return runEventLoop(state, frontend.get(), arguments);
 }
 
 /// Brings the one that runs already to the front.
@@ -146,8 +148,8 @@ int showRunningAgent(const QDBusConnection& bus) {
     return success;
 }
 
-/// Whether the person at the terminal accepts the terms, and so whether there is anything to do.
-bool agreesAtTerminal(UserDefaults& defaults, int interruption) {
+/// Whether the person at the terminal accepts the terms; without that there is nothing to do.
+bool acceptsTermsAtTerminal(UserDefaults& defaults, int interruption) {
     const auto output = outputUnless(interruption, STDOUT_FILENO);
     const auto answer = askForTerms(output, STDIN_FILENO, interruption);
     if (answer == true) {
@@ -166,7 +168,7 @@ bool prepareTerms(UserDefaults& defaults, int interruption) {
         return true;
     }
     if (isTerminal(STDIN_FILENO) && isTerminal(STDOUT_FILENO)) {
-        return agreesAtTerminal(defaults, interruption);
+        return acceptsTermsAtTerminal(defaults, interruption);
     }
     say(outputUnless(interruption, STDERR_FILENO),
         "before you accept the terms of use, nothing is watched in the background and nothing is kept; "
@@ -178,11 +180,11 @@ std::string environmentText(const char* name) {
     return qEnvironmentVariable(name).toStdString();
 }
 
-BusActions busActions(AppState& state, DesktopFace* face) {
+BusActions busActions(AppState& state, DesktopFrontend* frontend) {
     return {.open =
-                [&state, face] {
-                    if (face != nullptr) {
-                        face->openMainWindow();
+                [&state, frontend] {
+                    if (frontend != nullptr) {
+                        frontend->openMainWindow();
                     } else {
                         state.showMainWindow();
                     }
@@ -197,7 +199,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
     PosixFileSystem files;
     linux_platform::PropertyListUserDefaults stored(linux_platform::PropertyListUserDefaults::defaultFile(),
                                                     files);
-    RunOnlyTerms accepted(stored);
+    TermsAcceptedForRun accepted(stored);
     if (arguments.acceptsTerms && !areTermsAccepted(stored)) {
         say(outputUnless(signals.descriptor(), STDERR_FILENO),
             "the terms of use count as accepted for this run; "
@@ -215,7 +217,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
         desktop::notificationSwitch(environmentText("XDG_CURRENT_DESKTOP"), folders.config));
     LiveProgram program(folders, defaults, notifications);
     const auto problems = outputUnless(signals.descriptor(), STDERR_FILENO);
-    const auto face = makeFace(
+    const auto frontend = makeFrontend(
         arguments, bus.connection(), problems, [&restart](Opening opening, const QString& libraryBuild) {
             const bool isPrepared = restart.prepare(opening, libraryBuild.toStdString());
             if (isPrepared) {
@@ -223,8 +225,8 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
             }
             return isPrepared;
         });
-    AppState state(completed(program.environment(), face.get()));
-    AgentBus agentBus(bus.connection(), state, busActions(state, face.get()));
+    AppState state(completed(program.environment(), frontend.get()));
+    AgentBus agentBus(bus.connection(), state, busActions(state, frontend.get()));
     if (agentBus.claimName() == AgentBus::Claim::taken) {
         return showRunningAgent(bus.connection());
     }
@@ -232,8 +234,8 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
     bus.observe([&](const QDBusConnection& connection) {
         notifications.useBus(connection);
         agentBus.useBus(connection);
-        if (face) {
-            face->useBus(connection);
+        if (frontend) {
+            frontend->useBus(connection);
         }
     });
     const auto tellProblem = [&] {
@@ -256,7 +258,7 @@ int watchMachine(const Arguments& arguments, const UserFolders& folders, const T
     });
     const MemoryReturn memory(timers);
     const DisplayLoss displayLoss(state);
-    return runEventLoop(state, face.get(), arguments);
+    return runEventLoop(state, frontend.get(), arguments);
 }
 
 /// A command that looks whether an agent runs holds the lock for a moment.
@@ -272,7 +274,7 @@ auto acquireLock(const std::filesystem::path& folder, const std::string& note) {
     return lock;
 }
 
-/// Its window would open where nobody looks, when the one that runs belongs to another screen.
+/// Its window would open out of sight when the running one belongs to another screen.
 int leaveToRunningAgent(const SessionPlace& here, const UserFolders& folders) {
     const auto there = SessionPlace::fromNote(linux_platform::AgentLock::note(folders.programData()));
     if (!there || !here.isApartFrom(*there)) {

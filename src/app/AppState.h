@@ -70,8 +70,8 @@ public:
     /// Everything that the most recent tick found; likewise.
     std::optional<MachineSnapshot> machineSnapshot() const;
 
-    /// Somebody looks at the snapshot. What is read for that alone, such as the temperature of drives, is
-    /// read from the next tick on, and no longer some seconds after the last look.
+    /// A client looks at the snapshot. What is read for that alone, such as the temperature of drives, is
+    /// read from the next tick until some seconds after the last look.
     void noteLook();
 
     /// The terms have been accepted.
@@ -85,7 +85,7 @@ public:
     ThermalAssistantPresentation makePresentation(const ThermalSnapshot& snapshot) const;
     /// What is shown of the published snapshots now. On Linux it names a level only where heat was measured.
     ThermalAssistantPresentation currentPresentation() const;
-    /// The published advice; on Linux without what would judge a heat that nobody knows.
+    /// The published advice; on Linux without statements about heat where none was measured.
     CinderRecommendationSnapshot currentRecommendation() const;
     /// "36°C"; absent without a temperature.
     std::optional<std::string> temperatureText(std::optional<double> celsius) const;
@@ -109,7 +109,7 @@ public:
     void setShowDockIcon(bool isShown);
     void setDiagnosticLogsEnabled(bool isEnabled);
     void setNotificationsEnabled(bool isEnabled);
-    /// Asks the notification centre anew, since its server may be another one.
+    /// Asks the notification centre again, since its server may have been replaced.
     void refreshNotificationState();
     void setNotificationMinimumLevel(NotificationMinimumLevel level);
     void setRecommendationVerbosity(RecommendationVerbosity verbosity);
@@ -171,8 +171,8 @@ private:
     void forgetMonitoring();
     bool isCurrent(const Tick& tick) const;
     bool isObserved(AwakeTime now) const;
-    bool isOfBeforeSleep(const Tick& tick) const;
-    void beginAfresh();
+    bool isFromBeforeSleep(const Tick& tick) const;
+    void startOver();
     void prepareForSleep(std::function<void()> isReady);
     void continueAfterSleep();
     void refreshThermalState();
@@ -245,8 +245,8 @@ private:
     std::optional<AwakeTime> lookedAt_;           ///< by a terminal or another program
     std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
     std::vector<SourceStatus> latestSources_;     ///< as of the latest census
-    std::uint64_t stops_ = 0;                     ///< what was asked before the latest shows nothing any more
-    std::uint64_t notificationStateRequests_ = 0; ///< the answer to an older request than the latest is void
+    std::uint64_t stops_ = 0;                     ///< earlier requests publish nothing
+    std::uint64_t notificationStateRequests_ = 0; ///< answers to older requests are ignored
     std::set<std::string_view> failedReads_;
 
     std::function<void()> tickObserver_;

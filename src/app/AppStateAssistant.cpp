@@ -205,7 +205,7 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
     if (!isCurrent(*tick)) {
         return;
     }
-    if (isOfBeforeSleep(*tick)) { // no news any more
+    if (isFromBeforeSleep(*tick)) { // outdated
         completeTick(*tick);
         return;
     }
@@ -238,7 +238,7 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
             completeTick(*tick);
         },
         [this, tick] {
-            tick->isAlertWithheld = isOfBeforeSleep(*tick);
+            tick->isAlertWithheld = isFromBeforeSleep(*tick);
             return isCurrent(*tick) && !tick->isAlertWithheld;
         });
 }

@@ -53,7 +53,7 @@ struct AppStateEnvironment {
     Windows* windows = nullptr;          ///< none without a display
     UpdateService* updates = nullptr;    ///< none where none is configured
     HistoryWriting historyWriting{};     ///< each sample at once unless told otherwise
-    SleepAnnouncements* sleep = nullptr; ///< none where nobody tells
+    SleepAnnouncements* sleep = nullptr; ///< none where sleep is not announced
     std::function<void(const DiagnosticLogEvent&)>
         diagnosticObserver{}; ///< told of each event that is logged
 };

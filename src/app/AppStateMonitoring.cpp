@@ -132,7 +132,7 @@ void AppState::refreshThermalState() {
     const auto uptime = environment_.machine.clock.uptime();
     const auto [awake, hasSlept] = sleepWatch_.look(uptime);
     if (hasSlept) {
-        beginAfresh();
+        startOver();
     }
     const auto tick = std::make_shared<Tick>(
         Tick{.task = thermalMonitoringTask_,
@@ -210,7 +210,7 @@ void AppState::completeTick(const Tick& tick) {
 
 void AppState::sleepUntilNextTick(const Tick& tick) {
     const auto delay =
-        isOfBeforeSleep(tick) ? Seconds{0} : tickDelay(published_.thermalSnapshot->recommendedSamplingHz);
+        isFromBeforeSleep(tick) ? Seconds{0} : tickDelay(published_.thermalSnapshot->recommendedSamplingHz);
     sleepBeforeTick(std::chrono::duration_cast<std::chrono::nanoseconds>(delay));
 }
 

@@ -5,13 +5,13 @@
 
 namespace cindertop {
 
-/// Its readings are of before a sleep that has come since.
-bool AppState::isOfBeforeSleep(const Tick& tick) const {
+/// Its readings date from before a sleep.
+bool AppState::isFromBeforeSleep(const Tick& tick) const {
     return SleepWatch::hasSleptSince(tick.uptime, environment_.machine.clock.uptime());
 }
 
 /// What was measured before a sleep says nothing about the time after it. What the user was told stays told.
-void AppState::beginAfresh() {
+void AppState::startOver() {
     nextProcessOffenderSampleDate_ = {};
     nextThermalHistorySampleDate_ = {};
     recommendationEngine_.reset();

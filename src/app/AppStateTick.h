@@ -47,7 +47,7 @@ struct AppState::Tick {
     bool followsSleep; ///< since the tick before
     ThermalEngineConfiguration configuration;
     bool takesCensus;
-    bool isObserved;    ///< somebody looks at the list of sensors
+    bool isObserved;    ///< the list of sensors is being shown
     bool takesCPUUsage; ///< on every tick, so that a share is always that of one tick
     std::optional<Readings> readings;
     bool isAlertWithheld = false;

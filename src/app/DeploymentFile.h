@@ -10,8 +10,8 @@
 
 namespace cindertop {
 
-/// What whoever installed this copy of the program wrote down about it: a property list of texts by key. Read
-/// once; without a sound file there are no keys.
+/// What the installer of this copy of the program has set: a property list of texts by key. Read once;
+/// without a valid file there are no keys.
 class DeploymentFile {
 public:
     /// Where it is installed together with the program that runs; without /proc, with the system's.

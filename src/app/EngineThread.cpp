@@ -49,11 +49,11 @@ void EngineThread::submit(std::move_only_function<void()> work, std::move_only_f
 }
 
 void EngineThread::post(std::move_only_function<void()> task) {
-    handToMain(std::move(task));
+    postToMain(std::move(task));
 }
 
 void EngineThread::stop() {
-    // What is dropped is destroyed here, on the main thread, and outside the lock: destructors may be
+    // What is dropped is destroyed here, on the main thread and outside the lock: destructors may do
     // anything.
     std::deque<Piece> pieces;
     std::deque<std::move_only_function<void()>> tasks;
@@ -84,11 +84,11 @@ void EngineThread::runPieces() {
         } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): the answer sees there is no result
         }
         piece.work = nullptr; // what it holds goes before the main thread may rely on being its only owner
-        handToMain(std::move(piece.answer));
+        postToMain(std::move(piece.answer));
     }
 }
 
-void EngineThread::handToMain(std::move_only_function<void()> task) {
+void EngineThread::postToMain(std::move_only_function<void()> task) {
     {
         const std::scoped_lock lock(mutex_);
         if (isStopped_) {

@@ -32,7 +32,7 @@ private:
     };
 
     void runPieces();
-    void handToMain(std::move_only_function<void()> task);
+    void postToMain(std::move_only_function<void()> task);
     void wakeMain() const;
     void runOnMain();
 

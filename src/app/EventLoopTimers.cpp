@@ -19,7 +19,7 @@ public:
         : remaining_(delay), action_(std::move(action)) {
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer); // a coarse one would often come early
-        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { goOn(); });
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { onTimeout(); });
         sleep();
     }
 
@@ -30,7 +30,7 @@ private:
         timer_.start(part);
     }
 
-    void goOn() {
+    void onTimeout() {
         if (remaining_ > 0ms) {
             sleep();
             return;

@@ -36,7 +36,7 @@ public:
     /// Absent while checking.
     const std::optional<MacHardwareProfile>& profile() const { return profile_; }
 
-    /// Absent while checking, and where nobody surveys the machine.
+    /// Absent while checking, and where the machine is not surveyed.
     const std::optional<HeatSources>& heatSources() const { return heatSources_; }
 
     /// A heading for the user.

@@ -9,13 +9,13 @@ MachineSampler::MachineSampler(Machine machine, DarwinThermalPressureReader::Sou
     : machine_(std::move(machine)),
       engines_(machine_, std::move(pressureReader)),
       offenderConfiguration_(std::move(offenderConfiguration)) {
-    engines_.setSensorsObserved(true); // whoever samples a machine shows what it finds
+    engines_.setSensorsObserved(true); // what a sampler finds is being shown
 }
 
 void MachineSampler::prime() {
     const auto now = machine_.clock.now();
     const auto awake = awakeTime();
-    // Throttle counters are read as differences. The score itself is half a one and must not make a trend.
+    // Throttle counters are read as differences. The score is incomplete and must not start a trend.
     engines_.readScore(
         {.usesExperimentalSensors = false, .thresholds = ThermalTemperatureThresholds::defaults()});
     engines_.thermal.resetTrend();
@@ -55,7 +55,7 @@ ThermalScore MachineSampler::readScore() {
         {.usesExperimentalSensors = true, .thresholds = ThermalTemperatureThresholds::defaults()});
 }
 
-/// After a sleep everything begins afresh.
+/// After a sleep everything starts over.
 AwakeTime MachineSampler::awakeTime() {
     const auto [awake, hasSlept] = sleepWatch_.look(machine_.clock.uptime());
     if (hasSlept) {

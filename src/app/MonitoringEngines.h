@@ -24,7 +24,7 @@ public:
     /// Measures, and keeps what the sensors said.
     ThermalScore readScore(const ThermalEngineConfiguration& configuration);
 
-    /// Tells the machine whether somebody looks at the list of all sensors.
+    /// Tells the machine whether the list of all sensors is being shown.
     void setSensorsObserved(bool areObserved) { temperatureEvents_.setObserved(areObserved); }
 
     /// Every sensor that answered at the latest score, in the system's order; a score tells only the hottest.

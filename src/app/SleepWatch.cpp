@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 /// No sleep is shorter; the clocks are read one after the other and may seem to differ by less.
 constexpr auto shortestSleep = 1s;
-/// No tick of a machine that works is so late.
+/// A tick of a running machine is never this late.
 constexpr auto latest = 30s;
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace cindertop {
 
-/// Finds out at each look whether the machine has slept since the one before. A machine that answers too late
+/// Detects at each look whether the machine has slept since the previous one. A machine that answers too late
 /// has slept as well, though its clocks do not say so: it was halted from outside.
 class SleepWatch {
 public:

@@ -7,7 +7,7 @@
 
 namespace cindertop {
 
-/// Said of the system's indexing, with or without an offender that does it.
+/// For the system's indexing, with or without an offender that does it.
 inline constexpr auto backgroundIndexingTitle = Wording::same("Background indexing");
 inline constexpr Wording backgroundIndexingMessage{
     "Spotlight or setup work is active. It usually settles on its own.",

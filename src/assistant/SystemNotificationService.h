@@ -29,7 +29,7 @@ struct EnumerationTable<SystemNotificationState> {
     };
 };
 
-/// Posts alerts as quiet system notifications and tells how far that is possible. It keeps no state of its
+/// Posts alerts as quiet system notifications and reports whether that is possible. It keeps no state of its
 /// own: each operation asks the system anew, and several may be under way at once.
 ///
 /// Main thread. Each completion runs there exactly once, at the earliest within the call itself; after the
@@ -53,8 +53,8 @@ public:
     void prepare(bool isEnabled, Completion completion);
 
     /// Prepares, and posts the alert when that is authorized. An alert that cannot be posted is not tried
-    /// again. `isStillTrue` is asked just before that: a false one posts nothing, and the answer is what
-    /// `prepare` found.
+    /// again. `isStillTrue` is called just before posting; if false, nothing is posted and the result is that
+    /// of `prepare`.
     void deliver(
         const ThermalAlert& alert, bool isEnabled, Completion completion,
         std::function<bool()> isStillTrue = [] { return true; });
@@ -66,7 +66,7 @@ private:
     void askForPermission(Completion completion);
     void post(const ThermalAlert& alert, Completion completion);
 
-    /// What the centre shall call: it does nothing once the service is gone.
+    /// A handler for the centre: it does nothing once the service is gone.
     template <typename Answer>
     std::function<void(Answer)> whileAlive(std::function<void(const Answer&)> handler) const;
 

@@ -35,7 +35,7 @@ constexpr BodyRow pressureAlone{
                         "the current workload."},
 };
 
-/// Of several kinds of advice the first row here counts. Kinds that say all is well have no row.
+/// Of several kinds of advice the first row here counts. Kinds that report no problem have no row.
 constexpr std::array bodyRows{
     BodyRow{
         .context = probableClamshellHeat,

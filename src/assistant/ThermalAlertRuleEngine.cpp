@@ -34,7 +34,7 @@ ThermalAlert makeAlert(ThermalAlertKind kind, const ThermalAlertInput& input, Op
 
 std::optional<ThermalAlert> ThermalAlertRuleEngine::evaluate(const ThermalAlertInput& input,
                                                              const ThermalAlertConfiguration& configuration) {
-    bringDeliveriesIntoThePast(input.now);
+    moveDeliveriesBeforeNow(input.now);
     const auto kind = followTransition(input, configuration.minimumRecoveryPressureDuration);
     if (!kind || !configuration.isEnabled || !passesLevelFilter(*kind, configuration.minimumLevel) ||
         !canDeliver(*kind, configuration, input.now)) {
@@ -56,7 +56,7 @@ ThermalAlertRuleEngine::followTransition(const ThermalAlertInput& input,
         forgetHeat();
     }
     isAfterSleep_ = isAfterSleep_ && isHot && !pressure.isSustained;
-    // Heat of before a sleep goes on: it only has not lasted long enough again to be sustained.
+    // Heat from before a sleep continues; it has merely not lasted long enough again to be sustained.
     const bool isStillSustained = pressure.isSustained || (isAfterSleep_ && wasSustainedPressure_);
     const bool hadSustainedPressure = std::exchange(wasSustainedPressure_, isStillSustained);
     const bool hadCriticalLevel = std::exchange(wasCritical_, isCritical);
@@ -83,9 +83,9 @@ void ThermalAlertRuleEngine::forgetHeat() {
     deliveredCriticalSinceLastRecovery_ = false;
 }
 
-/// Deliveries that lie ahead are of before the wall clock was set back: cooldowns begin again, lest nothing
-/// is told until the clock has caught up.
-void ThermalAlertRuleEngine::bringDeliveriesIntoThePast(Instant now) {
+/// Deliveries in the future date from before the wall clock was set back. Their cooldowns start over, or no
+/// alert would come until the clock has caught up.
+void ThermalAlertRuleEngine::moveDeliveriesBeforeNow(Instant now) {
     if (lastDeliveredAt_) {
         lastDeliveredAt_ = std::min(*lastDeliveredAt_, now);
     }
@@ -94,7 +94,7 @@ void ThermalAlertRuleEngine::bringDeliveriesIntoThePast(Instant now) {
     }
 }
 
-/// Who wants critical episodes only is told of a recovery only after having been told of the episode.
+/// With critical episodes only, a recovery is reported only after its episode was.
 bool ThermalAlertRuleEngine::passesLevelFilter(ThermalAlertKind kind, ThermalLevel minimumLevel) const {
     if (minimumLevel != ThermalLevel::critical || kind == ThermalAlertKind::critical) {
         return true;

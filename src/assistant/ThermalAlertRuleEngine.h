@@ -51,9 +51,8 @@ struct ThermalAlertInput {
     bool operator==(const ThermalAlertInput&) const = default;
 };
 
-/// Decides, once a tick, whether to tell the user that pressure became sustained or critical, or eased. A
-/// transition that a setting or a cooldown suppresses is over: it is not told later. A plain value for one
-/// thread.
+/// Decides, once a tick, whether to alert the user that pressure became sustained or critical, or eased. A
+/// transition that a setting or a cooldown suppresses is not reported later. A plain value for one thread.
 class ThermalAlertRuleEngine {
 public:
     /// `system` decides the wording.
@@ -62,15 +61,15 @@ public:
     std::optional<ThermalAlert> evaluate(const ThermalAlertInput& input,
                                          const ThermalAlertConfiguration& configuration);
 
-    /// The machine has slept since the last evaluation. Heat that it wakes up with is the one that it went to
-    /// sleep with, and not told again; heat that is gone went unseen, and its end is not told.
+    /// The machine has slept since the last evaluation. Heat at waking is the heat from before the sleep and
+    /// not reported again; if it is gone, its end went unseen and is not reported.
     void noteSleep() { isAfterSleep_ = true; }
 
 private:
     std::optional<ThermalAlertKind> followTransition(const ThermalAlertInput& input,
                                                      Seconds minimumRecoveryPressureDuration);
     void forgetHeat();
-    void bringDeliveriesIntoThePast(Instant now);
+    void moveDeliveriesBeforeNow(Instant now);
     bool passesLevelFilter(ThermalAlertKind kind, ThermalLevel minimumLevel) const;
     bool canDeliver(ThermalAlertKind kind, const ThermalAlertConfiguration& configuration, Instant now) const;
     void recordDelivery(ThermalAlertKind kind, Instant now);
@@ -82,7 +81,7 @@ private:
     std::optional<Instant> lastDeliveredAt_;
     std::map<ThermalAlertKind, Instant> lastDeliveredAtByKind_;
     bool deliveredCriticalSinceLastRecovery_{false};
-    bool isAfterSleep_{false}; ///< until it is known what became of the heat of before
+    bool isAfterSleep_{false}; ///< until it is known whether the earlier heat continues
 };
 
 } // namespace cindertop

@@ -11,7 +11,7 @@ namespace cindertop::cli {
 
 namespace {
 
-/// The user's own word comes back on a terminal, so it is shown harmlessly.
+/// The user's own word is echoed to a terminal, so control characters are made visible.
 std::string quotedWord(std::string_view word) {
     return '"' + shown(word, Charset::unicode) + '"';
 }

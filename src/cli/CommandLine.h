@@ -40,7 +40,7 @@ struct CommandRow {
     std::string_view text;
 };
 
-/// A further part of the help.
+/// An additional section of the help.
 struct HelpSection {
     struct Row {
         std::string_view term;

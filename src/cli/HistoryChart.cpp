@@ -1,7 +1,7 @@
 #include "cli/HistoryChart.h"
 
 #include "cli/MachineFacts.h"
-#include "cli/MachineWords.h"
+#include "cli/MachineText.h"
 #include "terminal/ValueText.h"
 
 #include <algorithm>

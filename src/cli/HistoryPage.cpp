@@ -1,7 +1,7 @@
 #include "cli/HistoryPage.h"
 
 #include "cli/HistoryChart.h"
-#include "cli/MachineWords.h"
+#include "cli/MachineText.h"
 #include "terminal/ValueText.h"
 
 #include <algorithm>
@@ -51,7 +51,7 @@ std::vector<OptionalNumber> valuesOf(const std::vector<ChartColumn>& columns,
     return values;
 }
 
-/// A few degrees up and down are no mountains.
+/// A variation of a few degrees is not stretched to full height.
 SparklineRange temperatureRange(const Extremes& extremes) {
     constexpr double leastSpan = 10;
     return {.low = extremes.lowest, .high = std::max(extremes.highest, extremes.lowest + leastSpan)};

@@ -31,7 +31,7 @@ namespace {
 
 using linux_platform::PropertyListUserDefaults;
 
-/// Long enough for a story, short enough to wait for.
+/// Long enough to show a course, short enough to wait for.
 constexpr Seconds usualRecording{60};
 
 /// The list of offenders without the limits of a page.
@@ -54,7 +54,7 @@ public:
     explicit LiveMachine(Command command)
         : services_(machine_.services()),
           sampler_(services_,
-                   // What a look finds is shown by itself; a journal full of looks would help nobody.
+                   // What a single look finds is shown, not logged.
                    DarwinThermalPressureReader::sharedOnFirstUse(services_.pressure,
                                                                  std::make_shared<SilentUnifiedLog>()),
                    configurationFor(command, services_.process)),
@@ -83,7 +83,8 @@ std::string fullName(const passwd& account) {
     return std::string(comment.substr(0, comment.find(',')));
 }
 
-/// Names that must not stand in a recording, even where a process is called like its user. Root is nobody.
+/// Names that must not appear in a recording, even where a process is named after its user. Root's name is
+/// not private.
 std::vector<std::string> privateWords() {
     std::vector<std::string> words;
     std::array<char, 256> host{};
@@ -156,13 +157,13 @@ ExitStatus recordMachine(const Arguments& arguments) {
     recordFor(arguments.seconds ? Seconds{*arguments.seconds} : usualRecording, recorder);
     const auto scenario = recorder.scenario();
     if (!scenario) {
-        complain("nothing was recorded: it ended too soon");
+        reportError("nothing was recorded: it ended too soon");
         return failure;
     }
     PosixFileSystem files;
     const auto& file = arguments.operands.front();
     if (const auto written = replaceFile(files, file, *scenario, Durability::synced); !written) {
-        complain("cannot write " + file + ": " + std::make_error_code(written.error()).message());
+        reportError("cannot write " + file + ": " + std::make_error_code(written.error()).message());
         return failure;
     }
     return success;

@@ -1,6 +1,6 @@
 #include "cli/MachineFacts.h"
 
-#include "cli/MachineWords.h"
+#include "cli/MachineText.h"
 #include "terminal/ValueText.h"
 
 #include <algorithm>

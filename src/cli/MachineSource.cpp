@@ -28,7 +28,7 @@ MachineReport SampledMachine::next() {
 
 namespace {
 
-/// Why the agent tells nothing, for the user.
+/// Why the agent measures nothing, for the user.
 std::string noteOn(std::string_view answer) {
     const auto condition = agentCondition(answer);
     if (condition && condition->isPaused) {

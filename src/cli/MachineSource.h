@@ -10,7 +10,7 @@
 
 namespace cindertop::cli {
 
-/// Where the pages have their facts from.
+/// Where the pages get their facts.
 class MachineSource {
 public:
     virtual ~MachineSource() = default;

@@ -114,7 +114,7 @@ Row remainderRow(std::int64_t count) {
     return {.name = "  and " + std::to_string(count) + " more", .detail = {}, .nameTone = Tone::faint};
 }
 
-/// Rows that an offender would like below it: its processes, and one that counts those that are not listed.
+/// Rows wanted below an offender: its processes, and one that counts those that are not listed.
 int wantedRows(const ProcessOffender& offender, int listedAtMost) {
     if (offender.processCount < 2 || offender.children.empty()) {
         return 0;

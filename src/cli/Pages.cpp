@@ -1,6 +1,6 @@
 #include "cli/Pages.h"
 
-#include "cli/MachineWords.h"
+#include "cli/MachineText.h"
 #include "cli/OffenderTable.h"
 #include "support/Enumeration.h"
 #include "terminal/ValueText.h"
@@ -39,13 +39,13 @@ std::vector<Line> insightLines(const CinderInsight& insight, Tone titleTone, con
 }
 
 /// What the agent advises first, and for those who want details what else it found.
-std::vector<Line> adviceLines(const std::optional<MachineVerdict>& verdict, const PageStyle& style) {
-    if (!verdict || !verdict->recommendation.primaryInsight) {
+std::vector<Line> adviceLines(const std::optional<MachineAdvice>& advice, const PageStyle& style) {
+    if (!advice || !advice->recommendation.primaryInsight) {
         return {};
     }
-    auto lines = insightLines(*verdict->recommendation.primaryInsight, Tone::strong, style.format);
+    auto lines = insightLines(*advice->recommendation.primaryInsight, Tone::strong, style.format);
     if (style.verbosity == RecommendationVerbosity::detailed) {
-        for (const auto& insight : verdict->recommendation.secondaryInsights) {
+        for (const auto& insight : advice->recommendation.secondaryInsights) {
             append(lines, insightLines(insight, Tone::plain, style.format));
         }
     }
@@ -135,7 +135,7 @@ std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style
         lines.emplace_back();
     }
     append(lines, scoreLines(snapshot, style.format));
-    append(lines, adviceLines(report.verdict, style));
+    append(lines, adviceLines(report.advice, style));
     lines.emplace_back();
     append(lines, thermalFacts(snapshot, style));
     append(lines, sensorTable(snapshot, style));
@@ -162,7 +162,7 @@ std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style,
         append(lines, paragraph(report.note, style.format));
     }
     append(lines, scoreLines(snapshot, style.format));
-    append(lines, adviceLines(report.verdict, style));
+    append(lines, adviceLines(report.advice, style));
     auto facts = watchFacts(snapshot, style);
     const auto room = [&] { return rows - static_cast<int>(lines.size()) - 1; }; // 1 for the footer
     if (room() > static_cast<int>(facts.size()) + smallestTable) {

@@ -15,7 +15,7 @@ std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style
 /// All applications with all their processes.
 std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle& style);
 
-/// A screen of just so many rows, at least 1, with what matters most. `time` stands in the corner.
+/// A screen of exactly that many rows, at least 1, the most important first. `time` stands in the corner.
 std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, int rows,
                             std::string_view time);
 

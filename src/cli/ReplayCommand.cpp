@@ -65,11 +65,11 @@ ExitStatus replayScenario(const Arguments& arguments, const Output& output) {
     PosixFileSystem realFiles;
     const auto scenario = replay::loadScenario(realFiles, arguments.operands.front());
     if (!scenario) {
-        complain(scenario.error());
+        reportError(scenario.error());
         return usageError;
     }
     if (arguments.stateDirectory && holdsFiles(*arguments.stateDirectory)) {
-        complain(*arguments.stateDirectory + " holds a history already; name a folder without one");
+        reportError(*arguments.stateDirectory + " holds a history already; name a folder without one");
         return failure;
     }
     simulated::MemoryFileSystem memory;

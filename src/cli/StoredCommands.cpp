@@ -48,7 +48,7 @@ std::optional<Instant> timeOfWriting(const std::filesystem::path& file) {
                  : std::optional(Instant(std::chrono::file_clock::to_sys(time).time_since_epoch()));
 }
 
-/// The user's own word comes back on a terminal, so it is shown harmlessly.
+/// The user's own word is echoed to a terminal, so control characters are made visible.
 std::string quoted(const std::string& file) {
     return "\"" + shown(file, Charset::unicode) + "\"";
 }

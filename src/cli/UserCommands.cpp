@@ -39,28 +39,28 @@ CommandResult whileNoAgentRuns(const std::function<void()>& action) {
 }
 
 /// What the command had to do with it was done as well as it could be.
-void complainAbout(PropertyListUserDefaults& defaults) {
+void reportProblem(PropertyListUserDefaults& defaults) {
     if (const auto problem = defaults.takeProblem()) {
-        complain(*problem);
+        reportError(*problem);
     }
 }
 
 ExitStatus exitStatusOf(const PageResult& result) {
     if (!result) {
-        complain(result.error());
+        reportError(result.error());
         return failure;
     }
     return exitStatus(*result);
 }
 
-/// Has the agent write what it holds. False without one, and where it cannot.
+/// Makes the agent write what it holds; false without an agent or when that fails.
 bool saveHistory(std::optional<AgentClient>& agent) {
     if (!agent) {
         return false;
     }
     const auto saved = agent->call("SaveHistory");
     if (!saved) {
-        complain("the agent cannot write its latest samples: " + saved.error());
+        reportError("the agent cannot write its latest samples: " + saved.error());
     }
     return saved.has_value();
 }
@@ -92,7 +92,7 @@ ExitStatus showStoredThings(const Arguments& arguments, Output& output, std::opt
     const auto status = arguments.command == Command::history
                             ? exitStatus(showHistory(environment, arguments.format, isHistorySaved))
                             : exitStatus(exportDiagnostics(environment, arguments.operands.front()));
-    complainAbout(defaults);
+    reportProblem(defaults);
     return status;
 }
 
@@ -123,9 +123,9 @@ ExitStatus steer(const Arguments& arguments, Output& output, std::optional<Agent
     if (agent) { // its own copy counts
         return status;
     }
-    complainAbout(defaults);
+    reportProblem(defaults);
     if (!defaults.isStored()) {
-        complain("the change cannot be kept");
+        reportError("the change cannot be kept");
         return failure;
     }
     return status;

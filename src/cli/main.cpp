@@ -39,7 +39,7 @@ bool doesWithoutAgent(const Arguments& arguments) {
 /// What is shown then is not what the agent knows.
 void noteUnreachableAgent(const Arguments& arguments, const std::optional<AgentClient>& agent) {
     if (!agent && doesWithoutAgent(arguments) && doesAgentRun()) {
-        complain(std::string(unreachableAgent));
+        reportError(std::string(unreachableAgent));
     }
 }
 
@@ -69,7 +69,7 @@ ExitStatus carryOut(const Arguments& arguments, Output& output) {
 ExitStatus run(const std::vector<std::string_view>& words) {
     const auto arguments = parseArguments(words);
     if (!arguments) {
-        complain(arguments.error() + "; see \"cindertopctl --help\"");
+        reportError(arguments.error() + "; see \"cindertopctl --help\"");
         return usageError;
     }
     Output output(STDOUT_FILENO);
@@ -88,7 +88,7 @@ int main(int argumentCount, char** arguments) {
     try {
         return run({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
     } catch (const std::exception& error) {
-        complain(error.what());
+        reportError(error.what());
         return failure;
     }
 }

@@ -26,7 +26,7 @@ DisplayContextSnapshot SystemDisplayContextProvider::readDisplayContext() const 
     if (listed.status != 0) {
         return DisplayContextSnapshot::unavailable();
     }
-    // A display may come or go between the two questions: the second answer's count holds.
+    // A display may come or go between the two calls: the second call's count is used.
     const auto count = std::min<std::size_t>(listed.count, listed.identifiers.size());
     const auto active = std::span(listed.identifiers).first(count);
     std::size_t builtIn = 0;

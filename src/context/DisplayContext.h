@@ -14,7 +14,7 @@ struct DisplayContextSnapshot {
     int externalDisplayCount; ///< with `builtInDisplayCount` less than all where one's place is unknown
     bool canFold;             ///< the machine can be shut over its built-in display
 
-    /// A negative count becomes 0, each by itself.
+    /// A negative count becomes 0.
     constexpr DisplayContextSnapshot(bool isAvailable, int activeDisplayCount, int builtInDisplayCount,
                                      int externalDisplayCount, bool canFold = true)
         : isAvailable(isAvailable),

@@ -92,7 +92,7 @@ std::optional<bool> booleanProperty(const PowerSourceEntry& entry, std::string_v
     return entry.property(key).and_then(booleanValue);
 }
 
-/// The first entry that says it is an installed battery; nothing behind it is asked.
+/// The first entry that says it is an installed battery; later entries are not asked.
 std::unique_ptr<PowerSourceEntry> findBattery(const PowerSources& powerSources) {
     const auto entries = powerSources.matchingServices("IOPMPowerSource");
     if (!entries) {

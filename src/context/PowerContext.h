@@ -59,7 +59,7 @@ public:
     }
 };
 
-/// What powers the machine, and how its battery fares.
+/// What powers the machine, and the state of its battery.
 struct PowerContextSnapshot {
     bool isAvailable; ///< a battery was found
     PowerSourceKind source;

@@ -45,7 +45,8 @@ private:
     const HostStatistics* statistics_;
 };
 
-/// Tells how busy the machine was between two calls. Runs one call at a time, from whatever thread it comes.
+/// Measures how busy the machine was between two calls. Runs one call at a time, from whatever thread it
+/// comes.
 class GlobalCPUUsageMonitor {
 public:
     /// `provider` may not be null.

@@ -129,7 +129,8 @@ HistoryByOffenderID extendedHistories(HistoryByOffenderID histories,
                                       const ProcessOffenderAggregator& inputs) {
     for (const ProcessOffenderGroup& group : groups) {
         auto& history = histories[group.id];
-        // Points of before the clock was set back lie ahead of it: a line through them would run backwards.
+        // Points from before the clock was set back lie in its future: a line through them would run
+        // backwards.
         std::erase_if(history, [&inputs](const auto& point) { return point.measuredAt > inputs.now; });
         history.emplace_back(inputs.now, group.cpuPercent);
         const std::size_t kept = atMost(history.size(), inputs.configuration.maximumHistoryCount);

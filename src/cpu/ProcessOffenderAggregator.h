@@ -30,8 +30,8 @@ using HistoryByOffenderID = std::unordered_map<std::string, std::vector<ProcessO
 /// A census to compare the next one with. Of readings with one identifier the last counts.
 PreviousReadingsByPID readingsByPID(std::span<const ProcessCPUReading> readings);
 
-/// Turns two censuses into a ranked list of applications and kinds of system work: one use, then it is spent.
-/// Pure: the same inputs give the same result. The referenced inputs must outlive the call.
+/// Turns two censuses into a ranked list of applications and kinds of system work. Single use. Pure: the same
+/// inputs give the same result. The referenced inputs must outlive the call.
 struct ProcessOffenderAggregator {
     struct Result {
         std::vector<ProcessOffender> visibleOffenders;
@@ -46,7 +46,7 @@ struct ProcessOffenderAggregator {
     Instant now;                                        ///< when the current readings were taken
     const LocalizedComparison& comparison;
     OperatingSystem system; ///< decides what names of processes mean, and the names of groups
-    /// By how much the wall clock has run further than awake time since the previous readings: it was set, or
+    /// By how much the wall clock has advanced beyond awake time since the previous readings: it was set, or
     /// the machine slept.
     std::chrono::nanoseconds clockStep{};
 

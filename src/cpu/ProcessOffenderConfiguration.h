@@ -32,7 +32,7 @@ struct ProcessOffenderConfiguration {
     std::int32_t excludedProcessIdentifier;              ///< this program itself
     std::optional<std::string> excludedBundleIdentifier; ///< this program's application
     double minimumVisibleCPUPercent;             ///< offenders from this share on are shown; never negative
-    std::int64_t preferredMinimumOffenderCount;  ///< so many are shown whatever their share; at least 1
+    std::int64_t preferredMinimumOffenderCount;  ///< this many are shown whatever their share; at least 1
     std::int64_t maximumOffenderCount;           ///< at least 1
     std::int64_t maximumChildCount;              ///< at least 1
     std::int64_t maximumHistoryCount;            ///< at least 2

@@ -13,7 +13,7 @@
 
 namespace cindertop {
 
-/// Tells who uses the CPU, by comparing each census with the one before. Runs one call at a time, from
+/// Finds who uses the CPU by comparing each census with the previous one. Runs one call at a time, from
 /// whatever thread it comes.
 class ProcessOffenderEngine {
 public:

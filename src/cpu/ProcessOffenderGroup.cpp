@@ -16,7 +16,7 @@ struct BackgroundGroup {
     std::string_view displayName;
 };
 
-/// None for a daemon that stands for itself.
+/// None for a daemon that forms a group of its own.
 std::optional<BackgroundGroup> backgroundGroup(std::string_view lowerCasedName, OperatingSystem system) {
     const auto work = backgroundWork(lowerCasedName, system);
     if (work == BackgroundWork::softwareUpdate) {

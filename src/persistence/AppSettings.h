@@ -13,7 +13,7 @@
 
 namespace cindertop {
 
-/// What stands beside the status item's icon. The last two are retired: no record of settings holds them.
+/// What is shown beside the status item's icon. The last two are retired: no settings record holds them.
 enum class MenuBarInfoMode : std::uint8_t {
     none,
     thermalStatus,
@@ -119,8 +119,8 @@ private:
     AppSettingsFields fields_;
 };
 
-/// What a user has who never chose anything. On Linux temperatures are shown and alerts are on: the sensors'
-/// interface is documented and cheap, and notifications need no permission.
+/// The defaults of a user who never chose anything. On Linux temperatures are shown and alerts are on: the
+/// sensors' interface is documented and cheap, and notifications need no permission.
 AppSettings defaultSettings(OperatingSystem system);
 
 } // namespace cindertop

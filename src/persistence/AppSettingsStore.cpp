@@ -108,7 +108,7 @@ AppSettingsFields storedFields(const UserDefaults& defaults, const AppSettingsFi
     };
 }
 
-/// What settings of an older version need before they are read.
+/// Migrates settings of an older version before they are read.
 std::vector<UserDefaultsChange> migration(std::int64_t storedVersion) {
     std::vector<UserDefaultsChange> changes;
     if (storedVersion >= appSettingsSchemaVersion) {

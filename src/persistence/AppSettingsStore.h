@@ -10,7 +10,7 @@ namespace cindertop {
 /// Keeps the settings among the user's defaults, each under a key of its own. Main thread only.
 class AppSettingsStore {
 public:
-    /// `standard` is what this machine's users have who never chose anything. Reads and writes nothing yet.
+    /// `standard` are the defaults on this machine. Reads and writes nothing yet.
     AppSettingsStore(UserDefaults& defaults, const AppSettings& standard)
         : defaults_(defaults), standard_(standard) {}
 

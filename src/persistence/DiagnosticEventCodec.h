@@ -21,8 +21,8 @@ std::string encodeDiagnosticEvent(const DiagnosticLogEvent& event);
 
 nlohmann::json diagnosticEventJson(const DiagnosticLogEvent& event);
 
-/// The events of a buffer file, all or none: every key has to be there with its type. Unknown keys do not
-/// matter.
+/// The events of a buffer file, all or none: every key has to be there with its type. Unknown keys are
+/// ignored.
 std::optional<std::deque<DiagnosticLogEvent>> decodeDiagnosticEvents(std::string_view text);
 
 } // namespace cindertop

@@ -14,7 +14,7 @@ namespace cindertop {
 namespace {
 
 constexpr double bytesASecond = 600;
-constexpr double most = 1'000'000; ///< saved up at rest
+constexpr double most = 1'000'000; ///< accumulated while idle
 
 } // namespace
 
@@ -115,7 +115,7 @@ void DiagnosticLogService::save() {
     }
     isWritten_ = writeBuffer();
     const bool couldWrite = std::exchange(canWrite_, isWritten_);
-    if (couldWrite && !canWrite_) { // every event would say it again
+    if (couldWrite && !canWrite_) { // else every event would repeat it
         writeUnifiedLog(DiagnosticLogLevel::error, DiagnosticLogCategory::app,
                         "Diagnostic buffer persistence failed");
     }
@@ -126,7 +126,7 @@ bool DiagnosticLogService::writeBuffer() {
     for (const auto piece : text) {
         allowance_.spend(piece.size());
     }
-    // Not synced: events come while the user works, and each write would stop the main thread for the disk.
+    // Not synced: events come while the user works, and a sync would block the main thread on the disk.
     return makeFolders(environment_.files, file_.parent_path()) &&
            replaceFile(environment_.files, file_, text, Durability::relaxed);
 }

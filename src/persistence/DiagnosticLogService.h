@@ -20,13 +20,13 @@
 
 namespace cindertop {
 
-/// How much may be written: what comes now and then at once, what comes without end 2 MB an hour. Without a
-/// clock there is no limit.
+/// Limits how much is written: occasional writes at once, continuous ones to 2 MB an hour. Without a clock
+/// there is no limit.
 class WriteAllowance {
 public:
     explicit WriteAllowance(MonotonicClock clock);
 
-    /// Whether the next write may begin. One write may overdraw the allowance, which then holds up the next.
+    /// Whether the next write may begin. One write may overdraw the allowance, which then delays the next.
     bool permits();
     void spend(std::size_t bytes);
 
@@ -77,10 +77,10 @@ public:
     /// "cindertop-diagnostics-2025-03-05.json", by the day in the user's time zone.
     std::string exportFileName(Instant instant) const;
 
-    /// Made when it is first asked for, then the same for ever.
+    /// Created at the first call, constant from then on.
     std::string supportID();
 
-    /// The kind of an error and its number, "system#13": nothing that tells of the user.
+    /// The kind of an error and its number, "system#13": nothing about the user.
     static std::string errorSummary(const std::error_code& error);
 
     /// Calls `observer` for each event that is recorded from now on.

@@ -10,7 +10,7 @@
 
 namespace cindertop {
 
-/// What a stored value means, whoever stored it and as which type. None when it means nothing.
+/// Interprets a stored value, whatever its type. None when it has no meaning.
 
 /// Numbers count by their truth value; of texts "true", "yes", "1", "false", "no", "0" in any case, blanks
 /// around.

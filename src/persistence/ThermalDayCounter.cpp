@@ -11,8 +11,7 @@
 namespace cindertop {
 namespace {
 
-/// The file keeps no more than the second of a moment, and counting does the same: so the gaps of a day add
-/// up to no more than the day.
+/// The file keeps whole seconds only. Counting does the same, so that the gaps of a day never exceed the day.
 std::chrono::sys_seconds secondOf(Instant instant) {
     return std::chrono::floor<std::chrono::seconds>(instant);
 }
@@ -84,7 +83,7 @@ std::optional<ThermalDayCounter::Previous>
 ThermalDayCounter::previousOf(const ThermalHistorySample& sample, std::optional<AwakeTime> awake,
                               std::span<const ThermalHistorySample> stored) const {
     if (latest_) {
-        // Where the wall clock was set meanwhile, the sample of before would have another time by it now.
+        // Where the wall clock was set meanwhile, the previous sample's time is shifted accordingly.
         const bool isTimed = latest_->awake && awake;
         return comparable(
             latest_->sample,
@@ -104,7 +103,7 @@ ThermalDayCounter::comparable(const ThermalHistorySample& former, Instant measur
         return std::nullopt;
     }
     const bool isSetBack = former.measuredAt > sample.measuredAt;
-    // What goes on while the clock is set back over midnight does not begin again.
+    // An episode that continues while the clock is set back over midnight does not begin again.
     const Instant dayOfFormer = isSetBack ? measuredAt : former.measuredAt;
     if (calendar_.identifier(dayOfFormer) != calendar_.identifier(sample.measuredAt)) {
         return std::nullopt; // each day counts for itself

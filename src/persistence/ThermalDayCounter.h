@@ -9,8 +9,8 @@
 
 namespace cindertop {
 
-/// Counts what a day was like, sample after sample, each against the one that was recorded before it. That is
-/// not always the newest one: the wall clock may have been set back. For one thread.
+/// Summarises a day, sample after sample, each against the one that was recorded before it. That is not
+/// always the newest one: the wall clock may have been set back. For one thread.
 class ThermalDayCounter {
 public:
     /// A sample is compared with one that is at most `historyDuration` old; a longer gap than
@@ -18,7 +18,7 @@ public:
     ThermalDayCounter(CalendarDays calendar, Seconds historyDuration, Seconds maximumAttributionGap);
 
     /// The summary of the sample's day with the sample in it. `existing` may be of another day; `stored` are
-    /// the samples of before, oldest first, of which one counts when none was counted yet.
+    /// the earlier samples, oldest first: one of them serves as the previous one when none was counted yet.
     ThermalDailySummary counting(const std::optional<ThermalDailySummary>& existing,
                                  std::span<const ThermalHistorySample> stored,
                                  const ThermalHistorySample& sample, std::optional<AwakeTime> awake);
@@ -26,7 +26,7 @@ public:
     /// The machine has slept since the last sample.
     void noteSleep() { hasSlept_ = true; }
 
-    /// There is no sample of before any more.
+    /// There is no previous sample any more.
     void forget();
 
 private:
@@ -35,7 +35,7 @@ private:
         std::optional<AwakeTime> awake;
     };
 
-    /// The sample of before.
+    /// The previous sample.
     struct Previous {
         const ThermalHistorySample& sample;
         Seconds gap; ///< what counts of the time since then; 0: nothing

@@ -60,8 +60,8 @@ struct ThermalHistorySample {
     bool operator==(const ThermalHistorySample&) const = default;
 };
 
-/// Whether anything told the machine's heat then. Each source that answers gives points or a temperature, so
-/// the file needs no mark of its own.
+/// Whether anything reported the machine's heat at that moment. Each source that answers gives points or a
+/// temperature, so the file needs no mark of its own.
 inline bool isHeatKnown(const ThermalHistorySample& sample) {
     return sample.score > 0 || sample.temperatureCelsius.has_value();
 }
@@ -169,8 +169,8 @@ struct ThermalMonitoringSnapshot {
     bool operator==(const ThermalMonitoringSnapshot&) const = default;
 };
 
-/// Whether the day's time at its levels was measured. On a machine that tells nothing about its heat all of
-/// it counts as normal, which the samples give away.
+/// Whether the day's time at its levels was measured. On a machine that reports no heat all of it counts as
+/// normal, which the samples reveal.
 bool areLevelsMeasured(const ThermalMonitoringSnapshot& snapshot);
 
 } // namespace cindertop

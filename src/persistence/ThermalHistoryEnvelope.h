@@ -19,8 +19,8 @@ struct ThermalHistoryEnvelope {
     bool operator==(const ThermalHistoryEnvelope&) const = default;
 };
 
-/// Every key that is not optional has to be there with its type, or nothing is read; unknown keys do not
-/// matter. The records repair what they repair.
+/// Every key that is not optional has to be there with its type, or nothing is read; unknown keys are
+/// ignored. The records repair values out of range.
 std::expected<ThermalHistoryEnvelope, PropertyListError> decodeHistory(std::string text);
 
 /// A property list without indentation, which nobody edits. Dates lose their fraction.

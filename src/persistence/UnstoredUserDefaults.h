@@ -9,8 +9,7 @@
 
 namespace cindertop {
 
-/// The user's defaults for whoever only looks: changes count here, on top of what is stored, and never reach
-/// the store.
+/// User defaults for read-only use: changes are kept in memory, on top of what is stored, and never written.
 class UnstoredUserDefaults final : public UserDefaults {
 public:
     /// `stored` outlives this object and is only read.

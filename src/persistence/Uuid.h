@@ -25,8 +25,8 @@ struct Uuid {
     bool operator==(const Uuid&) const = default;
 };
 
-/// The identifier by which a user may be recognised in requests for support: made and stored when it is first
-/// asked for, then the same for ever.
+/// The identifier by which a user may be recognised in requests for support: created and stored at the first
+/// call, constant from then on.
 std::string supportIdentifier(UserDefaults& defaults);
 
 } // namespace cindertop

@@ -29,7 +29,7 @@ constexpr Uptime sleeplessUptime(Instant now) {
     return {.awake = AwakeTime(now.time_since_epoch()), .asleep = std::chrono::nanoseconds::zero()};
 }
 
-/// Time that only goes forward, from an unnamed start: for durations. Any thread may call it.
+/// Time that only moves forward, from an unspecified start: for durations. Any thread may call it.
 using MonotonicClock = std::function<std::chrono::nanoseconds()>;
 
 } // namespace cindertop

@@ -21,10 +21,10 @@ struct SavePanel {
     bool operator==(const SavePanel&) const = default;
 };
 
-/// What came of asking where to save.
+/// The outcome of a save panel.
 struct SaveChoice {
     std::optional<std::filesystem::path> place; ///< none when the user chose no place, or one out of reach
-    bool isChosenByUser = true;                 ///< else nobody could be asked, and the user is to be told
+    bool isChosenByUser = true;                 ///< else no panel could be shown, and the user must be told
     std::string problem{};                      ///< a sentence about a place out of reach
 
     bool operator==(const SaveChoice&) const = default;

@@ -21,7 +21,7 @@ public:
 class PowerSourceIterator {
 public:
     virtual ~PowerSourceIterator() = default;
-    /// None behind the last entry.
+    /// None after the last entry.
     virtual std::unique_ptr<PowerSourceEntry> next() = 0;
 };
 

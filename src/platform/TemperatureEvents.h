@@ -57,8 +57,8 @@ public:
     /// False on a build for a processor without this event system; nothing else is asked then.
     virtual bool isSupported() const = 0;
 
-    /// Tells whether somebody looks at the list of all sensors. Those that are of interest there only, and
-    /// that a read disturbs, such as drives, are left alone otherwise. Nobody does at first.
+    /// Says whether the list of all sensors is being shown. Sensors that matter only there and that a read
+    /// disturbs, such as drives, are not read otherwise. Not shown at first.
     virtual void setObserved(bool /*isObserved*/) {}
 
     /// None when no client can be had. The client must not outlive this object.

@@ -11,20 +11,20 @@
 
 namespace cindertop {
 
-/// What a program that watches all the time makes of it.
-struct MachineVerdict {
+/// What a program that monitors continuously derives from a snapshot.
+struct MachineAdvice {
     CinderRecommendationSnapshot recommendation;
     ThermalAssistantPresentation presentation;
 
-    bool operator==(const MachineVerdict&) const = default;
+    bool operator==(const MachineAdvice&) const = default;
 };
 
 /// A machine as a program of ours tells it.
 struct MachineReport {
     MachineSnapshot snapshot;
-    std::optional<MachineVerdict> verdict{}; ///< none when nothing was measured over time
-    std::string note{};                      ///< what the user should know about the rest; may be empty
-    std::string document{};                  ///< the JSON that it was read from; empty when measured here
+    std::optional<MachineAdvice> verdict{}; ///< none when nothing was measured over time
+    std::string note{};                     ///< what the user should know about the rest; may be empty
+    std::string document{};                 ///< the JSON that it was read from; empty when measured here
 
     bool operator==(const MachineReport&) const = default;
 };

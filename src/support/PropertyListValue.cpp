@@ -77,7 +77,7 @@ std::string withoutComments(std::string_view text) {
         result += text.substr(0, comment);
         const auto last =
             comment == std::string_view::npos ? comment : text.find(end, comment + begin.size());
-        if (last == std::string_view::npos) { // also of a comment without an end nothing counts
+        if (last == std::string_view::npos) { // an unterminated comment is skipped to the end
             return result;
         }
         text.remove_prefix(last + end.size());

@@ -77,7 +77,7 @@ const FollowedLocale::Settings& FollowedLocale::present() {
     constexpr std::size_t longest = 65'536; // bytes
     std::error_code error;
     const auto changedAt = std::filesystem::last_write_time(file_, error);
-    if (error || changedAt == readAt_) { // what a file said that is gone still holds
+    if (error || changedAt == readAt_) { // values from a file that is gone stay in effect
         return settings_;
     }
     PosixFileSystem files;

@@ -16,8 +16,9 @@ std::string userLocaleName(const char* category);
 /// because ICU reads them as American English. ICU's own names stay as they are.
 std::string icuLocaleName(std::string_view name);
 
-/// The user's locale while it changes. A program's environment stays that of its start; but what the session
-/// took from the system's file of locale settings, and what neither says, follows the file. For one thread.
+/// Follows the user's locale as it changes. A program's environment is fixed at its start; values that the
+/// session took from the system's locale file, and those that neither sets, follow that file. Not
+/// thread-safe.
 class FollowedLocale {
 public:
     /// `/etc/locale.conf`, or where there is none `/etc/default/locale`.
@@ -25,7 +26,7 @@ public:
 
     explicit FollowedLocale(std::filesystem::path file = systemFile());
 
-    /// As `userLocaleName`, of now.
+    /// As `userLocaleName`, at this moment.
     std::string name(const char* category);
 
 private:

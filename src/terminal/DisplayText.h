@@ -5,7 +5,7 @@
 
 namespace cindertop::cli {
 
-/// What the terminal, or whoever reads, can show.
+/// The characters that the terminal, or another reader, can show.
 enum class Charset { unicode, ascii };
 
 /// Any bytes as one harmless line of valid UTF-8. Names come from other people's programs: control characters
@@ -13,13 +13,13 @@ enum class Charset { unicode, ascii };
 /// beyond ASCII becomes "?", and the degree sign vanishes ("36C").
 std::string shown(std::string_view bytes, Charset charset);
 
-/// Terminal columns that a text made by `shown` takes: wide characters two, combining ones none.
+/// The terminal columns that a text made by `shown` takes: wide characters two, combining ones none.
 int columnsOf(std::string_view text);
 
-/// As much of the text's beginning as takes at most so many columns, in whole characters.
+/// As much of the text's beginning as fits that many columns, in whole characters.
 std::string_view beginning(std::string_view text, int columns);
 
-/// The text cut to at most so many columns; what was cut shows as "…", with `ascii` as "~".
+/// The text cut to at most that many columns; what was cut shows as "…", with `ascii` as "~".
 std::string fitted(std::string_view text, int columns, Charset charset);
 
 /// Filled up with blanks behind, or in front. A longer text stays as it is.

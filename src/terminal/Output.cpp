@@ -16,7 +16,7 @@ namespace cindertop::cli {
 
 namespace {
 
-/// What a pipe that says it has room takes without blocking.
+/// What a pipe that reports room takes without blocking.
 constexpr std::size_t pieceSize = PIPE_BUF;
 
 } // namespace
@@ -48,7 +48,7 @@ WriteResult Output::write(std::string_view text) const {
     return {};
 }
 
-/// A plain blocking write would sit behind a stalled reader, deaf to Ctrl-C while the signals are blocked.
+/// A blocking write would wait for a stalled reader and miss Ctrl-C while the signals are blocked.
 WriteResult Output::waitForRoom() const {
     std::array<pollfd, 2> waited{pollfd{.fd = descriptor_, .events = POLLOUT, .revents = 0},
                                  pollfd{.fd = interruption_, .events = POLLIN, .revents = 0}};

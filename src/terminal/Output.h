@@ -10,9 +10,9 @@ namespace cindertop::cli {
 struct WriteError {
     int code; ///< an errno value
 
-    /// Whoever read has seen enough, as `head` does; nobody needs to hear about it.
+    /// The reader has gone, as `head` does: nothing to report.
     bool isReaderGone() const;
-    /// A descriptor that interrupts asked for attention first; see `Output::interruptBy`.
+    /// The interrupting descriptor became readable first; see `Output::interruptBy`.
     bool isInterruption() const;
     /// The system's words, for example "No space left on device".
     std::string message() const;

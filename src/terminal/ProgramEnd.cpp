@@ -6,8 +6,8 @@
 
 namespace cindertop::cli {
 
-void complain(const std::string& sentence) {
-    // Where even this cannot be written, the exit status tells.
+void reportError(const std::string& sentence) {
+    // If even this cannot be written, the exit status remains.
     [[maybe_unused]] const auto ignored = Output(STDERR_FILENO).write("cindertopctl: " + sentence + '\n');
 }
 
@@ -15,7 +15,7 @@ ExitStatus exitStatus(const WriteResult& written) {
     if (written || written.error().isReaderGone()) {
         return success;
     }
-    complain("cannot write the output: " + written.error().message());
+    reportError("cannot write the output: " + written.error().message());
     return failure;
 }
 
@@ -24,7 +24,7 @@ ExitStatus exitStatus(const std::expected<std::optional<int>, WriteError>& watch
         return exitStatus(WriteResult(std::unexpected(watched.error())));
     }
     if (*watched) {
-        dieBy(**watched);
+        terminateBySignal(**watched);
     }
     return success;
 }
@@ -33,7 +33,7 @@ ExitStatus exitStatus(const std::expected<void, std::string>& result) {
     if (result) {
         return success;
     }
-    complain(result.error());
+    reportError(result.error());
     return failure;
 }
 

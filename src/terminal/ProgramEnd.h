@@ -12,15 +12,15 @@ namespace cindertop::cli {
 enum ExitStatus { success = 0, failure = 1, usageError = 2 };
 
 /// Writes one sentence to standard error, behind the program's name.
-void complain(const std::string& sentence);
+void reportError(const std::string& sentence);
 
-/// Complains unless all was written, or nobody reads any more.
+/// Reports a failed write, unless the reader has gone.
 ExitStatus exitStatus(const WriteResult& written);
 
 /// The same; a watch that a signal ended ends the program by that signal.
 ExitStatus exitStatus(const std::expected<std::optional<int>, WriteError>& watched);
 
-/// Complains about an error.
+/// Reports an error.
 ExitStatus exitStatus(const std::expected<void, std::string>& result);
 
 } // namespace cindertop::cli

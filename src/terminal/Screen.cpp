@@ -7,7 +7,7 @@ namespace cindertop::cli {
 
 namespace {
 
-constexpr std::string_view enterSequence = "\x1b[?1049h" // second screen
+constexpr std::string_view enterSequence = "\x1b[?1049h" // alternate screen
                                            "\x1b[?25l"   // no cursor
                                            "\x1b[?7l"    // no wrapping
                                            "\x1b[2J";
@@ -16,7 +16,7 @@ constexpr std::string_view home = "\x1b[H";
 constexpr std::string_view clearToLineEnd = "\x1b[K";
 constexpr int patienceMilliseconds = 200;
 
-/// Writes what must get out even while signals wait, but never sits behind a stopped terminal.
+/// Writes even while signals are pending, but never blocks on a stopped terminal.
 void writeAnyway(int descriptor, std::string_view text) noexcept {
     pollfd waited{.fd = descriptor, .events = POLLOUT, .revents = 0};
     if (::poll(&waited, 1, patienceMilliseconds) > 0) {

@@ -10,8 +10,8 @@
 
 namespace cindertop::cli {
 
-/// The terminal as a page that is drawn over and over: its second screen, no cursor, no wrapping, and keys
-/// that come at once and unseen. What was there before comes back when this object goes, or on `leave`.
+/// The terminal as a page that is redrawn: the alternate screen, no cursor, no wrapping, and keys unbuffered
+/// and without echo. The former contents come back on destruction or `leave`.
 class Screen {
 public:
     /// Enters at once. `output` must outlive the screen and be a terminal.

@@ -58,7 +58,7 @@ std::optional<int> SignalDescriptor::next() const {
     return static_cast<int>(information.ssi_signo);
 }
 
-void dieBy(int signal) {
+void terminateBySignal(int signal) {
     ::signal(signal, SIG_DFL);
     ::raise(signal);
     std::_Exit(killedBySignal + signal); // the signal was blocked from outside

@@ -7,23 +7,22 @@
 
 namespace cindertop::cli {
 
-/// Takes signals as data instead of by surprise: they are blocked, and a descriptor becomes readable. Made
-/// before any thread starts. A signal that the parent set to be ignored (`nohup`, a job in the background)
-/// stays ignored.
+/// Receives signals through a descriptor: they are blocked, and it becomes readable. Made before any thread
+/// starts. A signal that the parent set to be ignored (`nohup`, a job in the background) stays ignored.
 class SignalDescriptor {
 public:
     /// Throws std::system_error when the system refuses.
     explicit SignalDescriptor(std::initializer_list<int> signals);
-    /// Signals that came and were not asked for take their effect here.
+    /// Pending signals that were not read take effect here.
     ~SignalDescriptor();
 
     SignalDescriptor(const SignalDescriptor&) = delete;
     SignalDescriptor& operator=(const SignalDescriptor&) = delete;
 
-    /// Readable while a signal waits.
+    /// Readable while a signal is pending.
     int descriptor() const { return descriptor_; }
 
-    /// The next signal that waits; none when there is none.
+    /// The next pending signal, if any.
     std::optional<int> next() const;
 
 private:
@@ -31,8 +30,8 @@ private:
     int descriptor_ = -1;
 };
 
-/// Ends the process as the signal does by itself, so that the parent sees why. Nothing must block or handle
+/// Ends the process by the signal's default action, so that the parent sees why. Nothing must block or handle
 /// it.
-[[noreturn]] void dieBy(int signal);
+[[noreturn]] void terminateBySignal(int signal);
 
 } // namespace cindertop::cli

@@ -65,7 +65,7 @@ std::string encoded(const Line& line, const PageFormat& format) {
         result += coloured(visible, tone, format.palette);
         room -= columnsOf(visible);
     }
-    // Blanks at the end of a line only annoy those who copy it.
+    // No blanks at the end of a line: they would be copied along.
     while (result.ends_with(' ')) {
         result.pop_back();
     }

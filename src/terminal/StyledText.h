@@ -28,7 +28,7 @@ enum class Palette { none, sixteen, twoHundredFiftySix };
 
 /// What the place of output can show, and how much room it has.
 struct PageFormat {
-    int columns = 80; ///< a page is laid out for so many, at least 1
+    int columns = 80; ///< the width that a page is laid out for, at least 1
     Charset charset = Charset::ascii;
     Palette palette = Palette::none;
 
@@ -46,7 +46,7 @@ std::string encoded(const Line& line, const PageFormat& format);
 /// The lines one below the other, each with its line end.
 std::string encoded(const std::vector<Line>& lines, const PageFormat& format);
 
-/// The words of a text spread over lines of at most so many columns; longer words are broken.
+/// The words of a text spread over lines of at most that many columns; longer words are broken.
 std::vector<std::string> wrapped(std::string_view text, int columns);
 
 } // namespace cindertop::cli

@@ -45,7 +45,7 @@ struct ThermalScore {
     bool operator==(const ThermalScore&) const = default;
 };
 
-/// Whether the machine told anything about its heat. Without, the score of 0 is no measurement.
+/// Whether the machine reports its heat at all. If not, the score of 0 is no measurement.
 bool isHeatKnown(const ThermalScore& score);
 
 } // namespace cindertop

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int mostRedirects = 5;
 
-/// Tells the server no more than it needs to know. It may lead on to another place of its own only.
+/// Tells the server no more than it needs to know. Redirects stay on its own origin.
 QNetworkRequest requestOf(const QUrl& address) {
     QNetworkRequest request(address);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
@@ -33,7 +33,7 @@ struct FeedUpdateService::Look {
     std::unique_ptr<QNetworkAccessManager> manager;
     QNetworkReply* reply = nullptr; ///< of the manager, when it has asked
 
-    void hangUp() const {
+    void abort() const {
         if (reply != nullptr) {
             reply->disconnect();
             reply->abort();
@@ -112,7 +112,7 @@ void FeedUpdateService::fail(const std::string& sentence) {
 /// The manager may be the sender of the signal that brought this here, so it goes a little later; it may not
 /// stay until the program exits either, for it has a thread.
 void FeedUpdateService::finish(const UpdateResult& result) {
-    look_->hangUp();
+    look_->abort();
     ended_ = std::move(look_);
     ended_->timer = timers_.start(std::chrono::seconds{0}, [this] { ended_.reset(); });
     present_(result);

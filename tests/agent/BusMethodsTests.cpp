@@ -158,7 +158,7 @@ TEST(BusMethods, TellsEverythingInTheSnapshot) {
     EXPECT_EQ(after.at("termsAccepted"), true);
     EXPECT_EQ(after.size(), before.size());
     const auto report = machineReport(text);
-    ASSERT_TRUE(report && report->verdict);
+    ASSERT_TRUE(report && report->advice);
     EXPECT_EQ(compactText(machineJson(*report)), text.substr(0, text.find(",\"notificationState\"")) + "}");
 }
 

@@ -91,9 +91,9 @@ TEST(TermsQuestion, EndsWhenItIsInterrupted) {
     EXPECT_EQ(askForTerms(cli::Output(shown.writer()), typing.reader(), interruption.reader()), std::nullopt);
 }
 
-TEST(RunOnlyTerms, AcceptsWithoutStoring) {
+TEST(TermsAcceptedForRun, AcceptsWithoutStoring) {
     fakes::FakeUserDefaults stored;
-    RunOnlyTerms defaults(stored);
+    TermsAcceptedForRun defaults(stored);
     EXPECT_TRUE(areTermsAccepted(defaults));
     EXPECT_FALSE(areTermsAccepted(stored));
 

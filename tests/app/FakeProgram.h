@@ -9,7 +9,7 @@
 #include "fakes/FakeSleepAnnouncements.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeUserNotificationCenter.h"
-#include "fakes/HeldExecutor.h"
+#include "fakes/ManualExecutor.h"
 #include "scenario/machine/MemoryFileSystem.h"
 #include "scenario/machine/VirtualClock.h"
 
@@ -30,7 +30,7 @@ public:
 
     fakes::FakeMachine machine;
     simulated::VirtualClock clock{machine.clock.time};
-    fakes::HeldExecutor executor;
+    fakes::ManualExecutor executor;
     fakes::FakeUserDefaults defaults;
     simulated::MemoryFileSystem files;
     fakes::FakeUnifiedLog unifiedLog;

@@ -104,9 +104,8 @@ TEST(StatusPage, TellsWhyThereIsNoTemperature) {
 
 TEST(StatusPage, LeadsWithTheNoteAndAddsWhatTheUserWants) {
     using enum CinderInsightConfidence;
-    MachineReport report{
-        .snapshot = hotLaptop(), .verdict = MachineVerdict{}, .note = "Monitoring is paused."};
-    report.verdict->recommendation = {
+    MachineReport report{.snapshot = hotLaptop(), .advice = MachineAdvice{}, .note = "Monitoring is paused."};
+    report.advice->recommendation = {
         .primaryInsight =
             CinderInsight{CinderInsightKind::probableClamshellHeat, high, "Clamshell heat", "Open it.", {}},
         .secondaryInsights = {{CinderInsightKind::chargingAddsHeat, medium, "Charging heat", "Unplug.", {}}}};

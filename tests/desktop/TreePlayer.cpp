@@ -1,4 +1,4 @@
-#include "agent/DesktopFace.h"
+#include "agent/DesktopFrontend.h"
 #include "agent/LiveProgram.h"
 #include "app/EventLoopTimers.h"
 #include "platform/linux/PropertyListUserDefaults.h"
@@ -34,14 +34,14 @@ int play(const std::filesystem::path& folder, Opening opening) {
     auto bus = QDBusConnection::sessionBus();
     desktop::FreedesktopNotificationCenter notifications(bus, timers, defaults, nullptr);
     LiveProgram program(folders, defaults, notifications, {.proc = folder / "proc", .sys = folder / "sys"});
-    DesktopFace face(
+    DesktopFrontend frontend(
         std::nullopt, bus, [](const QString& text) { std::cerr << text.toStdString() << '\n'
                                                                << std::flush; },
         [](Opening, const QString&) { return false; });
-    AppState state(face.completed(program.environment()));
-    face.start(state, opening, false);
+    AppState state(frontend.completed(program.environment()));
+    frontend.start(state, opening, false);
     const int status = QCoreApplication::exec();
-    face.end();
+    frontend.end();
     return status;
 }
 

@@ -120,7 +120,7 @@ TEST(HistoryJson, WritesEveryFieldInRecordOrder) {
         R"({"Browser":"org.example.browser"},"updatedAt":4.0}})");
 }
 
-MachineVerdict verdict() {
+MachineAdvice verdict() {
     using enum CinderInsightKind;
     using enum CinderInsightConfidence;
     return {.recommendation = {.primaryInsight = CinderInsight{topCpuOffender, high, "Browser", "Close tabs.",
@@ -143,7 +143,7 @@ TEST(MachineJson, ReadsEveryFieldBack) {
     desktop.context.displays.canFold = false;
     for (const auto& text :
          {hotText(), compactText(machineJson({hotLaptop()})), compactText(machineJson({desktop})),
-          compactText(machineJson({unknownMachine(), MachineVerdict{}}))}) {
+          compactText(machineJson({unknownMachine(), MachineAdvice{}}))}) {
         const auto report = machineReport(text);
         ASSERT_TRUE(report) << text;
         EXPECT_EQ(compactText(machineJson(*report)), text);

@@ -178,7 +178,7 @@ TEST_F(PopoverPresentationTest, NeedsNoHeatToRankApplications) {
     EXPECT_EQ(toggle(), (QStringList{"Resume Monitoring", "play.fill"}));
 }
 
-TEST_F(PopoverPresentationTest, AddsOtherInsightsForThoseWhoWantThem) {
+TEST_F(PopoverPresentationTest, AddsSecondaryInsightsForThoseWhoWantThem) {
     program.machine.pressure->play({2});
     program.machine.displays =
         fakes::FakeDisplayList({{.identifier = 9, .place = DisplayPlace::external}}); // the lid is closed
@@ -186,13 +186,13 @@ TEST_F(PopoverPresentationTest, AddsOtherInsightsForThoseWhoWantThem) {
     program.pass(1s);
     const auto& others = program.published().recommendationSnapshot->secondaryInsights;
     ASSERT_FALSE(others.empty());
-    EXPECT_EQ(popover->otherInsightTitles().front().toStdString(), others.front().title);
-    EXPECT_EQ(popover->otherInsightMessages().front().toStdString(), others.front().message);
+    EXPECT_EQ(popover->secondaryInsightTitles().front().toStdString(), others.front().title);
+    EXPECT_EQ(popover->secondaryInsightMessages().front().toStdString(), others.front().message);
     state->setRecommendationVerbosity(RecommendationVerbosity::concise);
-    EXPECT_TRUE(popover->otherInsightTitles().empty());
+    EXPECT_TRUE(popover->secondaryInsightTitles().empty());
     state->setRecommendationVerbosity(RecommendationVerbosity::detailed);
     state->setPaused(true);
-    EXPECT_TRUE(popover->otherInsightTitles().empty());
+    EXPECT_TRUE(popover->secondaryInsightTitles().empty());
 }
 
 TEST_F(PopoverPresentationTest, ClosesAfterWhatOpensSomethingElse) {

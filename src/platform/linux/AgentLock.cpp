@@ -34,7 +34,7 @@ std::expected<AgentLock, std::errc> AgentLock::tryAcquire(const std::filesystem:
         return std::unexpected(errno == EWOULDBLOCK ? std::errc::device_or_resource_busy
                                                     : static_cast<std::errc>(errno));
     }
-    // Where the note cannot be written, on a full disk, the lock is as good.
+    // Where the note cannot be written, on a full disk, the lock holds all the same.
     [[maybe_unused]] const bool isNoted =
         ::ftruncate(file.number(), 0) == 0 && ::pwrite(file.number(), note.data(), note.size(), 0) > 0;
     return AgentLock(std::move(file));
@@ -48,7 +48,7 @@ bool AgentLock::isHeld(const std::filesystem::path& dataFolder) {
 
 std::string AgentLock::note(const std::filesystem::path& dataFolder) {
     constexpr std::size_t longestNote = 256;
-    return readFileHead(dataFolder / lockFileName, longestNote).value_or("");
+    return readFilePrefix(dataFolder / lockFileName, longestNote).value_or("");
 }
 
 } // namespace cindertop::linux_platform

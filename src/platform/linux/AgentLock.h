@@ -21,11 +21,11 @@ public:
     static std::expected<AgentLock, std::errc> tryAcquire(const std::filesystem::path& dataFolder,
                                                           std::string_view note = {});
 
-    /// What the present holder, or else the last one, said; at most 256 bytes, which may be anything.
+    /// The note of the current holder, else of the last one: at most 256 bytes, unchecked.
     static std::string note(const std::filesystem::path& dataFolder);
 
-    /// Whether a process holds it, without making anything. It is taken for a moment to find out, so that who
-    /// takes it in that moment has to try again.
+    /// Whether a process holds it, without making anything. The check takes it for a moment, so a process
+    /// that wants it at that moment has to retry.
     static bool isHeld(const std::filesystem::path& dataFolder);
 
 private:

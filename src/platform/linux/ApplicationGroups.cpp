@@ -1,6 +1,6 @@
 #include "platform/linux/ApplicationGroups.h"
 
-#include "platform/linux/DesktopParts.h"
+#include "platform/linux/ProtectedProcesses.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -104,7 +104,7 @@ std::optional<GroupMember> ApplicationGroups::member(std::int32_t processIdentif
     return GroupMember{.processIdentifier = processIdentifier,
                        .parent = process->parent,
                        .startTicks = process->startTicks,
-                       .isUntouchable = isUntouchable(*process, processIdentifier),
+                       .isProtected = isProtected(*process, processIdentifier),
                        .unit = unit && isOfOneApplication(*unit) ? unit->name : std::string()};
 }
 
@@ -112,9 +112,9 @@ std::optional<ControlGroupUnit> ApplicationGroups::unitOf(std::int32_t processId
     return folders_.text(processIdentifier, "cgroup").and_then(parseControlGroup);
 }
 
-bool ApplicationGroups::isUntouchable(const ProcessStat& process, std::int32_t processIdentifier) {
+bool ApplicationGroups::isProtected(const ProcessStat& process, std::int32_t processIdentifier) {
     const auto unit = unitOf(processIdentifier);
-    return processIdentifier == ::getpid() || isDesktopPart(process.name) ||
+    return processIdentifier == ::getpid() || isProtectedProcess(process.name) ||
            (unit && unit->isBelowSessionSlice);
 }
 
@@ -128,7 +128,7 @@ void ApplicationGroups::keepKillableUnits(std::vector<GroupMember>& members,
     std::set<std::string> shared;
     for (const auto identifier : all) {
         const auto member = std::ranges::find(members, identifier, &GroupMember::processIdentifier);
-        if (member != members.end() && !member->isUntouchable) {
+        if (member != members.end() && !member->isProtected) {
             continue;
         }
         const auto process = stat(identifier);

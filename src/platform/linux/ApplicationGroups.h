@@ -24,7 +24,7 @@ struct GroupMember {
     std::int32_t parent{};
     std::uint64_t startTicks{}; ///< with the identifier it names the process for good
     /// Part of the desktop or of the session, or this program itself: it must not be ended.
-    bool isUntouchable{};
+    bool isProtected{};
     /// The unit of the user's service manager that holds members of this application and nothing else; empty:
     /// there is none.
     std::string unit;
@@ -64,7 +64,7 @@ private:
     std::optional<ProcessStat> stat(std::int32_t processIdentifier);
     std::optional<GroupMember> member(std::int32_t processIdentifier);
     std::optional<ControlGroupUnit> unitOf(std::int32_t processIdentifier);
-    bool isUntouchable(const ProcessStat& process, std::int32_t processIdentifier);
+    bool isProtected(const ProcessStat& process, std::int32_t processIdentifier);
     void keepKillableUnits(std::vector<GroupMember>& members, const std::vector<std::int32_t>& all);
 
     ProcessFolders folders_;

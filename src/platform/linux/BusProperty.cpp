@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
 constexpr auto answerTime = 5s;
 constexpr auto retryPause = 30s;
-/// sd-bus shall not count by its own clock.
+/// sd-bus must not measure the time limit by its own clock.
 constexpr std::uint64_t noTimeout = UINT64_MAX;
 
 struct MessageRelease {

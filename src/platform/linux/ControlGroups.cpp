@@ -115,7 +115,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return parts;
 }
 
-/// `stem` without the "app-" in front and without what is random behind.
+/// `stem` without the leading "app-" and the random suffix.
 std::optional<std::string_view> launcherAndId(const UnitName& unit) {
     constexpr std::string_view mark = "app-";
     if (!unit.stem.starts_with(mark)) {
@@ -132,8 +132,8 @@ std::optional<std::string_view> launcherAndId(const UnitName& unit) {
     return rest.substr(0, dash);
 }
 
-/// With a launcher in front, as the convention has it, before the same name without one; then with more of
-/// the name taken for the launcher.
+/// With a launcher in front, as is the convention, before the same name without one; then with more of the
+/// name taken for the launcher.
 std::vector<std::string> desktopIds(std::string_view launcherAndId) {
     std::vector<std::string> ids;
     const auto add = [&](std::string_view text) {

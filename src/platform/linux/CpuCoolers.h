@@ -14,7 +14,7 @@
 
 namespace cindertop::linux_platform {
 
-/// How far the highest frequency of some processors is held down, by whomever: a user and a power manager set
+/// How far the maximum frequency of some processors is capped, by whomever: a user and a power manager set
 /// the same cap as a cooling device does, so a cap alone tells nothing about heat. Not thread-safe.
 class FrequencyCap {
 public:
@@ -42,7 +42,7 @@ bool isCpuCooler(std::string_view type);
 /// idle.
 double coolerLoss(std::int64_t currentState, std::int64_t highestState);
 
-/// The cooling devices by which the kernel slows processors down. Types and ranges are kept and learnt anew
+/// The cooling devices by which the kernel slows processors down. Types and ranges are cached and read again
 /// when a device comes or goes, and every 30 s. Not thread-safe.
 class CpuCoolers {
 public:

@@ -77,7 +77,7 @@ std::optional<DesktopEntry> DesktopEntries::inFile(const std::string& path) {
     if (installed && entries_.contains(*installed)) {
         return withIdentifier(*installed);
     }
-    // A process named it: it may be anything.
+    // A process named it: it is not trusted.
     return describe(installed.value_or(file.stem().string()), path,
                     readForeignFile("/", path, entrySizeLimit));
 }

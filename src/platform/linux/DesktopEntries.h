@@ -29,8 +29,8 @@ struct DesktopEntry {
 };
 
 /// The desktop entries of the user's machine. They are read at the first question, and again when one of
-/// their folders has changed, which is looked at every half minute at most. A broken entry is as none. Called
-/// from one thread at a time.
+/// their folders has changed, which is looked at every half minute at most. Malformed entries are ignored.
+/// Called from one thread at a time.
 class DesktopEntries {
 public:
     explicit DesktopEntries(DesktopEnvironment environment = DesktopEnvironment::ofUser(),
@@ -49,7 +49,7 @@ public:
     /// How many there are.
     std::size_t count();
 
-    /// Another number after each time that the entries were read.
+    /// Changes each time the entries are read again.
     std::uint64_t generation();
 
     std::vector<std::filesystem::path> folders() const { return environment_.applicationFolders(); }
@@ -61,10 +61,10 @@ private:
         std::string path;
         bool isTerminal{};
         bool isDeleted{};                ///< hides entries of the same identifier in later folders
-        std::optional<std::string> name; ///< once it was asked for: all translations are a lot to read
+        std::optional<std::string> name; ///< read on demand: all translations are a lot
     };
 
-    /// How good a claim of an entry to a program is: the least is the best.
+    /// How well an entry matches a program: the lowest is the best.
     struct Claim {
         std::size_t options{};
         bool isHiddenInMenus{};
@@ -79,7 +79,7 @@ private:
     void readEntry(const std::filesystem::path& file, const std::string& identifier);
     void claimProgram(const std::string& exec, Claim claim);
     bool hasFolderChanged() const;
-    /// The entry with this text; none of a broken or deleted one.
+    /// The entry with this text; none for a malformed or deleted one.
     std::optional<DesktopEntry> describe(const std::string& identifier, const std::string& path,
                                          const std::expected<std::string, FileError>& text) const;
     /// What a file in one of the folders of entries is called, whether or not it counts.

@@ -11,9 +11,9 @@
 
 namespace cindertop::linux_platform {
 
-/// Tells when what was learnt about the devices of a class folder is to be learnt again: a device came, went
-/// or was replaced by another of its name, or `longestTrust` has passed, since attributes come and go without
-/// a trace in the folder (processors that go offline, thresholds that firmware moves). Not thread-safe.
+/// Tells when what is known about the devices of a class folder has to be read again: a device came, went or
+/// was replaced by another of its name, or `longestTrust` has passed, since attributes come and go without a
+/// trace in the folder (processors that go offline, thresholds that firmware moves). Not thread-safe.
 class DeviceFolder {
 public:
     static constexpr std::chrono::seconds longestTrust{30};

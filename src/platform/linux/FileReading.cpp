@@ -121,7 +121,7 @@ std::optional<std::int64_t> readInteger(const std::filesystem::path& file) {
     if (!descriptor.isOpen()) {
         return std::nullopt;
     }
-    // A number comes in one piece and is short: what fills the room is none.
+    // A number is short and arrives in one read: what fills the buffer is none.
     std::array<char, 64> room; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     const auto count = readChunk(descriptor, room);
     if (count < 0 || static_cast<std::size_t>(count) == room.size()) {
@@ -198,7 +198,7 @@ ssize_t readUpTo(int descriptor, char* buffer, std::size_t size) {
 
 } // namespace
 
-std::optional<std::string> readFileHead(const std::filesystem::path& file, std::size_t size) {
+std::optional<std::string> readFilePrefix(const std::filesystem::path& file, std::size_t size) {
     const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!descriptor.isOpen()) {
         return std::nullopt;

@@ -43,7 +43,7 @@ std::expected<std::string, FileError> readText(const FileDescriptor& file, std::
 /// does not fit 64 bits.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
-/// The number in a file; none for every way in which that can fail. Allocates nothing.
+/// The number in a file; none on any failure. Allocates nothing.
 std::optional<std::int64_t> readInteger(const std::filesystem::path& file);
 
 /// The text of an attribute without white space around it; none when unreadable or empty.
@@ -62,7 +62,7 @@ std::string_view describe(FileError error);
 /// The first `size` bytes of a file, or all of a shorter one, in one open. For files of /proc that grow with
 /// the machine (`stat` and `cpuinfo` reach hundreds of kilobytes) when only their start is wanted. None when
 /// unreadable.
-std::optional<std::string> readFileHead(const std::filesystem::path& file, std::size_t size);
+std::optional<std::string> readFilePrefix(const std::filesystem::path& file, std::size_t size);
 
 /// The whole text of a regular file that another process made or named. `file` counts from the folder `root`,
 /// with or without a "/" in front, and nothing outside is reached: no link below `root` is followed and ".."

@@ -48,8 +48,8 @@ void SensorDevice::ask(std::chrono::nanoseconds now) {
     rest_ = isActive ? timeToFallAsleep() : std::chrono::nanoseconds(0);
 }
 
-/// A negative delay keeps the device awake. One without a delay sleeps whenever nobody uses it: then it is
-/// somebody else who keeps it awake.
+/// A negative delay keeps the device awake. One without a delay sleeps whenever it is unused: if it is awake,
+/// another user keeps it so.
 std::chrono::nanoseconds SensorDevice::timeToFallAsleep() {
     const auto delay = control_.word() == "auto" ? delay_.integer() : std::nullopt;
     return delay && *delay > 0 ? std::chrono::milliseconds(std::min(*delay, longestDelay)) + sleepMargin
@@ -60,7 +60,7 @@ namespace {
 
 constexpr std::chrono::seconds storagePeriod{30};
 
-/// What was told longer ago says nothing about now.
+/// An older answer says nothing about the present.
 constexpr std::chrono::seconds longestHold{60};
 
 } // namespace
@@ -160,7 +160,7 @@ void HwmonSensors::learn() {
     std::ranges::transform(found, std::back_inserter(sources), &FoundSensor::source);
 
     SensorList sensors;
-    for (const auto& [source, name, role] : sensorProducts(sources)) {
+    for (const auto& [source, name, role] : namedSensors(sources)) {
         const auto& sensor = found[source];
         sensors.push_back(std::make_shared<Sensor>(Sensor{.product = name,
                                                           .isStorage = role == SensorRole::storage,
@@ -175,7 +175,7 @@ void HwmonSensors::learn() {
     sensors_ = std::move(sensors);
 }
 
-/// The sensors of a chip share one, and it outlives learning anew: it knows when it was read.
+/// The sensors of a chip share one, and it survives a new scan: it knows when it was read.
 std::shared_ptr<SensorDevice> HwmonSensors::deviceAt(const std::filesystem::path& power,
                                                      const SensorList& latest) const {
     if (power.empty()) {

@@ -19,7 +19,7 @@
 namespace cindertop::linux_platform {
 
 /// The hardware of a chip, shared by the sensors on it. A read wakes a device that sleeps, and one that the
-/// kernel sends to sleep after a time without use starts that time anew with each read. Not thread-safe.
+/// kernel sends to sleep after a time without use restarts that time with each read. Not thread-safe.
 class SensorDevice {
 public:
     /// `power` is the device's folder of that name.
@@ -50,7 +50,7 @@ private:
 };
 
 /// All temperature sensors of the machine: hwmon chips, thermal zones, power supplies, each thing once. Names
-/// are kept and learnt anew when a device comes or goes, and every 30 s. Any thread may call.
+/// are cached and read again when a device comes or goes, and every 30 s. Any thread may call.
 class HwmonSensors {
 public:
     /// One sensor of a list, to be read by `celsius`. When its device goes away it has no answer.
@@ -69,7 +69,7 @@ public:
         std::chrono::nanoseconds age; ///< 0 for one that was just read
     };
 
-    /// Storage is listed only while somebody looks at the list: each read sends the drive a command.
+    /// Storage is listed only while the list is being shown: each read sends the drive a command.
     void setObserved(bool isObserved);
 
     /// The sensors that can be asked now. Sleeping devices are left out, because a read would wake them.

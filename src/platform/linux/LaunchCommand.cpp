@@ -79,8 +79,8 @@ std::vector<std::string> words(std::string_view line) {
     return {list, list + count};
 }
 
-/// What stands behind "env" and its options and variables.
-std::span<const std::string> behindEnv(std::span<const std::string> command) {
+/// What follows "env" and its options and variables.
+std::span<const std::string> afterEnv(std::span<const std::string> command) {
     if (command.empty() || fileName(command.front()) != "env") {
         return command;
     }
@@ -105,7 +105,7 @@ bool isFieldCode(std::string_view word) {
 
 std::optional<LaunchCommand> parseExec(std::string_view exec) {
     const auto all = words(exec);
-    const auto command = behindEnv(all);
+    const auto command = afterEnv(all);
     if (command.empty() || command.front().empty() || isLauncher(command.front())) {
         return std::nullopt;
     }

@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxApplicationCatalog.h"
 
-#include "platform/linux/ApplicationMarks.h"
+#include "platform/linux/ApplicationHints.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/LaunchCommand.h"
 #include "support/Text.h"
@@ -30,7 +30,7 @@ bool leadsSession(const KnownProcess& process) {
     return process.session == process.processIdentifier;
 }
 
-bool isLeaderOfItsOwn(const KnownProcess& process) {
+bool startsOwnGroup(const KnownProcess& process) {
     const auto name = nameOf(process);
     return leadsSession(process) || isShell(name) || isMultiplexer(name) || name == "systemd";
 }
@@ -116,7 +116,7 @@ LinuxApplicationCatalog::inheritedApplication(const KnownProcess& process) {
     return nullptr;
 }
 
-/// None of the first process, of one whose parent has gone, and of a child of the kernel.
+/// None for the first process, for one whose parent has gone, and for a child of the kernel.
 std::optional<KnownProcess> LinuxApplicationCatalog::parentOf(const KnownProcess& process) {
     const auto identifier = process.accounting.parentProcessIdentifier;
     const auto* const parent = identifier > 1 ? processes_.known(identifier) : nullptr;
@@ -171,7 +171,7 @@ LinuxApplicationCatalog::OwnAnswer LinuxApplicationCatalog::findOwnAnswer(const 
     const auto inUnit = unit ? parseUnit(*unit) : UnitApplication{};
     hasSeenUnit_ = hasSeenUnit_ || unit.has_value();
     OwnAnswer answer;
-    answer.standsForItself = isLeaderOfItsOwn(process);
+    answer.standsForItself = startsOwnGroup(process);
     answer.isTerminalChild = inUnit.isTerminalChild;
     if (unit && isSystemService(process, *unit)) {
         answer.standsForItself = true;

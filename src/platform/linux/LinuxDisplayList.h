@@ -44,8 +44,8 @@ public:
     Answer countActiveDisplays() const override;
     Answer activeDisplays(std::uint32_t capacity) const override;
     DisplayPlace placeOf(DisplayIdentifier display) const override;
-    /// With a built-in connector, lit or not, and a lid. Where no lid shows, the firmware's word on the
-    /// chassis decides, and without one a panel is taken for a laptop's.
+    /// With a built-in connector, lit or not, and a lid. Where no lid is found, the firmware's chassis type
+    /// decides; without one a panel is assumed to be a laptop's.
     bool canFold() const override;
 
     /// "displays", as the latest look found them.

@@ -47,7 +47,7 @@ std::optional<HostCpuLoad> parseCpuLine(std::string_view text) {
     std::array<std::uint64_t, count> ticks{};
     for (std::size_t column = 0; column < count; ++column) {
         if (column > idle && columns.find_first_not_of(' ') == std::string_view::npos) {
-            break; // kernels and emulations of long ago end early
+            break; // very old kernels and emulations have fewer columns
         }
         const auto number = takeNumber(columns);
         if (!number) {
@@ -69,7 +69,7 @@ LinuxHostStatistics::LinuxHostStatistics(const Roots& roots) : file_(roots.proc 
 
 std::optional<HostCpuLoad> LinuxHostStatistics::cpuLoad() const {
     const auto load =
-        readFileHead(file_, lineRoom).and_then([](const std::string& text) { return parseCpuLine(text); });
+        readFilePrefix(file_, lineRoom).and_then([](const std::string& text) { return parseCpuLine(text); });
     didAnswer_ = load.has_value();
     return load;
 }

@@ -12,7 +12,7 @@ namespace cindertop::linux_platform {
 
 /// The totals of a "cpu  user nice system idle iowait irq softirq …" line that ends in a line end. Interrupts
 /// count as system time and waiting for a disk as idle time. Guest time, further right, is inside user and
-/// nice already, and stolen time is another machine's. At least the four columns up to idle; None for another
+/// nice already, and stolen time is another machine's. Needs the four columns up to idle. None for another
 /// line or a number too big.
 std::optional<HostCpuLoad> parseCpuLine(std::string_view text);
 

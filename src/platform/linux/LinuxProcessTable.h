@@ -65,7 +65,7 @@ public:
     ClockUnit clockUnit() const override;
 
     /// What was last read about a process, however long ago; it is read now when it was not yet. Null when it
-    /// is gone. Stands until the next call of any operation.
+    /// is gone. Valid until the next call of any operation.
     const KnownProcess* known(std::int32_t processIdentifier);
 
     /// The same without reading anything: null as well when the process was not read yet.

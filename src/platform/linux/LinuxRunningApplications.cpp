@@ -156,11 +156,11 @@ LinuxRunningApplications::groupToEnd(const RunningApplication& application) cons
     auto group = application.bundleIdentifier ? groups_->withIdentifier(*application.bundleIdentifier)
                                               : groups_->withPath(application.bundlePath.value_or(""));
     const bool isTheSame = group && group->main().processIdentifier == application.processIdentifier;
-    return isTheSame && !group->main().isUntouchable ? std::move(group) : std::nullopt;
+    return isTheSame && !group->main().isProtected ? std::move(group) : std::nullopt;
 }
 
 bool LinuxRunningApplications::send(const GroupMember& member, int signal) const {
-    if (member.isUntouchable) {
+    if (member.isProtected) {
         return false;
     }
     // The handle first: once it is open, what is looked at is what the signal reaches.

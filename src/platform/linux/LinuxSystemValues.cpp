@@ -218,7 +218,7 @@ LinuxSystemValues::LinuxSystemValues(const Roots& roots) {
     }
     brand_ = appleChipBrand(compatible)
                  .or_else([&] {
-                     return readFileHead(roots.proc / "cpuinfo", cpuinfoRoom)
+                     return readFilePrefix(roots.proc / "cpuinfo", cpuinfoRoom)
                          .and_then([](const std::string& text) {
                              const bool isWhole = text.size() < cpuinfoRoom; // its last line too
                              return parseProcessorModel(isWhole ? text + "\n" : text);

@@ -12,7 +12,7 @@ constexpr auto service = "org.freedesktop.login1";
 constexpr auto path = "/org/freedesktop/login1";
 constexpr auto manager = "org.freedesktop.login1.Manager";
 
-/// Without the signal there is no word of sleep; the connection shall stay all the same.
+/// Without the signal sleep is not announced; the connection stays all the same.
 int ignoreRefusedMatch(sd_bus_message* /*message*/, void* /*sleep*/, sd_bus_error* /*error*/) {
     return 0;
 }
@@ -82,7 +82,7 @@ int LogindSleep::onLock(sd_bus_message* message, void* sleep, sd_bus_error* /*er
     return 0;
 }
 
-/// logind's start anew ends every lock. Its end with a machine that sleeps does not happen.
+/// A restart of logind ends every lock. It does not end while the machine sleeps.
 int LogindSleep::onOwner(sd_bus_message* message, void* sleep, sd_bus_error* /*error*/) {
     auto& self = *static_cast<LogindSleep*>(sleep);
     const char* owner = nullptr;

@@ -13,9 +13,9 @@
 
 namespace cindertop::linux_platform {
 
-/// systemd-logind's word of sleep and waking. While it waits for neither, it holds a lock that delays the
-/// sleep until the observer is ready; logind waits no longer than its InhibitDelayMaxSec (5 s). Where there
-/// is no bus or no logind, there is no word. All announcements come from within `update`.
+/// Announcements of sleep and waking by systemd-logind. While it waits for neither, it holds a lock that
+/// delays the sleep until the observer is ready; logind waits no longer than its InhibitDelayMaxSec (5 s).
+/// Without a bus or logind nothing is announced. All announcements come from within `update`.
 class LogindSleep final : public SleepAnnouncements {
 public:
     /// As in `SystemBus`.

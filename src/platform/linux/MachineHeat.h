@@ -18,8 +18,8 @@
 namespace cindertop::linux_platform {
 
 /// How far the processors are below the temperature at which they slow themselves down, as their own sensors
-/// tell: of each processor its package's, else that of its hottest core. Limits are kept and learnt anew when
-/// a device comes or goes, and every 30 s. Not thread-safe.
+/// tell: of each processor its package's, else that of its hottest core. Limits are cached and read again
+/// when a device comes or goes, and every 30 s. Not thread-safe.
 class ProcessorLimits {
 public:
     ProcessorLimits(const Roots& roots, const MonotonicClock& clock);
@@ -68,7 +68,7 @@ public:
     /// `zones` must outlive this object.
     MachineHeat(const Roots& roots, MonotonicClock clock, ThermalZones& zones);
 
-    /// A reading that is still recent is told again.
+    /// A recent reading is returned again.
     HeatReading read();
 
     SourceStatus status() const;

@@ -60,7 +60,7 @@ std::optional<Amount> sumOf(const Batteries& batteries, Measure measure) {
     return sum;
 }
 
-std::optional<Amount> fillOf(const Batteries& batteries) {
+std::optional<Amount> totalChargeOf(const Batteries& batteries) {
     if (batteries.size() == 1) {
         const auto& battery = batteries.front();
         return capacityOf(battery).or_else([&] { return chargeOf(battery); }).or_else([&] {
@@ -141,10 +141,10 @@ std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supp
     if (batteries.empty()) {
         return std::nullopt;
     }
-    const auto fill = fillOf(batteries);
+    const auto charge = totalChargeOf(batteries);
     return BatteryPack{
-        .currentCapacity = fill.transform([](const Amount& sum) { return sum.now; }),
-        .maxCapacity = fill.transform([](const Amount& sum) { return sum.full; }),
+        .currentCapacity = charge.transform([](const Amount& sum) { return sum.now; }),
+        .maxCapacity = charge.transform([](const Amount& sum) { return sum.full; }),
         .isCharging = isOneCharging(batteries),
         .isFullyCharged = areAllFull(batteries),
         .deciKelvin = warmestDeciKelvin(batteries),

@@ -16,8 +16,8 @@ class PowerProfile {
 public:
     explicit PowerProfile(SystemBus& bus, const Roots& roots = {});
 
-    /// The profile service's word, under its new or its old name; else the firmware's platform profile; else
-    /// false. Never waits: until the service has answered, the firmware counts.
+    /// The profile service's answer, under its new or its old name; else the firmware's platform profile;
+    /// else false. Never waits: until the service has answered, the firmware counts.
     bool isSavingPower();
 
     /// "power profile", as the latest read found it.
@@ -26,7 +26,7 @@ public:
 private:
     SystemBus& bus_;
     BusProperty upower_;
-    BusProperty hadess_; ///< the service's name before it moved in with UPower
+    BusProperty hadess_; ///< the service's name before it became part of UPower
     std::filesystem::path firmware_;
     std::string reason_ = "not read yet";
     bool isAvailable_ = false;

@@ -72,7 +72,7 @@ public:
     std::expected<std::vector<PowerSupply>, FileError> read();
 
 private:
-    /// A name and an inode: a supply that is plugged in anew gets another inode.
+    /// A name and an inode: a supply that is plugged in again gets another inode.
     using Identity = std::pair<std::string, std::uint64_t>;
 
     std::filesystem::path folder_;

@@ -22,12 +22,12 @@ class ProcessFolders {
 public:
     explicit ProcessFolders(std::filesystem::path proc);
 
-    /// The identifiers of all visible processes, ascending, or why /proc cannot be listed. Stands until the
+    /// The identifiers of all visible processes, ascending, or why /proc cannot be listed. Valid until the
     /// next call.
     std::expected<std::span<const std::int32_t>, FileError> list();
 
     /// The start of a file, 4096 bytes at most, in one read; none when the process is gone or the file
-    /// refused. Stands until the next call.
+    /// refused. Valid until the next call.
     std::optional<std::string_view> text(std::int32_t processIdentifier, std::string_view file);
 
     /// The user whose rights the process has now.

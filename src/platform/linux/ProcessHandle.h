@@ -9,7 +9,7 @@
 
 namespace cindertop::linux_platform {
 
-/// Holds on to one process: its identifier may go to another one, the handle never does.
+/// Refers to one process: its identifier may be reused, the handle never is.
 class ProcessHandle {
 public:
     /// None when no such process is left, or before Linux 5.3.

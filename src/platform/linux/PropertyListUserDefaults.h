@@ -24,7 +24,7 @@ public:
     static std::filesystem::path defaultFile();
 
     /// Reads the file. One that cannot be read then counts as empty for as long as this object lives, and its
-    /// changes are not stored: nobody knows what they would replace.
+    /// changes are not stored: they could replace contents that were never read.
     PropertyListUserDefaults(std::filesystem::path file, FileSystem& files);
     /// Tries once more to write what could not be written.
     ~PropertyListUserDefaults() override;
@@ -39,7 +39,7 @@ public:
     /// Every change so far is in the file.
     bool isStored() const;
 
-    /// One sentence about a file that could not be read or was put aside, the latest, and only once.
+    /// The latest problem with the file, unreadable or set aside, in one sentence; told once.
     std::optional<std::string> takeProblem();
 
 private:

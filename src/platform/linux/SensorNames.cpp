@@ -173,7 +173,7 @@ struct Present {
 
 } // namespace
 
-std::vector<SensorProduct> sensorProducts(std::span<const SensorSource> sources) {
+std::vector<NamedSensor> namedSensors(std::span<const SensorSource> sources) {
     std::vector<std::optional<Match>> matches;
     Present present;
     PackageNumbers packages;
@@ -184,7 +184,7 @@ std::vector<SensorProduct> sensorProducts(std::span<const SensorSource> sources)
             packages.add(*matches.back(), source);
         }
     }
-    std::vector<SensorProduct> products;
+    std::vector<NamedSensor> products;
     for (std::size_t index = 0; index < sources.size(); ++index) {
         const auto& match = matches[index];
         if (match && !present.leavesOut(*match, sources[index])) {
@@ -220,7 +220,7 @@ std::optional<int> parseTemperatureInput(std::string_view fileName) {
 
 namespace {
 
-using Group = std::vector<SensorProduct*>;
+using Group = std::vector<NamedSensor*>;
 
 /// What can follow a name, the best first. A chip's name is its driver's and tells sensors of one driver
 /// apart from those of another only; the last of these differs for any two sensors.
@@ -256,7 +256,7 @@ void distinguish(const Group& group, std::span<const SensorSource> sources) {
     }
 }
 
-bool distinguishOnce(std::vector<SensorProduct>& products, std::span<const SensorSource> sources) {
+bool distinguishOnce(std::vector<NamedSensor>& products, std::span<const SensorSource> sources) {
     std::map<std::string, Group> groups;
     for (auto& product : products) {
         groups[product.name].push_back(&product);
@@ -273,8 +273,8 @@ bool distinguishOnce(std::vector<SensorProduct>& products, std::span<const Senso
 
 } // namespace
 
-void makeNamesDistinct(std::vector<SensorProduct>& products, std::span<const SensorSource> sources) {
-    constexpr int enough = 4; // a longer name can meet another one, but not again and again
+void makeNamesDistinct(std::vector<NamedSensor>& products, std::span<const SensorSource> sources) {
+    constexpr int enough = 4; // a longer name can collide again, but not for ever
     for (int round = 0; round < enough && distinguishOnce(products, sources); ++round) {
     }
 }

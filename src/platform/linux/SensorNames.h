@@ -27,19 +27,19 @@ struct SensorSource {
     bool operator==(const SensorSource&) const = default;
 };
 
-struct SensorProduct {
+struct NamedSensor {
     std::size_t source; ///< index of the source it was made from
     std::string
         name; ///< chosen so that its words tell the kind of sensor: "CPU Core 3", "SSD Composite (nvme0)"
     SensorRole role;
 
-    bool operator==(const SensorProduct&) const = default;
+    bool operator==(const NamedSensor&) const = default;
 };
 
 /// The sensors worth showing, in the order of their sources, no two of one name. Sources that stand in for
 /// better ones are left out where the better ones exist; unknown chips, Wi-Fi, network, memory and board
 /// sensors always are.
-std::vector<SensorProduct> sensorProducts(std::span<const SensorSource> sources);
+std::vector<NamedSensor> namedSensors(std::span<const SensorSource> sources);
 
 /// A zone's type without the "-thermal" that most end with.
 std::string_view withoutThermal(std::string_view type);
@@ -52,6 +52,6 @@ bool isHwmonNameOf(std::string_view chip, std::string_view typeOrName);
 std::optional<int> parseTemperatureInput(std::string_view fileName);
 
 /// Tells sensors of one name apart: a number or a name of their own follows it ("GPU 3", "CPU Zone 1").
-void makeNamesDistinct(std::vector<SensorProduct>& products, std::span<const SensorSource> sources);
+void makeNamesDistinct(std::vector<NamedSensor>& products, std::span<const SensorSource> sources);
 
 } // namespace cindertop::linux_platform

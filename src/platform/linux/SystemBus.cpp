@@ -9,7 +9,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto retryInterval = 30s;
-/// More than any desktop sends between two updates; a bus that never falls silent shall not hold the caller.
+/// More than any desktop sends between two updates; a bus that never pauses must not block the caller.
 constexpr int messagesPerUpdate = 256;
 
 sd_bus* openAt(const std::string& address) {

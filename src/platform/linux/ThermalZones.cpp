@@ -88,7 +88,7 @@ ThermalZoneReading ThermalZones::read() {
         const auto begun = clock_();
         reading_ = readAt_.around(clock_, [this] { return readAll(); });
         for (auto& zone : zones_) {
-            if (zone.readAt.isSince(begun)) { // who asks for one of them next means this reading of all
+            if (zone.readAt.isSince(begun)) { // the next question about one of them uses this reading
                 zone.readAt = readAt_;
             }
         }

@@ -34,7 +34,7 @@ struct ThermalZoneIdentity {
     bool operator==(const ThermalZoneIdentity&) const = default;
 };
 
-/// The kernel's thermal zones. Types, trips and what is bound to them are kept and learnt anew when a device
+/// The kernel's thermal zones. Types, trips and what is bound to them are cached and read again when a device
 /// comes or goes, and every 30 s, because firmware and thermal daemons move trips; modes and temperatures are
 /// read each time. Any thread may call.
 class ThermalZones {

@@ -91,7 +91,7 @@ double ThrottleCounters::Counter::lossSince(const Counts& former, std::chrono::n
     const std::chrono::milliseconds added(growth(former.milliseconds, latest.milliseconds));
     const bool wasOpen = std::exchange(isOpen, false);
     if (added > std::chrono::milliseconds::zero()) {
-        // What was told while it lasted is not told again at its end.
+        // What was reported while it lasted is not reported again at its end.
         return wasOpen && newlyBegun == 0 ? 0 : shareOf(added, elapsed);
     }
     if (!isProcessorHot || (newlyBegun == 0 && !wasOpen)) {

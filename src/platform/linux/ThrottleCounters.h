@@ -28,8 +28,8 @@ public:
     ThrottleCounters(const Roots& roots, MonotonicClock clock);
 
     /// None when no counter answers. `isProcessorHot`: a processor's sensor is within 10 °C of its limit;
-    /// only then a throttling that has begun is taken to last. The first reading tells no loss; a reading
-    /// that is still recent is told again.
+    /// only then a throttling that has begun is taken to last. The first reading reports no loss; a recent
+    /// reading is returned again.
     std::optional<Reading> read(bool isProcessorHot);
 
 private:

@@ -24,14 +24,14 @@ namespace cindertop::desktop {
 /// These desktops never ask their user for permission. So the status is `notDetermined` until permission has
 /// been requested once, which `UserDefaults` remembers; from then on it is `authorized`, unless the user has
 /// switched the program's notifications off in the desktop's settings (`denied`). Without a server, or one
-/// that the bus can start, it is `unknown`. The settings count anew at each read.
+/// that the bus can start, it is `unknown`. The settings are consulted at each read.
 class FreedesktopNotificationCenter final : public UserNotificationCenter {
 public:
     /// `bus` need not be connected. `timers` and `defaults` must outlive this.
     FreedesktopNotificationCenter(QDBusConnection bus, Timers& timers, UserDefaults& defaults,
                                   NotificationSwitch isSwitchedOff);
 
-    /// There is another connection, or none any more.
+    /// The connection was replaced or lost.
     void useBus(const QDBusConnection& bus);
 
     /// Called when another server runs, or none any more: what the status was need not hold.

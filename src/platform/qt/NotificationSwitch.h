@@ -15,7 +15,7 @@ bool gnomeSwitchesNotificationsOff();
 bool plasmaSwitchesNotificationsOff(std::string_view text);
 
 /// Tells whether the user has switched this program's notifications off in the desktop's settings. Reads them
-/// anew each time; main thread.
+/// each time; main thread.
 using NotificationSwitch = std::function<bool()>;
 
 /// The switch of the desktop named in `currentDesktop`, the value of XDG_CURRENT_DESKTOP ("ubuntu:GNOME"),

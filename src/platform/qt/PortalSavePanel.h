@@ -18,7 +18,7 @@
 
 namespace cindertop::desktop {
 
-/// A place for a new file where nobody can be asked: the user's documents, else the home folder, under the
+/// A place for a new file where no panel can be shown: the user's documents, else the home folder, under the
 /// name given or, where that is taken, with a number before its extension.
 std::filesystem::path freeSavePlace(const std::string& fileName);
 
@@ -70,7 +70,7 @@ public:
     PortalSavePanel(QDBusConnection bus, Timers& timers, Fallback otherwise);
     ~PortalSavePanel();
 
-    /// There is another connection, or none any more: open panels end without a place.
+    /// The connection was replaced or lost: open panels end without a place.
     void useBus(const QDBusConnection& bus);
 
     /// Completes exactly once, never within the call, when the user has chosen or left, or the portal has

@@ -65,7 +65,7 @@ private:
     ProcessHistory history_;
 };
 
-/// The bundles of a scenario; which process belongs to which is for its path to tell.
+/// The bundles of a scenario; a process belongs to the one that its path lies in.
 class SimulatedApplicationCatalog final : public ApplicationCatalog {
 public:
     explicit SimulatedApplicationCatalog(std::shared_ptr<const Scenario> scenario)

@@ -9,8 +9,8 @@
 
 namespace cindertop::simulated {
 
-/// Where a scenario stands, by a clock that must outlive this. Before its start it stands at 0; behind its
-/// end the last frame goes on. Any thread may ask.
+/// Where a scenario stands, by a clock that must outlive this. Before its start it stands at 0; after its end
+/// the last frame continues. Any thread may ask.
 class Timeline {
 public:
     Timeline(std::shared_ptr<const Scenario> scenario, const Clock& clock);

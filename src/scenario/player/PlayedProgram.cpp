@@ -31,10 +31,10 @@ void ScenarioUser::carryOutDueCommands() {
 }
 
 void ScenarioUser::waitForNextInstant() {
-    timer_ = timers_.start(nextInstant() - now(), [this] { goOn(); });
+    timer_ = timers_.start(nextInstant() - now(), [this] { proceed(); });
 }
 
-void ScenarioUser::goOn() {
+void ScenarioUser::proceed() {
     carryOutDueCommands();
     if (now() < end()) { // also when the timer was early
         waitForNextInstant();

@@ -33,7 +33,7 @@ private:
     Instant nextInstant() const;
     void carryOutDueCommands();
     void waitForNextInstant();
-    void goOn();
+    void proceed();
 
     AppState& state_;
     const simulated::Scenario& scenario_;

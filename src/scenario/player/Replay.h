@@ -14,7 +14,7 @@
 
 namespace cindertop::replay {
 
-/// Tells what a played program does, one JSON object a line.
+/// Reports what a played program does, one JSON object a line.
 class ReplayLines {
 public:
     /// `write` gets each line without its end; instants in it are seconds since `start`.
@@ -39,9 +39,9 @@ private:
     std::int64_t notifications_ = 0;
 };
 
-/// Plays a scenario to the program in virtual time, as fast as it goes, and tells what it does line by line.
-/// Stops after `duration` of virtual time, or at the scenario's end if that comes first. The same scenario
-/// always gives the same lines.
+/// Plays a scenario to the program in virtual time, as fast as it goes, and reports what it does line by
+/// line. Stops after `duration` of virtual time, or at the scenario's end if that comes first. The same
+/// scenario always gives the same lines.
 void replay(const std::shared_ptr<const simulated::Scenario>& scenario, std::chrono::nanoseconds duration,
             const PlayedFiles& files, const std::function<void(std::string)>& writeLine);
 

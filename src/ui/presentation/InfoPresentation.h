@@ -31,7 +31,7 @@ public:
 
     QStringList batterySegments() const { return contents_.batterySegments; }
 
-    /// The verdict of the last segment as a level, 0 normal to 2 serious; -1: it is no verdict.
+    /// The rating in the last segment as a level, 0 normal to 2 serious; -1: it is no rating.
     int batteryLevel() const { return contents_.batteryLevel; }
 
     QString processorText() const { return contents_.processorText; }

@@ -31,7 +31,7 @@ public:
     void update(std::vector<Row> rows) {
         removeAllBut(rows);
         for (std::size_t place = 0; place < rows.size(); ++place) {
-            bring(std::move(rows[place]), place);
+            placeRow(std::move(rows[place]), place);
         }
         removeFrom(rows.size());
     }
@@ -58,7 +58,7 @@ private:
         endRemoveRows();
     }
 
-    void bring(Row row, std::size_t place) {
+    void placeRow(Row row, std::size_t place) {
         const auto known = std::ranges::find_if(iterator(place), rows_.end(),
                                                 [&](const Row& old) { return old.key() == row.key(); });
         if (known == rows_.end()) {

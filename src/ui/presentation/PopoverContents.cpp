@@ -45,10 +45,10 @@ void addWaiting(PopoverContents& contents) {
         "Before you accept the terms of use, nothing is watched in the background and nothing is kept.";
 }
 
-void addOtherInsights(PopoverContents& contents, const CinderRecommendationSnapshot& advice) {
+void addSecondaryInsights(PopoverContents& contents, const CinderRecommendationSnapshot& advice) {
     for (const auto& insight : advice.secondaryInsights) {
-        contents.otherInsightTitles += QString::fromStdString(insight.title);
-        contents.otherInsightMessages += QString::fromStdString(insight.message);
+        contents.secondaryInsightTitles += QString::fromStdString(insight.title);
+        contents.secondaryInsightMessages += QString::fromStdString(insight.message);
     }
 }
 
@@ -78,7 +78,7 @@ PopoverContents PopoverContents::of(const AppState& state) {
         addStatus(contents, state.currentPresentation());
         addScore(contents, *published.thermalSnapshot);
         if (*published.recommendationVerbosity == RecommendationVerbosity::detailed && !*published.isPaused) {
-            addOtherInsights(contents, state.currentRecommendation());
+            addSecondaryInsights(contents, state.currentRecommendation());
         }
     } else {
         addWaiting(contents);

@@ -18,8 +18,8 @@ struct PopoverContents {
     QString temperatureText;
     QString trendLabel;
     QString tipMessage;
-    QStringList otherInsightTitles; ///< beside the tip, where the user wants details
-    QStringList otherInsightMessages;
+    QStringList secondaryInsightTitles; ///< beside the main advice, where the user wants details
+    QStringList secondaryInsightMessages;
     QString offenderName; ///< empty without an offender
     QString offenderPercentText;
     QString offenderIconSource;

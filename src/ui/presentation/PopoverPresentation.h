@@ -23,8 +23,8 @@ class PopoverPresentation : public QObject {
     Q_PROPERTY(QString trendLabel READ trendLabel NOTIFY changed)
     Q_PROPERTY(QString detailText READ detailText NOTIFY changed)
     Q_PROPERTY(QString tipMessage READ tipMessage NOTIFY changed)
-    Q_PROPERTY(QStringList otherInsightTitles READ otherInsightTitles NOTIFY changed)
-    Q_PROPERTY(QStringList otherInsightMessages READ otherInsightMessages NOTIFY changed)
+    Q_PROPERTY(QStringList secondaryInsightTitles READ secondaryInsightTitles NOTIFY changed)
+    Q_PROPERTY(QStringList secondaryInsightMessages READ secondaryInsightMessages NOTIFY changed)
     Q_PROPERTY(bool hasOffender READ hasOffender NOTIFY changed)
     Q_PROPERTY(QString offenderName READ offenderName NOTIFY changed)
     Q_PROPERTY(QString offenderPercentText READ offenderPercentText NOTIFY changed)
@@ -58,13 +58,13 @@ public:
     /// empty.
     QString detailText() const;
 
-    /// Empty without a tip.
+    /// Empty without advice.
     QString tipMessage() const { return contents_.tipMessage; }
 
-    /// What else there is to say, the most urgent first; empty unless the user wants details.
-    QStringList otherInsightTitles() const { return contents_.otherInsightTitles; }
+    /// The secondary insights, the most urgent first; empty unless the user wants details.
+    QStringList secondaryInsightTitles() const { return contents_.secondaryInsightTitles; }
 
-    QStringList otherInsightMessages() const { return contents_.otherInsightMessages; }
+    QStringList secondaryInsightMessages() const { return contents_.secondaryInsightMessages; }
 
     bool hasOffender() const { return !contents_.offenderName.isEmpty(); }
 
@@ -83,7 +83,7 @@ public:
     /// What leads to the settings window.
     QString settingsTitle() const;
 
-    /// The machine is to use little power: nothing moves by itself.
+    /// The machine saves power: no animation.
     bool savesPower() const { return contents_.savesPower; }
 
     /// Whether a window may be translucent, and so have round corners and a shadow. Where nothing composes

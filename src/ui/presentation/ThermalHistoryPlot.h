@@ -57,9 +57,9 @@ struct ThermalHistoryPoint {
 /// Points that belong together: a line may join them.
 using ThermalHistoryRun = std::vector<ThermalHistoryPoint>;
 
-/// What a chart of so many minutes shows at `now`, oldest first. A longer silence than a few missed samples,
-/// as when the machine slept, parts two runs. Samples outside the window are left out. The points look at
-/// `samples`.
+/// What a chart of that many minutes shows at `now`, oldest first. A longer silence than a few missed
+/// samples, as when the machine slept, parts two runs. Samples outside the window are left out. The points
+/// look at `samples`.
 std::vector<ThermalHistoryRun> thermalHistoryRuns(std::span<const ThermalHistorySample> samples, Instant now,
                                                   std::chrono::minutes window);
 

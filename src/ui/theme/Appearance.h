@@ -16,7 +16,7 @@ class Appearance : public QObject {
 public:
     bool isDark() const { return isDark_; }
 
-    /// Nothing moves by itself.
+    /// No animation.
     bool reducesMotion() const { return reducesMotion_; }
 
     /// The user's text size against the usual one, 0.5 to 3.

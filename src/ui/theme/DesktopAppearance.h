@@ -20,7 +20,7 @@ public:
     /// `isDark` overrules the desktop. `appearance` must outlive this.
     DesktopAppearance(Appearance& appearance, const QDBusConnection& bus, std::optional<bool> isDark);
 
-    /// There is another connection, or none any more: what was read last stays until something else is.
+    /// The connection was replaced or lost: what was read last stays until something else is.
     void useBus(const QDBusConnection& bus);
 
 private:

@@ -29,7 +29,7 @@ void BusObject::appear() {
 void BusObject::send(const char* signal, const QVariantList& arguments) const {
     auto message = QDBusMessage::createSignal(path_, interface_, signal);
     message.setArguments(arguments);
-    // A bus that is gone hears nothing.
+    // Nothing is sent without a bus.
     [[maybe_unused]] const bool isSent = connection_.send(message);
 }
 
@@ -40,7 +40,7 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
     }
     const auto result = answer(message);
     if (message.isReplyRequired()) {
-        // A caller that is gone needs no answer.
+        // Without a caller no answer is needed.
         [[maybe_unused]] const bool isSent =
             connection.send(result ? message.createReply(*result)
                                    : message.createErrorReply(result.error().name, result.error().message));

@@ -14,7 +14,7 @@
 
 namespace cindertop::ui {
 
-/// Keeps the status item telling the state of the program, and opens the popover from it. Main thread.
+/// Keeps the status item showing the state of the program, and opens the popover from it. Main thread.
 class StatusItemController {
 public:
     /// The references must outlive this. `timers` follow the user's time, also where the program plays a

@@ -261,11 +261,11 @@ BusObject::Answer StatusMenu::handleEvent(const QVariantList& arguments) {
     if (!isKnown(id)) {
         return invalidArguments(noSuchItem(id));
     }
-    happen(id, arguments[1].toString());
+    trigger(id, arguments[1].toString());
     return QVariantList{};
 }
 
-/// What is known happens; it is an error when nothing is.
+/// Known items are triggered; it is an error when none is known.
 BusObject::Answer StatusMenu::handleEventGroup(const QVariantList& arguments) {
     const auto events = qdbus_cast<QList<MenuEvent>>(arguments[0]);
     QList<int> ids;
@@ -275,7 +275,7 @@ BusObject::Answer StatusMenu::handleEventGroup(const QVariantList& arguments) {
         return invalidArguments("There is none of these items");
     }
     for (const auto& event : events) {
-        happen(event.id, event.kind);
+        trigger(event.id, event.kind);
     }
     return QVariantList{QVariant::fromValue(unknown)};
 }
@@ -295,7 +295,7 @@ BusObject::Answer StatusMenu::aboutToShowGroup(const QVariantList& arguments) {
     return QVariantList{QVariant::fromValue(QList<int>()), QVariant::fromValue(unknown)};
 }
 
-void StatusMenu::happen(int id, const QString& kind) {
+void StatusMenu::trigger(int id, const QString& kind) {
     if (kind != "clicked" || id == root || !isKnown(id)) {
         return;
     }

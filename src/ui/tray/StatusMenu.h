@@ -54,7 +54,7 @@ private:
     Answer handleEventGroup(const QVariantList& arguments);
     Answer aboutToShow(const QVariantList& arguments);
     Answer aboutToShowGroup(const QVariantList& arguments);
-    void happen(int id, const QString& kind);
+    void trigger(int id, const QString& kind);
     void announceChange();
 
     const AppState& appState_;

@@ -13,8 +13,7 @@ namespace cindertop::ui {
 
 namespace {
 
-/// Segments that nobody may write are as the file has them, so dropping them only costs the next look at
-/// them.
+/// Read-only segments equal the file, so dropping them only costs reading them again.
 void releaseSegment(const dl_phdr_info& library, const ElfW(Phdr) & segment) {
     if (segment.p_type != PT_LOAD || (segment.p_flags & PF_W) != 0) {
         return;

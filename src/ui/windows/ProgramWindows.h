@@ -52,7 +52,7 @@ public:
         /// When windows cannot be shown.
         std::function<void(const QString& sentence)> say;
         /// The library of the windows is that of another build, `libraryBuild`. True: the program is about to
-        /// start anew, and shows this window there.
+        /// restart, and shows this window then.
         std::function<bool(WindowKind asked, const QString& libraryBuild)> startAnew;
     };
 

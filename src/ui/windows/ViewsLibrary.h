@@ -12,7 +12,7 @@ namespace cindertop::ui {
 
 class ViewsFactory;
 
-/// The library with the windows: loaded for the first one, after which it stays, whatever becomes of its
+/// The library with the windows: loaded for the first one, after which it stays, whatever happens to its
 /// file. Main thread.
 class ViewsLibrary {
 public:

@@ -1,6 +1,6 @@
 #include "DesktopTree.h"
 #include "ScriptedProcesses.h"
-#include "platform/linux/ApplicationMarks.h"
+#include "platform/linux/ApplicationHints.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 
 #include <gtest/gtest.h>
@@ -328,7 +328,7 @@ TEST_F(LinuxApplicationCatalogTest, SaysNothingOfKernelThreadsCirclesAndTheGone)
     }
 }
 
-TEST(ApplicationMarks, ReadsTheSandboxFileAndTheEnvironment) {
+TEST(ApplicationHints, ReadsTheSandboxFileAndTheEnvironment) {
     EXPECT_EQ(flatpakApplication("[Application]\nname=org.a.Maps\nruntime=x\n\n[Instance]\nname=no\n"),
               "org.a.Maps");
     for (const auto* const text :

@@ -96,10 +96,10 @@ TEST_F(RunningApplicationsTest, PartsOfTheDesktopAreUntouchable) {
     struct Case {
         std::string name;
         std::string unit;
-        bool isUntouchable;
+        bool isProtected;
     };
 
-    for (const auto& [name, unit, isUntouchable] : std::to_array<Case>({
+    for (const auto& [name, unit, isProtected] : std::to_array<Case>({
              {"maps", "app.slice/app-maps-1.scope", false},
              {"maps", "../session-2.scope", false}, // where desktops without units keep everything
              {"maps", "session.slice/maps.service", true},
@@ -111,10 +111,10 @@ TEST_F(RunningApplicationsTest, PartsOfTheDesktopAreUntouchable) {
              {"gnome-session", "", false},
          })) {
         run({.identifier = none + 1, .name = name}, "maps", unit);
-        EXPECT_EQ(groups()->withIdentifier("maps")->main().isUntouchable, isUntouchable) << name << unit;
+        EXPECT_EQ(groups()->withIdentifier("maps")->main().isProtected, isProtected) << name << unit;
     }
     run({.identifier = ::getpid(), .name = "self"}, "shell");
-    EXPECT_TRUE(groups()->withIdentifier("shell")->main().isUntouchable);
+    EXPECT_TRUE(groups()->withIdentifier("shell")->main().isProtected);
     LinuxRunningApplications applications(groups());
     const auto self = applications.findByBundleIdentifier("shell").value();
     EXPECT_FALSE(applications.terminate(self));

@@ -52,15 +52,15 @@ FocusScope {
         }
 
         Repeater {
-            model: root.presentation.otherInsightTitles
+            model: root.presentation.secondaryInsightTitles
 
-            OtherInsightView {
+            SecondaryInsightView {
                 required property int index
                 required property string modelData
 
                 width: content.width
                 title: modelData
-                message: root.presentation.otherInsightMessages[index] ?? ""
+                message: root.presentation.secondaryInsightMessages[index] ?? ""
             }
         }
 

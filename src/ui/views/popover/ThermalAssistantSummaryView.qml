@@ -2,7 +2,7 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Popover
 
-// How the machine fares, in one line.
+// The state of the machine in one line.
 Item {
     id: root
 

@@ -8,7 +8,7 @@ Item {
 
     required property string message
     required property color accentColor
-    // Nothing moves by itself, for example where power is to be saved.
+    // No animation, for example where power is to be saved.
     required property bool isStill
     property real gradientStartAngle: 150
 

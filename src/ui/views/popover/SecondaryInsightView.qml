@@ -1,0 +1,37 @@
+import QtQuick
+import Cindertop.Controls
+
+// A secondary insight, below the main advice.
+Column {
+    id: root
+
+    required property string title
+    required property string message
+
+    leftPadding: 10
+    rightPadding: 10
+    topPadding: Theme.sm
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title + ". " + message
+
+    Text {
+        width: parent.width - 20
+        text: root.title
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        color: Theme.text
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+
+    Text {
+        width: parent.width - 20
+        text: root.message
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        color: Theme.secondaryText
+        font: Theme.caption
+        Accessible.ignored: true
+    }
+}
