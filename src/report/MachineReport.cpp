@@ -155,7 +155,7 @@ struct MachineMember {
 
 template <auto Part>
 Json verdictJson(const MachineReport& report) {
-    return report.verdict ? encodeJson((*report.verdict).*Part) : Json(nullptr);
+    return report.advice ? encodeJson((*report.advice).*Part) : Json(nullptr);
 }
 
 template <auto Part>
@@ -195,10 +195,10 @@ MachineReport reportOf(const Json& json) {
     readMember(report.snapshot.temperatures, json, "temperatures");
     readMember(report.snapshot.sources, json, "sources");
     if (!json.at("recommendation").is_null()) {
-        auto& verdict = report.verdict.emplace();
-        readMember(verdict.recommendation, json, "recommendation");
-        readMember(verdict.presentation, json, "presentation");
-        verdict.recommendation.measuredAt = measuredAt;
+        auto& advice = report.advice.emplace();
+        readMember(advice.recommendation, json, "recommendation");
+        readMember(advice.presentation, json, "presentation");
+        advice.recommendation.measuredAt = measuredAt;
     }
     return report;
 }

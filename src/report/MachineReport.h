@@ -22,9 +22,9 @@ struct MachineAdvice {
 /// A machine as a program of ours tells it.
 struct MachineReport {
     MachineSnapshot snapshot;
-    std::optional<MachineAdvice> verdict{}; ///< none when nothing was measured over time
-    std::string note{};                     ///< what the user should know about the rest; may be empty
-    std::string document{};                 ///< the JSON that it was read from; empty when measured here
+    std::optional<MachineAdvice> advice{}; ///< none when nothing was measured over time
+    std::string note{};                    ///< what the user should know about the rest; may be empty
+    std::string document{};                ///< the JSON that it was read from; empty when measured here
 
     bool operator==(const MachineReport&) const = default;
 };

@@ -120,7 +120,7 @@ TEST(HistoryJson, WritesEveryFieldInRecordOrder) {
         R"({"Browser":"org.example.browser"},"updatedAt":4.0}})");
 }
 
-MachineAdvice verdict() {
+MachineAdvice advice() {
     using enum CinderInsightKind;
     using enum CinderInsightConfidence;
     return {.recommendation = {.primaryInsight = CinderInsight{topCpuOffender, high, "Browser", "Close tabs.",
@@ -134,7 +134,7 @@ MachineAdvice verdict() {
 }
 
 std::string hotText() {
-    return compactText(machineJson({hotLaptop(), verdict()}));
+    return compactText(machineJson({hotLaptop(), advice()}));
 }
 
 /// A double holds today's instants to 0.2 µs only, so it is the texts that have to be equal.
