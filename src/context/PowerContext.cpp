@@ -39,6 +39,43 @@ bool PowerContextSnapshot::isExternalPowerConnected() const {
 
 namespace {
 
+std::optional<std::int64_t> integerValue(const PropertyValue& value) {
+    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
+        return *integer;
+    }
+    const auto* const number = std::get_if<double>(&value);
+    constexpr double bound = 0x1p63;
+    if (number != nullptr && *number >= -bound && *number < bound) {
+        return static_cast<std::int64_t>(*number);
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> booleanValue(const PropertyValue& value) {
+    if (const auto* const boolean = std::get_if<bool>(&value)) {
+        return *boolean;
+    }
+    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
+        return *integer != 0;
+    }
+    if (const auto* const number = std::get_if<double>(&value); number != nullptr && !std::isnan(*number)) {
+        return *number != 0;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::int64_t> integerProperty(const PowerSourceEntry& entry, std::string_view key) {
+    return entry.property(key).and_then(integerValue);
+}
+
+std::optional<bool> booleanProperty(const PowerSourceEntry& entry, std::string_view key) {
+    return entry.property(key).and_then(booleanValue);
+}
+
+namespace {
+
 constexpr std::array<std::pair<std::string_view, PowerSourceKind>, 4> sourceNames{{
     {"AC Power", PowerSourceKind::acPower},
     {"Battery Power", PowerSourceKind::batteryPower},
@@ -56,45 +93,9 @@ PowerSourceKind providingSource(const PowerSources& powerSources) {
     return row == sourceNames.end() ? PowerSourceKind::unknown : row->second;
 }
 
-/// A number has an integer value, a fraction cut off; one that 64 bits cannot hold has none, nor has a
-/// boolean.
-std::optional<std::int64_t> integerValue(const PropertyValue& value) {
-    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
-        return *integer;
-    }
-    const auto* const number = std::get_if<double>(&value);
-    constexpr double bound = 0x1p63;
-    if (number != nullptr && *number >= -bound && *number < bound) {
-        return static_cast<std::int64_t>(*number);
-    }
-    return std::nullopt;
-}
-
-/// A boolean, or whether a number is not zero.
-std::optional<bool> booleanValue(const PropertyValue& value) {
-    if (const auto* const boolean = std::get_if<bool>(&value)) {
-        return *boolean;
-    }
-    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
-        return *integer != 0;
-    }
-    if (const auto* const number = std::get_if<double>(&value); number != nullptr && !std::isnan(*number)) {
-        return *number != 0;
-    }
-    return std::nullopt;
-}
-
-std::optional<std::int64_t> integerProperty(const PowerSourceEntry& entry, std::string_view key) {
-    return entry.property(key).and_then(integerValue);
-}
-
-std::optional<bool> booleanProperty(const PowerSourceEntry& entry, std::string_view key) {
-    return entry.property(key).and_then(booleanValue);
-}
-
 /// The first entry that says it is an installed battery; later entries are not asked.
 std::unique_ptr<PowerSourceEntry> findBattery(const PowerSources& powerSources) {
-    const auto entries = powerSources.matchingServices("IOPMPowerSource");
+    const auto entries = powerSources.matchingServices(powerSourceClass);
     if (!entries) {
         return nullptr;
     }

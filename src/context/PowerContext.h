@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace cindertop {
 
@@ -83,6 +84,12 @@ struct PowerContextSnapshot {
 
     bool operator==(const PowerContextSnapshot&) const = default;
 };
+
+/// A number's integer, its fraction cut off; none for what is no number or more than 64 bits hold.
+std::optional<std::int64_t> integerProperty(const PowerSourceEntry& entry, std::string_view key);
+
+/// A boolean, or whether a number is not zero.
+std::optional<bool> booleanProperty(const PowerSourceEntry& entry, std::string_view key);
 
 /// Answers what powers the machine. Called from the engine thread.
 class PowerContextProviding {

@@ -25,6 +25,9 @@ public:
     virtual std::unique_ptr<PowerSourceEntry> next() = 0;
 };
 
+/// The class of batteries and supplies.
+inline constexpr std::string_view powerSourceClass = "IOPMPowerSource";
+
 /// What the machine runs on.
 class PowerSources {
 public:

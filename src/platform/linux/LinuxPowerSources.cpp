@@ -83,7 +83,7 @@ std::optional<std::string> LinuxPowerSources::providingPowerSourceType() const {
 }
 
 std::unique_ptr<PowerSourceIterator> LinuxPowerSources::matchingServices(std::string_view className) const {
-    if (className != "IOPMPowerSource") {
+    if (className != powerSourceClass) {
         return std::make_unique<EntryIterator>(nullptr);
     }
     const auto& read = supplies();

@@ -7,8 +7,6 @@ namespace cindertop::simulated {
 
 namespace {
 
-constexpr std::string_view powerSourceClass = "IOPMPowerSource";
-
 using Entries = std::shared_ptr<const std::vector<ScenarioPowerEntry>>;
 
 class SimulatedEntry final : public PowerSourceEntry {

@@ -2,6 +2,7 @@
 
 #include "app/HardwareProfile.h"
 #include "app/SamplingSchedule.h"
+#include "context/PowerContext.h"
 #include "report/Json.h"
 #include "scenario/recorder/ScenarioText.h"
 #include "support/DateText.h"
@@ -12,15 +13,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
-#include <variant>
 
 namespace cindertop {
 
 namespace {
 
-constexpr std::string_view powerSourceClass = "IOPMPowerSource";
 constexpr auto integerProperties = std::to_array<std::string_view>({
     "CurrentCapacity",
     "MaxCapacity",
@@ -46,43 +44,19 @@ std::string jsonStringOrNull(const std::optional<std::string>& value) {
     return value ? jsonString(*value) : "null";
 }
 
-/// A scenario has whole numbers only, and nobody reads a fraction of these.
-std::optional<std::string> integerText(const PropertyValue& value) {
-    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
-        return std::to_string(*integer);
-    }
-    constexpr double bound = 0x1p63;
-    const auto* const number = std::get_if<double>(&value);
-    if (number != nullptr && *number >= -bound && *number < bound) {
-        return std::to_string(static_cast<std::int64_t>(*number));
-    }
-    return std::nullopt;
-}
-
-std::optional<std::string> booleanText(const PropertyValue& value) {
-    if (const auto* const boolean = std::get_if<bool>(&value)) {
-        return text(*boolean);
-    }
-    if (const auto* const integer = std::get_if<std::int64_t>(&value)) {
-        return text(*integer != 0);
-    }
-    const auto* const number = std::get_if<double>(&value);
-    return number != nullptr && !std::isnan(*number) ? std::optional(text(*number != 0)) : std::nullopt;
-}
-
 /// The properties that matter. Others, such as a serial number, stay out.
 std::string entryText(const PowerSourceEntry& entry) {
     JsonObjectText properties;
-    const auto add = [&](std::string_view key, std::optional<std::string> (*read)(const PropertyValue&)) {
-        if (const auto value = entry.property(key).and_then(read)) {
-            properties.add(key, *value);
-        }
-    };
     for (const auto key : booleanProperties) {
-        add(key, booleanText);
+        if (const auto value = booleanProperty(entry, key)) {
+            properties.add(key, text(*value));
+        }
     }
+    // A scenario has whole numbers only, and nobody reads a fraction of these.
     for (const auto key : integerProperties) {
-        add(key, integerText);
+        if (const auto value = integerProperty(entry, key)) {
+            properties.add(key, std::to_string(*value));
+        }
     }
     return properties.text();
 }
