@@ -16,6 +16,17 @@ constexpr ValueRow secondsValue{"SECONDS", ValueKind::number, "a number of secon
 
 constexpr OptionRow json{"--json", "JSON instead of text. \"watch\" writes one object a line."};
 constexpr std::array readOptions{json};
+constexpr std::array<std::string_view, 1> lineFormats{"waybar"};
+constexpr std::array watchOptions{
+    json, OptionRow{"--format",
+                    "Write lines for a status bar. \"waybar\" is what a custom module of Waybar reads.",
+                    {"FORMAT", ValueKind::choice, "waybar", lineFormats}}};
+constexpr std::array metricsOptions{
+    OptionRow{"--names", "Name the applications in the metrics. Without it, only kinds of work are told."},
+    OptionRow{"--textfile",
+              "Keep the file cindertop.prom in FOLDER up to date until you end it. It is for the textfile "
+              "collector of Prometheus' node exporter, changes every 15 s, and goes when the command ends.",
+              {"FOLDER", ValueKind::folder}}};
 constexpr std::array replayOptions{
     OptionRow{"--until", "Play so much of the scenario.", secondsValue},
     OptionRow{"--state-dir", "Keep the files of the replay in FOLDER.", {"FOLDER", ValueKind::folder}}};
@@ -36,7 +47,7 @@ constexpr std::array commands{
                "power, displays, the busiest applications, and which sources of facts this machine has."},
     CommandRow{"watch",
                {},
-               readOptions,
+               watchOptions,
                "Show it again and again until you press q or Ctrl-C. On a terminal on one screen, elsewhere "
                "a line a tick. "
                "It looks every 2 s while the machine is cool, and up to five times a second when it is hot."},
@@ -46,18 +57,23 @@ constexpr std::array commands{
                readOptions,
                "Show the last hour and today, as the agent recorded them. It need not run for that. The "
                "preference historyDurationMinutes may say less than an hour."},
+    CommandRow{"metrics",
+               {},
+               metricsOptions,
+               "Print what is known of the machine for Prometheus. Nothing listens, and no name of an "
+               "application is told unless you ask for it."},
     CommandRow{"settings", preference, readOptions,
                "Show all preferences, or the one named; with a VALUE, change it."},
     CommandRow{"pause", {}, {}, "Pause the monitoring."},
     CommandRow{"resume", {}, {}, "Resume the monitoring."},
     CommandRow{"quit", {}, {}, "End the agent, and wait until it has ended."},
-    CommandRow{
-        "accept-terms",
-        {},
-        {},
-        "Show the terms of use and accept them. Before, nothing is watched in the background and "
-        "nothing is kept. A look that you ask for (status, watch, offenders, record) needs no acceptance and "
-        "keeps nothing."},
+    CommandRow{"accept-terms",
+               {},
+               {},
+               "Show the terms of use and accept them. Before, nothing is watched in the background and "
+               "nothing is kept. A look that you ask for (status, watch, offenders, metrics, record) needs "
+               "no acceptance and "
+               "keeps nothing."},
     CommandRow{"export",
                fileToWrite,
                {},
@@ -98,13 +114,20 @@ constexpr std::array sections{
 
 constexpr ProgramTable table{
     .name = "cindertopctl",
-    .summary = "tells how hot this machine runs, and why.",
+    .summary = "shows how hot this machine runs, and why.",
     .introduction = "What status, watch and offenders show is the machine as the running agent sees it, or "
                     "as measured here without one.",
     .commands = commands,
     .options = generalOptions,
     .sections = sections,
 };
+
+Format formatIn(const CommandLine& line) {
+    if (line.has("--format")) {
+        return Format::waybar;
+    }
+    return line.has("--json") ? Format::json : Format::text;
+}
 
 Command commandIn(const CommandLine& line) {
     if (line.command == nullptr) {
@@ -126,10 +149,12 @@ std::expected<Arguments, std::string> parseArguments(std::span<const std::string
     }
     const auto until = line->number("--until");
     return Arguments{.command = commandIn(*line),
-                     .format = line->has("--json") ? Format::json : Format::text,
+                     .format = formatIn(*line),
                      .operands = std::move(line->operands),
                      .seconds = until ? until : line->number("--seconds"),
-                     .stateDirectory = line->value("--state-dir")};
+                     .stateDirectory = line->value("--state-dir"),
+                     .showsNames = line->has("--names"),
+                     .textfileFolder = line->value("--textfile")};
 }
 
 } // namespace cindertop::cli

@@ -18,6 +18,7 @@ enum class Command : std::uint8_t {
     watch,
     offenders,
     history,
+    metrics,
     settings,
     pause,
     resume,
@@ -30,7 +31,11 @@ enum class Command : std::uint8_t {
     version,
 };
 
-enum class Format : std::uint8_t { text, json };
+enum class Format : std::uint8_t {
+    text,
+    json,
+    waybar, ///< of a watch alone
+};
 
 /// What the user asked for.
 struct Arguments {
@@ -39,6 +44,8 @@ struct Arguments {
     std::vector<std::string> operands{};         ///< as many as the command takes
     std::optional<double> seconds{};             ///< of a record, or how far to play; above 0
     std::optional<std::string> stateDirectory{}; ///< where a replay keeps its files
+    bool showsNames = false;                     ///< of applications, in metrics
+    std::optional<std::string> textfileFolder{}; ///< where metrics are kept up to date
 
     bool operator==(const Arguments&) const = default;
 };

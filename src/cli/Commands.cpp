@@ -4,6 +4,7 @@
 #include "cli/Watch.h"
 #include "cli/WatchEvents.h"
 #include "cli/WatchPrinters.h"
+#include "cli/WaybarText.h"
 #include "report/MachineReport.h"
 #include "terminal/ValueText.h"
 
@@ -45,6 +46,12 @@ std::unique_ptr<WatchPrinter> linePrinter(const CommandEnvironment& environment,
     if (format == Format::json) {
         return std::make_unique<LinePrinter>(environment.output,
                                              [](const MachineReport& report) { return documentOf(report); });
+    }
+    if (format == Format::waybar) {
+        return std::make_unique<LinePrinter>(environment.output,
+                                             [style = styleOf(environment)](const MachineReport& report) {
+                                                 return waybarText(report, style);
+                                             });
     }
     return std::make_unique<LinePrinter>(
         environment.output,

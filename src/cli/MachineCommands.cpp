@@ -129,11 +129,20 @@ void recordFor(Seconds length, ScenarioRecorder& recorder) {
 
 } // namespace
 
+std::unique_ptr<MachineSource> measuredMachine(Command command) {
+    return std::make_unique<LiveMachine>(command);
+}
+
+std::unique_ptr<MachineSource> machineSource(Command command, std::optional<AgentClient>& agent) {
+    if (!agent) {
+        return measuredMachine(command);
+    }
+    return std::make_unique<AgentMachine>(*agent, [command] { return measuredMachine(command); });
+}
+
 ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
     const auto settings = userSettings();
-    const auto measured = [command = arguments.command] { return std::make_unique<LiveMachine>(command); };
-    const auto source =
-        agent ? std::unique_ptr<MachineSource>(std::make_unique<AgentMachine>(*agent, measured)) : measured();
+    const auto source = machineSource(arguments.command, agent);
     CommandEnvironment environment{
         .machine = *source,
         .output = output,

@@ -2,12 +2,20 @@
 
 #include "cli/AgentClient.h"
 #include "cli/Arguments.h"
+#include "cli/MachineSource.h"
 #include "terminal/Output.h"
 #include "terminal/ProgramEnd.h"
 
+#include <memory>
 #include <optional>
 
 namespace cindertop::cli {
+
+/// The live machine, measured here.
+std::unique_ptr<MachineSource> measuredMachine(Command command);
+
+/// The machine as the agent tells it, or measured here without one. The agent must outlive the source.
+std::unique_ptr<MachineSource> machineSource(Command command, std::optional<AgentClient>& agent);
 
 /// "status", "watch" and "offenders": as the agent tells it, or measured here without one.
 ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent);

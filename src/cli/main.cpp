@@ -3,6 +3,7 @@
 #include "cli/Arguments.h"
 #include "cli/HelpText.h"
 #include "cli/MachineCommands.h"
+#include "cli/MetricsCommand.h"
 #include "cli/ReplayCommand.h"
 #include "cli/UserCommands.h"
 #include "terminal/Output.h"
@@ -58,6 +59,9 @@ ExitStatus carryOut(const Arguments& arguments, Output& output) {
     }
     auto agent = AgentClient::find();
     noteUnreachableAgent(arguments, agent);
+    if (arguments.command == Command::metrics) {
+        return showMetrics(arguments, output, agent);
+    }
     if (arguments.command == Command::history || arguments.command == Command::exportDiagnostics) {
         return showStoredThings(arguments, output, agent);
     }

@@ -7,6 +7,8 @@ namespace cindertop {
 
 /// The source whose absence explains a missing temperature.
 inline constexpr std::string_view temperatureSensorsSource = "temperature sensors";
+/// Without it, that no power is saved is not known.
+inline constexpr std::string_view powerProfileSource = "power profile";
 
 /// Whether one source of facts answers on this machine.
 struct SourceStatus {

@@ -1,4 +1,5 @@
 #include "cli/Pages.h"
+#include "cli/WaybarText.h"
 #include "report/Snapshots.h"
 
 #include <gmock/gmock.h>
@@ -184,6 +185,21 @@ TEST(WatchLine, IsOneLineWithEverythingThatMatters) {
               "2026-11-22 23:02:11  no heat readings  temperature not available  CPU not available  "
               "applications: not available");
     EXPECT_EQ(watchLine(hostileMachine(), plain, "now").find_first_of("\x1b\n"), std::string::npos);
+}
+
+TEST(WaybarText, IsOneObjectWhoseTextsAreMarkup) {
+    MachineReport report{.snapshot = hotLaptop(), .advice = MachineAdvice{}};
+    report.advice->presentation.actionMessage = "Wait.";
+    report.snapshot.offenders.offenders[0].displayName = "<A & B>\n";
+    const auto wide = style(80, Charset::unicode);
+    const auto text = waybarText(report, wide);
+    EXPECT_THAT(
+        text,
+        testing::StartsWith(
+            R"({"text":"97°C","class":"serious","tooltip":"Serious, 78 of 100\nWait.\n&lt;A &amp; B&gt;)"));
+    EXPECT_THAT(text, testing::EndsWith(R"(\nSystem  &lt;0.1 %","percentage":78})"));
+    EXPECT_EQ(waybarText({unknownMachine(), {}}, wide),
+              R"({"text":"No heat readings","class":"unknown","tooltip":"No heat readings"})");
 }
 
 } // namespace

@@ -49,7 +49,7 @@ bool PowerProfile::isSavingPower() {
 }
 
 SourceStatus PowerProfile::status() const {
-    return {.name = "power profile", .isAvailable = isAvailable_, .reason = reason_};
+    return {.name = std::string(powerProfileSource), .isAvailable = isAvailable_, .reason = reason_};
 }
 
 } // namespace cindertop::linux_platform
