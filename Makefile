@@ -1,6 +1,6 @@
 # The commands of daily work. `make` alone lists them.
 .DEFAULT_GOAL := help
-.PHONY: help setup run demo test desktop-test laptop-test pictures bench fuzz soak lint format asan tsan coverage mutants releases-test clean
+.PHONY: help setup run demo test desktop-test laptop-test package pictures bench fuzz soak lint format asan tsan coverage mutants releases-test clean
 
 # Seconds that each fuzz target runs under `make fuzz`.
 FUZZ_SECONDS ?= 60
@@ -52,6 +52,10 @@ laptop-test: ## the program on an emulated laptop with Debian's own kernel, whic
 	@$(work) desktop
 	@tests/virtual-laptop/laptop-test build/release build/debug $(LAPTOP_KERNEL)
 
+package: ## build the Debian packages into build/package
+	@scripts/setup package
+	@scripts/package
+
 pictures: ## take the documents' pictures from the program
 	@scripts/setup desktop
 	@$(work) release
@@ -101,7 +105,7 @@ mutants: ## break the rules a line at a time in a copy; each of tests/mutants.tx
 	@scripts/setup develop
 	@scripts/mutants
 
-releases-test: ## make run, test and lint in clean roots of Debian 12 and 13 (as root, an hour, 10 GB)
+releases-test: ## make run, test, lint and package in clean roots of Debian 12 and 13 (as root, hours, 15 GB)
 	@scripts/setup develop
 	@scripts/releases-test
 

@@ -2,6 +2,7 @@
 install(TARGETS cindertop cindertopctl RUNTIME DESTINATION bin)
 install(TARGETS cindertop-views LIBRARY DESTINATION lib/cindertop)
 install(FILES ${PROJECT_SOURCE_DIR}/data/cindertop.desktop DESTINATION share/applications)
+install(FILES ${PROJECT_SOURCE_DIR}/data/prometheus/cindertop.rules.yml DESTINATION share/cindertop/prometheus)
 
 # The build folder has the pages at the same place, so that programs open them from there, too.
 foreach(page help.html terms.html privacy.html releases.html pages.css)
@@ -40,3 +41,5 @@ cindertop_deployment_key(CindertopWebsite "${CINDERTOP_WEBSITE}")
 
 configure_file(data/Info.plist.in ${PROJECT_BINARY_DIR}/generated/Info.plist @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/generated/Info.plist DESTINATION share/cindertop)
+
+include(${PROJECT_SOURCE_DIR}/cmake/Metainfo.cmake)
