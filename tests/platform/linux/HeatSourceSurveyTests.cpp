@@ -59,7 +59,7 @@ TEST(Fans, OfAChipThatRestsAreLeftAsleep) {
 
 TEST(HeatSourceSurvey, FindsWhatALaptopTells) {
     LinuxMachine laptop(fixtureMachine("thinkpad"));
-    const auto found = laptop.heatSourceSurvey().findHeatSources();
+    const auto found = laptop.services().heatSourceSurvey->findHeatSources();
     EXPECT_GE(found.thermalState, 0);
     EXPECT_TRUE(found.pressureSource);
     EXPECT_THAT(found.sensors, Contains("CPU Package 0"));
@@ -74,7 +74,7 @@ TEST(HeatSourceSurvey, LooksForFansOnce) {
     EXPECT_FALSE(machine.services().heatSourceSurvey->findHeatSources().hasFan);
     tree.attribute("sys/class/hwmon/hwmon0/fan1_input", "2400");
     EXPECT_FALSE(machine.services().heatSourceSurvey->findHeatSources().hasFan);
-    EXPECT_TRUE(LinuxMachine(tree.roots()).heatSourceSurvey().findHeatSources().hasFan);
+    EXPECT_TRUE(LinuxMachine(tree.roots()).services().heatSourceSurvey->findHeatSources().hasFan);
 }
 
 } // namespace
