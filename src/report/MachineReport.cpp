@@ -154,7 +154,7 @@ struct MachineMember {
 };
 
 template <auto Part>
-Json verdictJson(const MachineReport& report) {
+Json partJson(const MachineReport& report) {
     return report.advice ? encodeJson((*report.advice).*Part) : Json(nullptr);
 }
 
@@ -167,8 +167,8 @@ constexpr std::array machineMembers{
     MachineMember{"score", snapshotJson<&MachineSnapshot::score>},
     MachineMember{"context", snapshotJson<&MachineSnapshot::context>},
     MachineMember{"offenders", snapshotJson<&MachineSnapshot::offenders>},
-    MachineMember{"recommendation", verdictJson<&MachineAdvice::recommendation>},
-    MachineMember{"presentation", verdictJson<&MachineAdvice::presentation>},
+    MachineMember{"recommendation", partJson<&MachineAdvice::recommendation>},
+    MachineMember{"presentation", partJson<&MachineAdvice::presentation>},
     MachineMember{"sources", snapshotJson<&MachineSnapshot::sources>},
     MachineMember{"measuredAt", snapshotJson<&MachineSnapshot::measuredAt>},
     MachineMember{"cpuPercent", snapshotJson<&MachineSnapshot::cpuPercent>},
