@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ranges>
 
 namespace cindertop::testing {
 
@@ -78,13 +79,16 @@ TEST_F(SystemNotificationServiceTest, PostsAQuietNotificationInTheCallThatAsks) 
     service->deliver(alert, true, noting());
     EXPECT_EQ(states, std::vector{State::authorized});
     EXPECT_EQ(center.prompts.size(), 1U);
-    UserNotificationRequest expected; // without a sound, a badge or a delay
-    expected.identifier = "cindertop.thermal.critical.1731760000";
-    expected.content.title = "Title";
-    expected.content.body = "Body";
-    expected.content.threadIdentifier = "cindertop.thermal";
-    expected.content.categoryIdentifier = "critical";
-    expected.content.interruptionLevel = NotificationInterruptionLevel::active;
+    const UserNotificationRequest expected{
+        .identifier = "cindertop.thermal.critical.1731760000",
+        .content = {.title = "Title",
+                    .body = "Body",
+                    .threadIdentifier = "cindertop.thermal",
+                    .categoryIdentifier = "critical",
+                    .interruptionLevel = NotificationInterruptionLevel::active,
+                    .sound = {},
+                    .badge = {}},
+        .delay = {}};
     EXPECT_EQ(center.posted, std::vector{expected});
 
     center.delivery = std::unexpected(NotificationError{"no server"});
@@ -120,7 +124,7 @@ TEST_F(SystemNotificationServiceTest, GoesNoFurtherOnceDestroyed) {
         service = nullptr;
         service = std::make_unique<SystemNotificationService>(center);
         service->deliver(alert, true, noting());
-        for (int answer = 0; answer < answersBefore; ++answer) {
+        for ([[maybe_unused]] const int answer : std::views::iota(0, answersBefore)) {
             ASSERT_TRUE(center.answerNext());
         }
         service = nullptr;
