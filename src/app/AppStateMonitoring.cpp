@@ -21,21 +21,6 @@ DiagnosticLogLevel importanceOf(ThermalLevel level) {
     return level >= ThermalLevel::serious ? DiagnosticLogLevel::warning : DiagnosticLogLevel::info;
 }
 
-ThermalAssistantPresentation::Status statusOf(ThermalBand band) {
-    using enum ThermalAssistantPresentation::Status;
-    switch (band) {
-    case ThermalBand::normal:
-        return normal;
-    case ThermalBand::fair:
-        return fair;
-    case ThermalBand::serious:
-        return serious;
-    case ThermalBand::critical:
-        return critical;
-    }
-    return normal;
-}
-
 std::optional<std::string> trendLabel(ThermalTrend trend) {
     switch (trend) {
     case ThermalTrend::rising:
@@ -277,7 +262,7 @@ ThermalAssistantPresentation AppState::makePresentation(const ThermalSnapshot& s
     const bool showsTemperature = *published_.experimentalTemperatureSensorsEnabled ||
                                   *published_.menuBarInfoMode == MenuBarInfoMode::temperature;
     const auto& advice = published_.recommendationSnapshot->primaryInsight;
-    return {.status = statusOf(snapshot.band),
+    return {.status = static_cast<ThermalAssistantPresentation::Status>(snapshot.band),
             .trendLabel = advice ? std::nullopt : trendLabel(snapshot.trend),
             .menuBarTemperatureText = temperature,
             .popoverTemperatureText =

@@ -11,9 +11,9 @@ namespace cindertop {
 
 /// What the status item and the popover say, derived from the published snapshots whenever it is asked for.
 struct ThermalAssistantPresentation {
-    /// Behind the levels stand the states in which there is none: paused by the user, before the terms are
-    /// accepted, before the first tick, and where nothing tells the heat. The last three are told on Linux
-    /// only.
+    /// Behind the levels, which have the numbers of ThermalBand, stand the states in which there is none:
+    /// paused by the user, before the terms are accepted, before the first tick, and where nothing tells the
+    /// heat. The last three are told on Linux only.
     enum class Status : std::uint8_t {
         normal,
         fair,

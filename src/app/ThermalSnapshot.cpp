@@ -2,24 +2,6 @@
 
 namespace cindertop {
 
-namespace {
-
-ThermalBand bandOf(ThermalLevel level) {
-    switch (level) {
-    case ThermalLevel::normal:
-        return ThermalBand::normal;
-    case ThermalLevel::fair:
-        return ThermalBand::fair;
-    case ThermalLevel::serious:
-        return ThermalBand::serious;
-    case ThermalLevel::critical:
-        return ThermalBand::critical;
-    }
-    return ThermalBand::normal;
-}
-
-} // namespace
-
 const ThermalSnapshot& ThermalSnapshot::idle() {
     static const ThermalSnapshot snapshot{.band = ThermalBand::normal,
                                           .level = ThermalLevel::normal,
@@ -37,7 +19,7 @@ const ThermalSnapshot& ThermalSnapshot::idle() {
 }
 
 ThermalSnapshot ThermalSnapshot::of(const ThermalScore& score, const TemperatureFormatter& temperatures) {
-    return {.band = bandOf(score.level),
+    return {.band = static_cast<ThermalBand>(score.level),
             .level = score.level,
             .score = score.score,
             .effectIntensity = score.effectIntensity,

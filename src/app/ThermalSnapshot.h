@@ -9,7 +9,7 @@
 
 namespace cindertop {
 
-/// The visual band of a snapshot: the one of the same name as its level.
+/// The visual band of a snapshot: the one of the same name, and the same number, as its level.
 enum class ThermalBand : std::uint8_t { normal, fair, serious, critical };
 
 /// A score in the form in which the program shows it.

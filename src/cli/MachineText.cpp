@@ -92,17 +92,7 @@ Line asciiBar(int filled, int columns, Tone tone) {
 } // namespace
 
 Tone toneOf(ThermalLevel level) {
-    switch (level) {
-    case ThermalLevel::normal:
-        return Tone::normal;
-    case ThermalLevel::fair:
-        return Tone::fair;
-    case ThermalLevel::serious:
-        return Tone::serious;
-    case ThermalLevel::critical:
-        return Tone::critical;
-    }
-    return Tone::plain;
+    return static_cast<Tone>(static_cast<int>(Tone::normal) + static_cast<int>(level));
 }
 
 Line scoreLine(const ThermalScore& score) {

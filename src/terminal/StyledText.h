@@ -9,7 +9,7 @@
 
 namespace cindertop::cli {
 
-/// How a piece of text is meant; the terminal decides the colour.
+/// How a piece of text is meant; the terminal decides the colour. The levels stand in their order.
 enum class Tone { plain, faint, strong, normal, fair, serious, critical };
 
 /// A piece of one line. The text holds no control characters.

@@ -42,20 +42,24 @@ protected:
     }
 
     QStringList summary() const {
-        return {popover->symbolName(), popover->statusText(), popover->detailText()};
+        return {popover->contents().symbolName, popover->contents().statusText, popover->detailText()};
     }
 
-    QStringList toggle() const { return {popover->toggleTitle(), popover->toggleSymbolName()}; }
+    QStringList toggle() const {
+        return {popover->contents().toggleTitle, popover->contents().toggleSymbolName};
+    }
 
-    QStringList offender() const { return {popover->offenderName(), popover->offenderPercentText()}; }
+    QStringList offender() const {
+        return {popover->contents().offenderName, popover->contents().offenderPercentText};
+    }
 };
 
 TEST_F(PopoverPresentationTest, FollowsTheMachineWhileOpen) {
     setTemperature(47);
     open({.experimentalTemperatureSensorsEnabled = true});
-    EXPECT_EQ(popover->statusText(), "Normal");
+    EXPECT_EQ(popover->contents().statusText, "Normal");
     program.pass(0s);
-    EXPECT_EQ(popover->temperatureText(), "SoC 47°C");
+    EXPECT_EQ(popover->contents().temperatureText, "SoC 47°C");
 
     for (const auto& [pressure, level, expected] :
          {std::tuple(1U, 1, QStringList{"flame", "Fair"}),
@@ -64,11 +68,11 @@ TEST_F(PopoverPresentationTest, FollowsTheMachineWhileOpen) {
         program.machine.pressure->play({pressure});
         setTemperature(60 + 12.0 * level);
         program.pass(30s);
-        EXPECT_EQ(popover->level(), level);
+        EXPECT_EQ(popover->contents().level, level);
         EXPECT_EQ(summary().mid(0, 2), expected);
     }
-    EXPECT_FALSE(popover->tipMessage().isEmpty());
-    EXPECT_EQ(popover->trendLabel(), ""); // the tip says more
+    EXPECT_FALSE(popover->contents().tipMessage.isEmpty());
+    EXPECT_EQ(popover->contents().trendLabel, ""); // the tip says more
 }
 
 TEST_F(PopoverPresentationTest, SaysInAWindowThatThePanelShowsNoItem) {
@@ -111,12 +115,12 @@ TEST_F(PopoverPresentationTest, PausesAndResumes) {
     EXPECT_TRUE(*state->published().isPaused);
     EXPECT_EQ(toggle(), (QStringList{"Enable Monitoring", "play.fill"}));
     EXPECT_EQ(summary(), (QStringList{"pause.fill", "Paused", ""}));
-    EXPECT_EQ(popover->level(), 4);
-    EXPECT_EQ(popover->tipMessage(), "Monitoring paused.");
+    EXPECT_EQ(popover->contents().level, 4);
+    EXPECT_EQ(popover->contents().tipMessage, "Monitoring paused.");
 
     popover->toggleMonitoring();
     EXPECT_FALSE(*state->published().isPaused);
-    EXPECT_EQ(popover->statusText(), "Normal");
+    EXPECT_EQ(popover->contents().statusText, "Normal");
     EXPECT_TRUE(asked.empty());
 }
 
@@ -125,20 +129,20 @@ TEST_F(PopoverPresentationTest, NamesTheTopOffenderWhereThereIsOneToShow) {
     auto& busy = program.machine.processes.add(7, "Größe & Co");
     open();
     program.pass(0s);
-    EXPECT_FALSE(popover->hasOffender()); // nothing yet to compare with
+    EXPECT_TRUE(popover->contents().offenderName.isEmpty()); // nothing yet to compare with
 
     for (int second = 0; second < 60; ++second) {
         busy.accounting->totalUserTime += 2'520'000'000; // of 8 processors
         program.pass(1s);
     }
     EXPECT_EQ(offender(), (QStringList{"Größe & Co", "32%"}));
-    EXPECT_EQ(popover->offenderIconSource(), "image://application//Gr%C3%B6%C3%9Fe%20%26%20Co");
+    EXPECT_EQ(popover->contents().offenderIconSource, "image://application//Gr%C3%B6%C3%9Fe%20%26%20Co");
 
     state->setShowProcessOffenders(false);
-    EXPECT_FALSE(popover->hasOffender());
+    EXPECT_TRUE(popover->contents().offenderName.isEmpty());
     state->setShowProcessOffenders(true);
     state->setPaused(true);
-    EXPECT_FALSE(popover->hasOffender());
+    EXPECT_TRUE(popover->contents().offenderName.isEmpty());
 }
 
 TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
@@ -146,16 +150,16 @@ TEST_F(PopoverPresentationTest, AsksForTheTermsBeforeAnythingIsMeasured) {
     open();
     program.pass(10s);
     EXPECT_EQ(summary(), (QStringList{"pause.fill", "Not monitoring", ""}));
-    EXPECT_EQ(popover->level(), 5);
+    EXPECT_EQ(popover->contents().level, 5);
     EXPECT_EQ(
-        popover->tipMessage(),
+        popover->contents().tipMessage,
         "Before you accept the terms of use, nothing is watched in the background and nothing is kept.");
     EXPECT_EQ(toggle(), (QStringList{"Set Up Cindertop...", "play.fill"}));
 
     popover->toggleMonitoring();
     EXPECT_EQ(asked, (QStringList{"onboarding", "close"}));
     state->acceptLegalTerms();
-    EXPECT_EQ(popover->statusText(), "Normal");
+    EXPECT_EQ(popover->contents().statusText, "Normal");
     EXPECT_EQ(toggle(), (QStringList{"Disable Monitoring", "pause.fill"}));
 }
 
@@ -186,13 +190,13 @@ TEST_F(PopoverPresentationTest, AddsSecondaryInsightsForThoseWhoWantThem) {
     program.pass(1s);
     const auto& others = program.published().recommendationSnapshot->secondaryInsights;
     ASSERT_FALSE(others.empty());
-    EXPECT_EQ(popover->secondaryInsightTitles().front().toStdString(), others.front().title);
-    EXPECT_EQ(popover->secondaryInsightMessages().front().toStdString(), others.front().message);
+    EXPECT_EQ(popover->contents().secondaryInsightTitles.front().toStdString(), others.front().title);
+    EXPECT_EQ(popover->contents().secondaryInsightMessages.front().toStdString(), others.front().message);
     state->setRecommendationVerbosity(RecommendationVerbosity::concise);
-    EXPECT_TRUE(popover->secondaryInsightTitles().empty());
+    EXPECT_TRUE(popover->contents().secondaryInsightTitles.empty());
     state->setRecommendationVerbosity(RecommendationVerbosity::detailed);
     state->setPaused(true);
-    EXPECT_TRUE(popover->secondaryInsightTitles().empty());
+    EXPECT_TRUE(popover->contents().secondaryInsightTitles.empty());
 }
 
 TEST_F(PopoverPresentationTest, ClosesAfterWhatOpensSomethingElse) {
@@ -212,7 +216,7 @@ TEST_F(PopoverPresentationTest, IsStillWhereThePowerIsToLast) {
     open();
     program.machine.process.lowPowerMode = true;
     program.pass(10s);
-    EXPECT_TRUE(popover->savesPower());
+    EXPECT_TRUE(popover->contents().savesPower);
 }
 
 } // namespace

@@ -24,7 +24,7 @@ QDateTime dateTime(Instant instant) {
 }
 
 QString labelOf(ThermalLevel level) {
-    return label(allThermalBands.at(static_cast<std::size_t>(level)));
+    return label(allLevels.at(static_cast<std::size_t>(level)));
 }
 
 QString percentText(double percent) {
@@ -222,8 +222,8 @@ bool MonitoringPresentation::hasLevels() const {
 
 QStringList MonitoringPresentation::levelLabels() {
     QStringList labels;
-    for (const auto band : allThermalBands) {
-        labels += label(band);
+    for (const auto level : allLevels) {
+        labels += label(level);
     }
     return labels;
 }

@@ -16,24 +16,10 @@ namespace cindertop::ui {
 class PopoverPresentation : public QObject {
     Q_OBJECT
 
-    Q_PROPERTY(int level READ level NOTIFY changed)
-    Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
-    Q_PROPERTY(QString symbolName READ symbolName NOTIFY changed)
-    Q_PROPERTY(QString temperatureText READ temperatureText NOTIFY changed)
-    Q_PROPERTY(QString trendLabel READ trendLabel NOTIFY changed)
+    Q_PROPERTY(cindertop::ui::PopoverContents contents READ contents NOTIFY changed)
     Q_PROPERTY(QString detailText READ detailText NOTIFY changed)
-    Q_PROPERTY(QString tipMessage READ tipMessage NOTIFY changed)
-    Q_PROPERTY(QStringList secondaryInsightTitles READ secondaryInsightTitles NOTIFY changed)
-    Q_PROPERTY(QStringList secondaryInsightMessages READ secondaryInsightMessages NOTIFY changed)
-    Q_PROPERTY(bool hasOffender READ hasOffender NOTIFY changed)
-    Q_PROPERTY(QString offenderName READ offenderName NOTIFY changed)
-    Q_PROPERTY(QString offenderPercentText READ offenderPercentText NOTIFY changed)
-    Q_PROPERTY(QString offenderIconSource READ offenderIconSource NOTIFY changed)
-    Q_PROPERTY(QString toggleTitle READ toggleTitle NOTIFY changed)
-    Q_PROPERTY(QString toggleSymbolName READ toggleSymbolName NOTIFY changed)
     Q_PROPERTY(bool offersUpdateCheck READ offersUpdateCheck CONSTANT)
     Q_PROPERTY(QString settingsTitle READ settingsTitle CONSTANT)
-    Q_PROPERTY(bool savesPower READ savesPower NOTIFY changed)
     Q_PROPERTY(bool hasCompositor READ hasCompositor WRITE setHasCompositor NOTIFY hasCompositorChanged)
     Q_PROPERTY(bool isWindow READ isWindow NOTIFY surroundingsChanged)
     Q_PROPERTY(QString note READ note NOTIFY surroundingsChanged)
@@ -43,48 +29,16 @@ public:
     /// `state` must outlive this.
     PopoverPresentation(AppState& state, ProgramActions actions);
 
-    /// A raw ThermalAssistantPresentation::Status.
-    int level() const { return contents_.level; }
-
-    QString statusText() const { return contents_.statusText; }
-
-    QString symbolName() const { return contents_.symbolName; }
-
-    QString temperatureText() const { return contents_.temperatureText; }
-
-    QString trendLabel() const { return contents_.trendLabel; }
+    const PopoverContents& contents() const { return contents_; }
 
     /// What follows the status word: "Chip 96°C · Rising", in an ordinary window after "Score 83"; may be
     /// empty.
     QString detailText() const;
 
-    /// Empty without advice.
-    QString tipMessage() const { return contents_.tipMessage; }
-
-    /// The secondary insights, the most urgent first; empty unless the user wants details.
-    QStringList secondaryInsightTitles() const { return contents_.secondaryInsightTitles; }
-
-    QStringList secondaryInsightMessages() const { return contents_.secondaryInsightMessages; }
-
-    bool hasOffender() const { return !contents_.offenderName.isEmpty(); }
-
-    QString offenderName() const { return contents_.offenderName; }
-
-    QString offenderPercentText() const { return contents_.offenderPercentText; }
-
-    QString offenderIconSource() const { return contents_.offenderIconSource; }
-
-    QString toggleTitle() const { return contents_.toggleTitle; }
-
-    QString toggleSymbolName() const { return contents_.toggleSymbolName; }
-
     bool offersUpdateCheck() const { return state_.offersUpdateCheck(); }
 
     /// What leads to the settings window.
     QString settingsTitle() const;
-
-    /// The machine saves power: no animation.
-    bool savesPower() const { return contents_.savesPower; }
 
     /// Whether a window may be translucent, and so have round corners and a shadow. Where nothing composes
     /// the screen its transparent parts would be black. False at first.

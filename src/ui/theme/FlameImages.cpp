@@ -103,22 +103,8 @@ FlameImages FlameImages::draw() {
 }
 
 std::optional<QColor> FlameImages::color(Status status) {
-    switch (status) {
-    case Status::normal:
-    case Status::measuring:
-        break;
-    case Status::fair:
-        return Theme::Colors::fair;
-    case Status::serious:
-        return Theme::Colors::serious;
-    case Status::critical:
-        return Theme::Colors::critical;
-    case Status::paused:
-    case Status::notMonitoring:
-    case Status::noHeatReadings:
-        return Theme::Colors::paused;
-    }
-    return std::nullopt;
+    const bool isTemplate = status == Status::normal || status == Status::measuring;
+    return isTemplate ? std::nullopt : std::optional(cindertop::color(status));
 }
 
 QString FlameImages::iconName(Status status) {
@@ -126,7 +112,7 @@ QString FlameImages::iconName(Status status) {
     return color(status) ? "cindertop-" + name : QString("cindertop-symbolic");
 }
 
-const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) const {
+const StatusImage& FlameImages::of(Status status) const {
     switch (status) {
     case Status::normal:
     case Status::measuring:
@@ -137,12 +123,9 @@ const StatusImage& FlameImages::of(ThermalAssistantPresentation::Status status) 
         return serious;
     case Status::critical:
         return critical;
-    case Status::paused:
-    case Status::notMonitoring:
-    case Status::noHeatReadings:
+    default:
         return paused;
     }
-    return active;
 }
 
 } // namespace cindertop::ui

@@ -1,66 +1,31 @@
 #include "ui/theme/Theme.h"
 
 #include <cmath>
-#include <optional>
 
 namespace cindertop {
 
 namespace {
 
-struct BandDisplay {
+/// What tells a status, by raw value.
+struct StatusDisplay {
     const char* label{};
     const char* symbolName{};
     QColor color;
 };
 
-constexpr std::array bandDisplays{
-    BandDisplay{"Normal", Theme::Symbols::normal, Theme::Colors::normal},
-    BandDisplay{"Fair", Theme::Symbols::fair, Theme::Colors::fair},
-    BandDisplay{"Serious", Theme::Symbols::serious, Theme::Colors::serious},
-    BandDisplay{"Critical", Theme::Symbols::critical, Theme::Colors::critical},
-};
-
-const BandDisplay& displayOf(ThermalBand band) {
-    return bandDisplays.at(static_cast<std::size_t>(band));
-}
-
-std::optional<ThermalBand> bandOf(ThermalAssistantPresentation::Status status) {
-    using Status = ThermalAssistantPresentation::Status;
-    switch (status) {
-    case Status::normal:
-        return ThermalBand::normal;
-    case Status::fair:
-        return ThermalBand::fair;
-    case Status::serious:
-        return ThermalBand::serious;
-    case Status::critical:
-        return ThermalBand::critical;
-    case Status::paused:
-    case Status::notMonitoring:
-    case Status::measuring:
-    case Status::noHeatReadings:
-        break;
-    }
-    return std::nullopt;
-}
-
-/// Of the states without a level, by raw value behind the levels.
-struct StateDisplay {
-    const char* label;
-    const char* symbolName;
-};
-
-constexpr std::array stateDisplays{
-    StateDisplay{.label = "Paused", .symbolName = "pause.fill"},
-    StateDisplay{.label = "Not monitoring", .symbolName = "pause.fill"},
-    StateDisplay{.label = "Measuring", .symbolName = "timer"},
-    StateDisplay{.label = "No heat readings", .symbolName = "questionmark.circle"},
-};
-static_assert(bandDisplays.size() + stateDisplays.size() ==
-              EnumerationTable<ThermalAssistantPresentation::Status>::cases.size());
-
-const StateDisplay& displayOf(ThermalAssistantPresentation::Status status) {
-    return stateDisplays.at(static_cast<std::size_t>(status) - bandDisplays.size());
+const StatusDisplay& displayOf(ThermalAssistantPresentation::Status status) {
+    static const std::array displays{
+        StatusDisplay{"Normal", Theme::Symbols::normal, Theme::Colors::normal},
+        StatusDisplay{"Fair", Theme::Symbols::fair, Theme::Colors::fair},
+        StatusDisplay{"Serious", Theme::Symbols::serious, Theme::Colors::serious},
+        StatusDisplay{"Critical", Theme::Symbols::critical, Theme::Colors::critical},
+        StatusDisplay{"Paused", "pause.fill", Theme::Colors::paused},
+        StatusDisplay{"Not monitoring", "pause.fill", Theme::Colors::paused},
+        StatusDisplay{"Measuring", "timer", Theme::Colors::paused},
+        StatusDisplay{"No heat readings", "questionmark.circle", Theme::Colors::paused},
+    };
+    static_assert(displays.size() == EnumerationTable<ThermalAssistantPresentation::Status>::cases.size());
+    return displays.at(static_cast<std::size_t>(status));
 }
 
 QColor faded(QColor color, double opacity) {
@@ -70,31 +35,16 @@ QColor faded(QColor color, double opacity) {
 
 } // namespace
 
-QString label(ThermalBand band) {
-    return displayOf(band).label;
-}
-
-QString symbolName(ThermalBand band) {
-    return displayOf(band).symbolName;
-}
-
-QColor color(ThermalBand band) {
-    return displayOf(band).color;
-}
-
 QString label(ThermalAssistantPresentation::Status status) {
-    const auto band = bandOf(status);
-    return band ? label(*band) : QString(displayOf(status).label);
+    return displayOf(status).label;
 }
 
 QString symbolName(ThermalAssistantPresentation::Status status) {
-    const auto band = bandOf(status);
-    return band ? symbolName(*band) : QString(displayOf(status).symbolName);
+    return displayOf(status).symbolName;
 }
 
 QColor color(ThermalAssistantPresentation::Status status) {
-    const auto band = bandOf(status);
-    return band ? color(*band) : Theme::Colors::paused;
+    return displayOf(status).color;
 }
 
 namespace Theme {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/ThermalAssistantPresentation.h"
-#include "app/ThermalSnapshot.h"
 
 #include <QColor>
 #include <QFont>
@@ -156,12 +155,9 @@ inline constexpr auto dock = "dock.rectangle";
 
 namespace cindertop {
 
-inline constexpr std::array allThermalBands{ThermalBand::normal, ThermalBand::fair, ThermalBand::serious,
-                                            ThermalBand::critical};
-
-QString label(ThermalBand band);
-QString symbolName(ThermalBand band);
-QColor color(ThermalBand band);
+inline constexpr std::array allLevels{
+    ThermalAssistantPresentation::Status::normal, ThermalAssistantPresentation::Status::fair,
+    ThermalAssistantPresentation::Status::serious, ThermalAssistantPresentation::Status::critical};
 
 /// "Normal", "Fair", "Serious", "Critical", "Paused".
 QString label(ThermalAssistantPresentation::Status status);

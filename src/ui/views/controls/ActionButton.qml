@@ -45,10 +45,7 @@ PressArea {
             opacity: root.isHovering && !root.isPressed ? 0.06 : 0
 
             Behavior on opacity {
-                NumberAnimation {
-                    duration: Theme.quick
-                    easing.type: Easing.InOutQuad
-                }
+                Ease {}
             }
         }
     }
@@ -67,12 +64,11 @@ PressArea {
             color: root.ink
         }
 
-        Text {
+        Label {
             anchors.verticalCenter: parent.verticalCenter
             text: root.name
             color: root.ink
             font: root.font
-            Accessible.ignored: true
         }
     }
 }

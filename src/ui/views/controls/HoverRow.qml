@@ -18,10 +18,7 @@ PressArea {
         opacity: root.isPressed ? 0.1 : root.isHovering ? 0.05 : 0
 
         Behavior on opacity {
-            NumberAnimation {
-                duration: Theme.quick
-                easing.type: Easing.InOutQuad
-            }
+            Ease {}
         }
     }
 }

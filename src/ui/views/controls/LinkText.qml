@@ -1,25 +1,39 @@
 import QtQuick
 import Cindertop.Controls
 
-// A text that leads somewhere.
+// A text that leads somewhere, with a symbol before it where one is named.
 PressArea {
     id: root
 
-    property alias font: label.font
+    property string icon
 
-    implicitWidth: label.implicitWidth
-    implicitHeight: label.implicitHeight
+    implicitWidth: content.implicitWidth
+    implicitHeight: content.implicitHeight
     role: Accessible.Link
     cursor: Qt.PointingHandCursor
 
-    Text {
-        id: label
+    Row {
+        id: content
 
-        text: root.name
-        color: root.isPressed ? Theme.pressed(Theme.link) : Theme.link
-        font.family: Theme.body.family
-        font.pixelSize: Theme.body.pixelSize
-        font.underline: true
-        Accessible.ignored: true
+        spacing: 6
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.icon.length > 0
+            name: root.icon
+            size: 16
+            color: label.color
+        }
+
+        Text {
+            id: label
+
+            text: root.name
+            color: root.isPressed ? Theme.pressed(Theme.link) : Theme.link
+            font.family: Theme.body.family
+            font.pixelSize: Theme.body.pixelSize
+            font.underline: true
+            Accessible.ignored: true
+        }
     }
 }

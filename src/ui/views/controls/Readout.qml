@@ -24,16 +24,14 @@ Row {
     Repeater {
         model: root.text.length
 
-        Text {
+        Label {
             required property int index
 
             text: root.text.charAt(index)
             width: text >= "0" && text <= "9" ? root.digitWidth : implicitWidth
             horizontalAlignment: Text.AlignHCenter
-            textFormat: Text.PlainText
             color: root.color
             font: root.font
-            Accessible.ignored: true
         }
     }
 }

@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QQmlEngine>
 #include <QResource>
+#include <utility>
 
 namespace cindertop::ui {
 
@@ -25,8 +26,11 @@ void registerTextFonts() {
     Q_UNUSED(isDone)
 }
 
-constexpr int pausedStatus = 4;
 constexpr int darker = 108; ///< percent
+
+bool hasLevel(int status) {
+    return status >= 0 && std::cmp_less(status, allLevels.size());
+}
 
 } // namespace
 
@@ -50,14 +54,12 @@ QString ThemeSingleton::symbolText(const QString& symbolName) const {
 }
 
 QColor ThemeSingleton::levelColor(int status) const {
-    return status < 0 || status >= pausedStatus ? Theme::Colors::paused
-                                                : color(static_cast<ThermalBand>(status));
+    return hasLevel(status) ? color(allLevels.at(static_cast<std::size_t>(status))) : Theme::Colors::paused;
 }
 
 QColor ThemeSingleton::levelText(int status) const {
-    return status < 0 || status >= pausedStatus
-               ? secondaryText()
-               : appearance_.materials().levelText.at(static_cast<std::size_t>(status));
+    return hasLevel(status) ? appearance_.materials().levelText.at(static_cast<std::size_t>(status))
+                            : secondaryText();
 }
 
 QColor ThemeSingleton::faded(const QColor& color, double opacity) const {

@@ -15,18 +15,16 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: title + ": " + value
 
-    Text {
+    Label {
         id: label
 
         x: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
-        color: Theme.text
         font: Theme.caption
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: text
 
         anchors.left: label.right
@@ -36,17 +34,14 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignRight
         text: root.value
-        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 
     HairLine {
-        x: Theme.md
         anchors.bottom: parent.bottom
-        width: parent.width - 2 * Theme.md
+        inset: Theme.md
         visible: !root.isLast
     }
 }

@@ -17,12 +17,9 @@ Row {
         onPressed: root.presentation.acceptedLegal = !isChecked
     }
 
-    Text {
+    Label {
         leftPadding: Theme.xs
         text: "I accept the"
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
 
         TapHandler {
             onTapped: root.presentation.acceptedLegal = !root.presentation.acceptedLegal
@@ -34,11 +31,8 @@ Row {
         onPressed: root.presentation.openTerms()
     }
 
-    Text {
+    Label {
         text: "and"
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
     LinkText {

@@ -20,7 +20,7 @@ PressArea {
         color: label.color
     }
 
-    Text {
+    Label {
         id: label
 
         x: 20
@@ -28,6 +28,5 @@ PressArea {
         text: root.name
         color: root.isHovering ? Theme.text : Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -40,16 +40,14 @@ Item {
         }
     }
 
-    Text {
+    Label {
         id: line
 
         x: 20
         width: parent.width - x
         text: root.text
         wrapMode: Text.Wrap
-        color: Theme.text
         font: Theme.bodyMedium
-        Accessible.ignored: true
     }
 
     Text {

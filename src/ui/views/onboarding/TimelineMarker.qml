@@ -25,9 +25,8 @@ Rectangle {
     Accessible.ignored: true
 
     Behavior on color {
-        ColorAnimation {
+        Ease {
             duration: Theme.slow
-            easing.type: Easing.InOutQuad
         }
     }
 
@@ -56,12 +55,10 @@ Rectangle {
         color: Theme.window
     }
 
-    Text {
+    Label {
         anchors.centerIn: parent
         visible: root.marker === TimelineMarker.Number
         text: root.number
-        color: Theme.text
         font: Theme.section
-        Accessible.ignored: true
     }
 }

@@ -31,7 +31,7 @@ PressArea {
         color: root.ink
     }
 
-    Text {
+    Label {
         id: title
 
         anchors.left: symbol.right
@@ -41,11 +41,9 @@ PressArea {
         text: root.name
         elide: Text.ElideRight
         color: root.ink
-        font: Theme.body
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: shortcut
 
         anchors.right: parent.right
@@ -54,6 +52,5 @@ PressArea {
         text: root.shortcutText
         color: root.isHovering ? Theme.onAccent : Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -46,13 +46,13 @@ FocusScope {
 
             width: parent.width
             visible: message.length > 0
-            message: root.presentation.tipMessage
-            accentColor: Theme.levelColor(root.presentation.level)
-            isStill: root.presentation.savesPower
+            message: root.presentation.contents.tipMessage
+            accentColor: Theme.levelColor(root.presentation.contents.level)
+            isStill: root.presentation.contents.savesPower
         }
 
         Repeater {
-            model: root.presentation.secondaryInsightTitles
+            model: root.presentation.contents.secondaryInsightTitles
 
             SecondaryInsightView {
                 required property int index
@@ -60,18 +60,17 @@ FocusScope {
 
                 width: content.width
                 title: modelData
-                message: root.presentation.secondaryInsightMessages[index] ?? ""
+                message: root.presentation.contents.secondaryInsightMessages[index] ?? ""
             }
         }
 
         PopoverDivider {
-            width: parent.width
-            visible: root.presentation.hasOffender
+            visible: root.presentation.contents.offenderName.length > 0
         }
 
         Column {
             width: parent.width
-            visible: root.presentation.hasOffender
+            visible: root.presentation.contents.offenderName.length > 0
             spacing: Theme.sm
 
             Text {
@@ -87,14 +86,13 @@ FocusScope {
 
             TopProcessOffenderPopoverRow {
                 width: parent.width
-                displayName: root.presentation.offenderName
-                percentText: root.presentation.offenderPercentText
-                iconSource: root.presentation.offenderIconSource
+                displayName: root.presentation.contents.offenderName
+                percentText: root.presentation.contents.offenderPercentText
+                iconSource: root.presentation.contents.offenderIconSource
             }
         }
 
         PopoverDivider {
-            width: parent.width
             visible: note.visible
         }
 
@@ -114,20 +112,16 @@ FocusScope {
             Accessible.name: text
         }
 
-        PopoverDivider {
-            width: parent.width
-        }
+        PopoverDivider {}
 
         MenuActionButton {
             width: parent.width
-            name: root.presentation.toggleTitle
-            symbolName: root.presentation.toggleSymbolName
+            name: root.presentation.contents.toggleTitle
+            symbolName: root.presentation.contents.toggleSymbolName
             onPressed: root.presentation.toggleMonitoring()
         }
 
-        PopoverDivider {
-            width: parent.width
-        }
+        PopoverDivider {}
 
         MenuActionButton {
             width: parent.width
@@ -144,9 +138,7 @@ FocusScope {
             onPressed: root.presentation.openHelp()
         }
 
-        PopoverDivider {
-            width: parent.width
-        }
+        PopoverDivider {}
 
         MenuActionButton {
             width: parent.width

@@ -1,13 +1,7 @@
 import QtQuick
 import Cindertop.Controls
-import Cindertop.Popover
 
-Item {
+HairLine {
     implicitHeight: 9
-
-    HairLine {
-        x: 10
-        anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - 20
-    }
+    inset: 10
 }

@@ -15,23 +15,18 @@ Column {
     Accessible.role: Accessible.StaticText
     Accessible.name: title + ". " + message
 
-    Text {
+    Label {
         width: parent.width - 20
         text: root.title
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
-        color: Theme.text
         font: Theme.caption
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         width: parent.width - 20
         text: root.message
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
         color: Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -23,24 +23,22 @@ Item {
 
         Symbol {
             anchors.centerIn: parent
-            name: root.presentation.symbolName
+            name: root.presentation.contents.symbolName
             size: 15
-            color: Theme.levelColor(root.presentation.level)
+            color: Theme.levelColor(root.presentation.contents.level)
         }
     }
 
-    Text {
+    Label {
         id: status
 
         x: 36
         anchors.verticalCenter: parent.verticalCenter
-        text: root.presentation.statusText
-        color: Theme.text
+        text: root.presentation.contents.statusText
         font: Theme.bodyStrong
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: separator
 
         anchors.left: status.right
@@ -49,11 +47,9 @@ Item {
         visible: detail.text.length > 0
         text: "·"
         color: Theme.secondaryText
-        font: Theme.body
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: detail
 
         anchors.left: separator.right
@@ -64,7 +60,5 @@ Item {
         text: root.presentation.detailText
         elide: Text.ElideRight
         color: Theme.secondaryText
-        font: Theme.body
-        Accessible.ignored: true
     }
 }

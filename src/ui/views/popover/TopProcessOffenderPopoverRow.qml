@@ -24,7 +24,7 @@ Item {
         size: 18
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: icon.right
@@ -33,11 +33,8 @@ Item {
         anchors.rightMargin: Theme.sm
         anchors.verticalCenter: parent.verticalCenter
         text: root.displayName
-        textFormat: Text.PlainText
         elide: Text.ElideRight
-        color: Theme.text
         font: Theme.bodyMedium
-        Accessible.ignored: true
     }
 
     Readout {

@@ -28,19 +28,16 @@ Item {
         color: Theme.secondaryText
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: symbol.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: text
 
         anchors.left: label.right
@@ -50,10 +47,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignRight
         text: root.value
-        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: root.valueColor
-        font: Theme.body
-        Accessible.ignored: true
     }
 }

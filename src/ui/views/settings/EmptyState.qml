@@ -20,13 +20,11 @@ Column {
         color: Theme.secondaryText
     }
 
-    Text {
+    Label {
         width: parent.width
         text: root.text
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         color: Theme.secondaryText
-        font: Theme.body
-        Accessible.ignored: true
     }
 }

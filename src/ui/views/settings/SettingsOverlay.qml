@@ -56,14 +56,12 @@ FocusScope {
         onTriggered: root.initialFocus.forceActiveFocus(Qt.TabFocusReason)
     }
 
-    NumberAnimation {
+    Ease {
         id: appearing
 
         target: root
         property: "opacity"
         from: 0.05 // what has none does not exist for assistive technology
         to: 1
-        duration: Theme.quick
-        easing.type: Easing.InOutQuad
     }
 }

@@ -25,10 +25,7 @@ PressArea {
         color: root.isSelected ? Theme.card : Theme.faded(Theme.text, root.isPressed ? 0.1 : root.isHovering ? 0.05 : 0)
 
         Behavior on color {
-            ColorAnimation {
-                duration: Theme.quick
-                easing.type: Easing.InOutQuad
-            }
+            Ease {}
         }
     }
 
@@ -40,13 +37,12 @@ PressArea {
         color: root.ink
     }
 
-    Text {
+    Label {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 5
         text: root.name
         color: root.ink
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -18,7 +18,7 @@ PressArea {
         color: label.color
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: chevron.right
@@ -27,6 +27,5 @@ PressArea {
         text: root.name
         color: root.isPressed ? Theme.pressed(Theme.link) : Theme.link
         font: Theme.bodyMedium
-        Accessible.ignored: true
     }
 }

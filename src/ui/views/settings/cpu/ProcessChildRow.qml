@@ -18,11 +18,10 @@ Item {
     Accessible.name: processName + ", process " + processIdentifier + ", " + percentText
 
     SettingsDivider {
-        width: parent.width
         visible: !root.isFirst
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: parent.left
@@ -31,14 +30,10 @@ Item {
         anchors.rightMargin: Theme.sm
         anchors.verticalCenter: parent.verticalCenter
         text: root.processName
-        textFormat: Text.PlainText
         elide: Text.ElideRight
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: identifier
 
         anchors.right: parent.right
@@ -46,17 +41,12 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.processIdentifier
         color: Theme.secondaryText
-        font: Theme.body
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         anchors.right: parent.right
         anchors.rightMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         text: root.percentText
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 }

@@ -32,14 +32,12 @@ Column {
             size: 16
         }
 
-        Text {
+        Label {
             anchors.left: chevron.right
             anchors.leftMargin: 6
             anchors.verticalCenter: parent.verticalCenter
             text: header.name
-            color: Theme.text
             font: Theme.section
-            Accessible.ignored: true
         }
 
         ProcessCountBadge {

@@ -23,7 +23,7 @@ Item {
         color: Theme.secondaryText
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: symbol.right
@@ -33,6 +33,5 @@ Item {
         wrapMode: Text.Wrap
         color: Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

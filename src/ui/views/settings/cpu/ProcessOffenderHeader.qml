@@ -32,23 +32,19 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.xxs
 
-        Text {
+        Label {
             width: parent.width
             text: root.offender.displayName
-            textFormat: Text.PlainText
             elide: Text.ElideRight
-            color: Theme.text
             font: Theme.title
-            Accessible.ignored: true
         }
 
-        Text {
+        Label {
             width: parent.width
             text: root.offender.categoryLabel
             elide: Text.ElideRight
             color: Theme.secondaryText
             font: Theme.caption
-            Accessible.ignored: true
         }
     }
 

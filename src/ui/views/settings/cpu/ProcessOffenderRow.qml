@@ -20,7 +20,6 @@ HoverRow {
     radius: Theme.radiusSurface
 
     SettingsDivider {
-        width: parent.width
         visible: !root.isFirst
     }
 
@@ -47,15 +46,12 @@ HoverRow {
             width: parent.width
             spacing: Theme.sm
 
-            Text {
+            Label {
                 width: Math.min(implicitWidth, parent.width - badge.width - parent.spacing)
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.displayName
-                textFormat: Text.PlainText
                 elide: Text.ElideRight
-                color: Theme.text
                 font: Theme.bodyMedium
-                Accessible.ignored: true
             }
 
             ProcessCountBadge {
@@ -66,26 +62,22 @@ HoverRow {
             }
         }
 
-        Text {
+        Label {
             width: parent.width
             text: root.categoryLabel
             elide: Text.ElideRight
             color: Theme.secondaryText
             font: Theme.caption
-            Accessible.ignored: true
         }
     }
 
-    Text {
+    Label {
         id: share
 
         anchors.right: chevron.left
         anchors.rightMargin: Theme.xs
         anchors.verticalCenter: parent.verticalCenter
         text: root.percentText
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
     Symbol {

@@ -31,16 +31,13 @@ Item {
         color: Theme.secondaryText
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: symbol.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
     Row {
@@ -63,15 +60,13 @@ Item {
                 radius: height / 2
                 color: Theme.control
 
-                Text {
+                Label {
                     id: part
 
                     anchors.centerIn: parent
                     text: segment.modelData
-                    textFormat: Text.PlainText
                     color: segment.index === root.segments.length - 1 ? root.valueColor : Theme.text
                     font: Theme.caption
-                    Accessible.ignored: true
                 }
             }
         }

@@ -35,10 +35,9 @@ Row {
         }
     }
 
-    Text {
+    Label {
         text: root.label
         color: Theme.secondaryText
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

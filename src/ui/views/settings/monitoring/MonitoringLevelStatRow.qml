@@ -17,16 +17,13 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: label + ": " + durationText
 
-    Text {
+    Label {
         id: title
 
         x: Theme.xs
         width: Theme.body.pixelSize * 5
         anchors.verticalCenter: parent.verticalCenter
         text: root.label
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
     Rectangle {
@@ -51,13 +48,11 @@ Item {
         }
     }
 
-    Text {
+    Label {
         anchors.right: parent.right
         anchors.rightMargin: Theme.xs
         anchors.verticalCenter: parent.verticalCenter
         text: root.durationText
         color: Theme.secondaryText
-        font: Theme.body
-        Accessible.ignored: true
     }
 }

@@ -13,22 +13,19 @@ Item {
     implicitWidth: Math.max(96, label.implicitWidth + number.implicitWidth + Theme.md)
     implicitHeight: label.implicitHeight
 
-    Text {
+    Label {
         id: label
 
         text: root.title
         color: root.titleColor
         font: Theme.caption
-        Accessible.ignored: true
     }
 
-    Text {
+    Label {
         id: number
 
         anchors.right: parent.right
         text: root.value
-        color: Theme.text
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -77,13 +77,11 @@ Column {
             }
         }
 
-        Text {
+        Label {
             anchors.centerIn: plot
             visible: plot.visible && !root.presentation.hasHeat
             text: "No heat readings"
             color: Theme.secondaryText
-            font: Theme.body
-            Accessible.ignored: true
         }
 
         AxisLabel {

@@ -49,11 +49,10 @@ Item {
             y: Theme.sm
             spacing: Theme.xxs
 
-            Text {
+            Label {
                 text: root.readout.time
                 color: Theme.secondaryText
                 font: Theme.caption
-                Accessible.ignored: true
             }
 
             ReadoutLine {

@@ -21,16 +21,13 @@ HoverRow {
         color: Theme.secondaryText
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.left: symbol.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
-        color: Theme.text
-        font: Theme.body
-        Accessible.ignored: true
     }
 
     Symbol {

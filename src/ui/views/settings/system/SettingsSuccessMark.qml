@@ -20,11 +20,10 @@ Row {
         color: Theme.levelColor(0)
     }
 
-    Text {
+    Label {
         anchors.verticalCenter: parent.verticalCenter
         text: root.text
         color: Theme.levelText(0)
         font: Theme.caption
-        Accessible.ignored: true
     }
 }

@@ -33,10 +33,7 @@ PressArea {
         color: root.isPressed ? Theme.pressed(face) : face
 
         Behavior on color {
-            ColorAnimation {
-                duration: Theme.quick
-                easing.type: Easing.InOutQuad
-            }
+            Ease {}
         }
 
         Rectangle {
@@ -48,10 +45,7 @@ PressArea {
             color: root.isOn ? Theme.switchKnobOn : Theme.switchKnobOff
 
             Behavior on x {
-                NumberAnimation {
-                    duration: Theme.quick
-                    easing.type: Easing.InOutQuad
-                }
+                Ease {}
             }
         }
     }
