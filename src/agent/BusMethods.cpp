@@ -1,7 +1,7 @@
 #include "agent/BusMethods.h"
 
-#include "app/Preferences.h"
 #include "app/Version.h"
+#include "persistence/Preferences.h"
 #include "report/MachineReport.h"
 #include "support/Enumeration.h"
 
@@ -206,7 +206,7 @@ BusAnswer BusMethods::hasWindows() const {
 
 BusAnswer BusMethods::settings() const {
     QVariantMap map;
-    const auto fields = state_.currentFields();
+    const auto& fields = *state_.published().settings;
     for (const auto& preference : preferences()) {
         map.insert(qText(preference.name), qVariant(preference.read(fields)));
     }
@@ -222,9 +222,9 @@ BusAnswer BusMethods::set(const QString& name, const QVariant& value) {
     if (!given) {
         return refusal(invalidValue, name + " cannot be of that type");
     }
-    auto result = checkIsOffered(*preference, *given, state_.currentFields());
+    auto result = checkIsOffered(*preference, *given, *state_.published().settings);
     if (result) {
-        result = assignPreference(state_, *preference, *given);
+        result = state_.set(*preference, *given);
     }
     if (!result) {
         return refusal(invalidValue, name + ' ' + qText(result.error()));

@@ -63,8 +63,8 @@ void AppState::finish() {
         environment_.sleep->observe({});
     }
     environment_.executor.stop();
-    if (!*published_
-              .historyEnabled) { // it may have been switched off just now, and the clearing been dropped
+    if (!published_.settings
+             ->historyEnabled) { // it may have been switched off just now, and the clearing been dropped
         thermalHistoryStore_.clear();
         return;
     }

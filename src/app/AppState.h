@@ -12,6 +12,7 @@
 #include "assistant/ThermalAlertRuleEngine.h"
 #include "persistence/AppSettingsStore.h"
 #include "persistence/DiagnosticLogService.h"
+#include "persistence/Preferences.h"
 #include "persistence/ThermalHistoryStore.h"
 
 #include <chrono>
@@ -25,6 +26,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 #include <vector>
 
 namespace cindertop {
@@ -102,28 +104,27 @@ public:
     void sampleProcessOffenders(std::optional<std::string> pinnedOffenderID,
                                 std::function<void()> completion);
 
-    // --- Settings: each setter stores the record and takes effect at once, also for an equal value.
+    // --- Settings
 
-    void setExperimentalTemperatureSensorsEnabled(bool isEnabled);
-    void setMenuBarInfoMode(MenuBarInfoMode mode);
-    void setShowDockIcon(bool isShown);
-    void setDiagnosticLogsEnabled(bool isEnabled);
-    void setNotificationsEnabled(bool isEnabled);
-    /// Asks the notification centre again, since its server may have been replaced.
-    void refreshNotificationState();
-    void setNotificationMinimumLevel(NotificationMinimumLevel level);
-    void setRecommendationVerbosity(RecommendationVerbosity verbosity);
-    void setShowProcessOffenders(bool isShown);
-    void setShowContextInsights(bool isShown);
-    void setHistoryEnabled(bool isEnabled);
-    /// Minutes, brought into 15 to 180.
-    void setHistoryDurationMinutes(std::int64_t minutes);
-    void setTemperatureUnit(TemperatureUnit unit);
+    /// Changes one preference: stores the record and takes effect at once, also for an equal value. A length
+    /// of the history is brought into its range.
+    template <typename Value>
+    void set(Value AppSettingsFields::* member, std::type_identity_t<Value> value) {
+        auto fields = *published_.settings;
+        fields.*member = value;
+        change(member, fields);
+    }
+
+    /// The error says what the value has to be.
+    std::expected<void, std::string> set(const Preference& preference, const PreferenceValue& value);
     void applySettings(const AppSettings& settings);
     void resetSettingsToDefaults();
-    /// The preferences as they are now, and as they are stored.
-    AppSettingsFields currentFields() const;
-    AppSettings currentSettings() const;
+
+    /// The preferences as they are stored.
+    AppSettings currentSettings() const { return AppSettings(*published_.settings); }
+
+    /// Asks the notification centre again, since its server may have been replaced.
+    void refreshNotificationState();
 
     // --- Commands
 
@@ -207,6 +208,12 @@ private:
 
     // Settings and commands
     void saveSettings();
+    void change(Preference::Member member, const AppSettingsFields& fields);
+    void followSensors();
+    void followDiagnosticLogs();
+    void followProcessOffenders();
+    void followHistory();
+    void followTemperatureUnit();
     void exportTo(const SaveChoice& choice);
     void showExportSuccess(const std::filesystem::path& destination);
     void surveyHardware();

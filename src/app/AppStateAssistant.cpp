@@ -64,7 +64,7 @@ AppState::Census AppState::takeCensus(Instant now, AwakeTime awake,
 
 void AppState::publishCensus(Census census, AwakeTime awake, ThermalLevel level) {
     latestSources_ = std::move(census.sources);
-    if (!*published_.showProcessOffenders) { // switched off while the census was under way
+    if (!published_.settings->showProcessOffenders) { // switched off while the census was under way
         return;
     }
     nextProcessOffenderSampleDate_.scheduleAfter(awake,
@@ -73,7 +73,7 @@ void AppState::publishCensus(Census census, AwakeTime awake, ThermalLevel level)
 }
 
 void AppState::refreshProcessOffenders(const TickPointer& tick) {
-    if (!*published_.showProcessOffenders) {
+    if (!published_.settings->showProcessOffenders) {
         published_.processOffenderSnapshot.set(ProcessOffenderSnapshot::empty());
     } else if (tick->readings->census) {
         publishCensus(std::move(*tick->readings->census), tick->awake, tick->score().level);
@@ -89,7 +89,7 @@ void AppState::refreshProcessOffenders(const TickPointer& tick) {
 
 void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderID,
                                       std::function<void()> completion) {
-    if (!*published_.showProcessOffenders) {
+    if (!published_.settings->showProcessOffenders) {
         completion();
         return;
     }
@@ -115,7 +115,7 @@ void AppState::sampleProcessOffenders(std::optional<std::string> pinnedOffenderI
 }
 
 void AppState::refreshProcessOffendersNow() {
-    if (isMonitoringPermitted() && !*published_.isPaused && *published_.showProcessOffenders) {
+    if (isMonitoringPermitted() && !*published_.isPaused && published_.settings->showProcessOffenders) {
         environment_.executor.post([this, stops = stops_] {
             if (stops == stops_) {
                 sampleProcessOffenders(std::nullopt, [] {});
@@ -127,8 +127,8 @@ void AppState::refreshProcessOffendersNow() {
 void AppState::refreshRecommendations(const ThermalScore& score, const SystemContextSnapshot& context,
                                       Instant now) {
     const RecommendationEngineConfiguration configuration{confirmationCount, secondaryInsightCount,
-                                                          *published_.showProcessOffenders,
-                                                          *published_.showContextInsights};
+                                                          published_.settings->showProcessOffenders,
+                                                          published_.settings->showContextInsights};
     published_.recommendationSnapshot.set(recommendationEngine_.update(
         score, context, *published_.processOffenderSnapshot, configuration, now));
 }
@@ -165,7 +165,7 @@ ThermalHistorySample AppState::historySample(const Tick& tick) const {
 }
 
 void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
-    if (!*published_.historyEnabled) {
+    if (!published_.settings->historyEnabled) {
         latestCPUPercent_.reset();
         evaluateThermalAlerts(tick);
         return;
@@ -184,7 +184,7 @@ void AppState::recordThermalHistoryIfNeeded(const TickPointer& tick) {
     awaitIn(tick, record, [this, tick](std::optional<std::optional<HistoryRecord>> recorded) {
         if (!recorded) {
             reportFailedRead(historyRead);
-        } else if (*recorded && *published_.historyEnabled) {
+        } else if (*recorded && published_.settings->historyEnabled) {
             publishHistory(*tick, std::move(**recorded));
         }
         evaluateThermalAlerts(tick);
@@ -209,23 +209,25 @@ void AppState::evaluateThermalAlerts(const TickPointer& tick) {
         completeTick(*tick);
         return;
     }
-    const bool onlyCritical = *published_.notificationMinimumLevel == NotificationMinimumLevel::critical;
+    const bool onlyCritical =
+        published_.settings->notificationMinimumLevel == NotificationMinimumLevel::critical;
     const auto untold = thermalAlertRuleEngine_;
-    const auto alert = thermalAlertRuleEngine_.evaluate(
-        {.score = tick->score(),
-         .systemContext = tick->context(),
-         .recommendationSnapshot = *published_.recommendationSnapshot,
-         .topOffenderLabel = topOffenderLabel(),
-         .now = tick->now},
-        {*published_.notificationsEnabled, onlyCritical ? ThermalLevel::critical : ThermalLevel::serious,
-         eventCooldown, globalCooldown, minimumRecoveryPressureDuration});
+    const auto alert =
+        thermalAlertRuleEngine_.evaluate({.score = tick->score(),
+                                          .systemContext = tick->context(),
+                                          .recommendationSnapshot = *published_.recommendationSnapshot,
+                                          .topOffenderLabel = topOffenderLabel(),
+                                          .now = tick->now},
+                                         {published_.settings->notificationsEnabled,
+                                          onlyCritical ? ThermalLevel::critical : ThermalLevel::serious,
+                                          eventCooldown, globalCooldown, minimumRecoveryPressureDuration});
     if (!alert) {
         completeTick(*tick);
         return;
     }
     const auto request = notificationStateRequests_;
     systemNotificationService_.deliver(
-        *alert, *published_.notificationsEnabled,
+        *alert, published_.settings->notificationsEnabled,
         [this, tick, request, untold, kind = alert->kind](SystemNotificationState state) {
             if (!isCurrent(*tick)) {
                 return;
@@ -256,7 +258,7 @@ void AppState::finishDelivery(ThermalAlertKind kind, SystemNotificationState sta
 const ProcessOffender* AppState::topOffender() const {
     const auto& snapshot = *published_.processOffenderSnapshot;
     const bool isKnown =
-        *published_.showProcessOffenders && snapshot.state == ProcessOffenderSnapshotState::ready;
+        published_.settings->showProcessOffenders && snapshot.state == ProcessOffenderSnapshotState::ready;
     return isKnown && !snapshot.offenders.empty() ? &snapshot.offenders.front() : nullptr;
 }
 
@@ -266,7 +268,7 @@ std::optional<std::string> AppState::topOffenderLabel() const {
 }
 
 void AppState::loadHistoryIfEnabled() {
-    if (!*published_.historyEnabled) {
+    if (!published_.settings->historyEnabled) {
         clearHistory();
         return;
     }
@@ -275,7 +277,7 @@ void AppState::loadHistoryIfEnabled() {
         evaluate(
             environment_.executor, [this, now] { return thermalHistoryStore_.snapshot(now); },
             [this](std::optional<ThermalMonitoringSnapshot> snapshot) {
-                if (snapshot && *published_.historyEnabled) {
+                if (snapshot && published_.settings->historyEnabled) {
                     published_.monitoringSnapshot.set(std::move(*snapshot));
                 }
             });

@@ -95,7 +95,7 @@ bool AppState::quitOffenderApplication(const ProcessOffender& offender, bool for
 }
 
 void AppState::exportDiagnosticLogs() {
-    if (!*published_.diagnosticLogsEnabled || environment_.desktop == nullptr) {
+    if (!published_.settings->diagnosticLogsEnabled || environment_.desktop == nullptr) {
         return;
     }
     const SavePanel panel{.title = exportTitle,
@@ -140,8 +140,8 @@ AppState::exportDiagnosticLogs(const std::filesystem::path& destination) {
                                              .operatingSystem = environment_.machine.operatingSystem,
                                              .operatingSystemVersion = environment_.operatingSystemVersion,
                                              .architecture = environment_.architecture};
-    const auto context = diagnosticExportContext(currentFields(), circumstances, environment_.systemValues,
-                                                 environment_.deployment);
+    const auto context = diagnosticExportContext(*published_.settings, circumstances,
+                                                 environment_.systemValues, environment_.deployment);
     auto result = diagnosticLogService_.exportLogs(context, destination);
     if (result) {
         showExportSuccess(destination);

@@ -126,11 +126,13 @@ void AppState::refreshThermalState() {
              .uptime = uptime,
              .awake = awake,
              .followsSleep = hasSlept,
-             .configuration = {.usesExperimentalSensors = *published_.experimentalTemperatureSensorsEnabled,
+             .configuration = {.usesExperimentalSensors =
+                                   published_.settings->experimentalTemperatureSensorsEnabled,
                                .thresholds = ThermalTemperatureThresholds::defaults()},
-             .takesCensus = *published_.showProcessOffenders && nextProcessOffenderSampleDate_.isDue(awake),
+             .takesCensus =
+                 published_.settings->showProcessOffenders && nextProcessOffenderSampleDate_.isDue(awake),
              .isObserved = isObserved(awake),
-             .takesCPUUsage = *published_.historyEnabled,
+             .takesCPUUsage = published_.settings->historyEnabled,
              .readings = std::nullopt});
     const auto read = [this, tick] { return takeReadings(*tick); };
     awaitIn(tick, read, [this, tick](std::optional<Readings> readings) {
@@ -259,8 +261,8 @@ ThermalAssistantPresentation AppState::makePresentation(const ThermalSnapshot& s
                 .actionMessage = "Monitoring paused."};
     }
     const auto temperature = temperatureText(snapshot.temperatureCelsius);
-    const bool showsTemperature = *published_.experimentalTemperatureSensorsEnabled ||
-                                  *published_.menuBarInfoMode == MenuBarInfoMode::temperature;
+    const bool showsTemperature = published_.settings->experimentalTemperatureSensorsEnabled ||
+                                  published_.settings->menuBarInfoMode == MenuBarInfoMode::temperature;
     const auto& advice = published_.recommendationSnapshot->primaryInsight;
     return {.status = static_cast<ThermalAssistantPresentation::Status>(snapshot.band),
             .trendLabel = advice ? std::nullopt : trendLabel(snapshot.trend),

@@ -44,7 +44,7 @@ bool AppState::isHeatUnknown() const {
 std::vector<SourceStatus> AppState::currentSources() const {
     auto sources = latestSources_;
     const auto sensors = std::ranges::find(sources, temperatureSensorsSource, &SourceStatus::name);
-    if (sensors != sources.end() && !*published_.experimentalTemperatureSensorsEnabled) {
+    if (sensors != sources.end() && !published_.settings->experimentalTemperatureSensorsEnabled) {
         sensors->isAvailable = false;
         sensors->reason = switchedOff;
     }
@@ -80,7 +80,7 @@ ThermalAssistantPresentation AppState::currentPresentation() const {
         return makePresentation(*published_.thermalSnapshot);
     }
     const auto advice = currentRecommendation().primaryInsight;
-    const bool readsSensors = *published_.experimentalTemperatureSensorsEnabled;
+    const bool readsSensors = published_.settings->experimentalTemperatureSensorsEnabled;
     return withoutLevel(Status::noHeatReadings, advice         ? std::string_view(advice->message)
                                                 : readsSensors ? nothingTells
                                                                : sensorsAreOff);

@@ -81,21 +81,7 @@ struct AppStateProperties {
     Published<bool> diagnosticExportSucceeded{false}; ///< for 2.5 s after each success
     Published<std::string> diagnosticExportPath{""};  ///< of the latest success
 
-    // The preferences, as in AppSettings.
-    Published<bool> experimentalTemperatureSensorsEnabled{
-        AppSettingsFields{}.experimentalTemperatureSensorsEnabled};
-    Published<MenuBarInfoMode> menuBarInfoMode{AppSettingsFields{}.menuBarInfoMode};
-    Published<bool> showDockIcon{AppSettingsFields{}.showDockIcon};
-    Published<bool> diagnosticLogsEnabled{AppSettingsFields{}.diagnosticLogsEnabled};
-    Published<bool> notificationsEnabled{AppSettingsFields{}.notificationsEnabled};
-    Published<NotificationMinimumLevel> notificationMinimumLevel{
-        AppSettingsFields{}.notificationMinimumLevel};
-    Published<RecommendationVerbosity> recommendationVerbosity{AppSettingsFields{}.recommendationVerbosity};
-    Published<bool> showProcessOffenders{AppSettingsFields{}.showProcessOffenders};
-    Published<bool> showContextInsights{AppSettingsFields{}.showContextInsights};
-    Published<bool> historyEnabled{AppSettingsFields{}.historyEnabled};
-    Published<std::int64_t> historyDurationMinutes{AppSettingsFields{}.historyDurationMinutes};
-    Published<TemperatureUnit> temperatureUnit{AppSettingsFields{}.temperatureUnit};
+    Published<AppSettingsFields> settings{AppSettingsFields{}}; ///< as they are in force
 };
 
 } // namespace cindertop

@@ -1,29 +1,8 @@
 #include "app/AppState.h"
 
-#include <algorithm>
+#include <array>
 
 namespace cindertop {
-
-AppSettingsFields AppState::currentFields() const {
-    return {
-        .experimentalTemperatureSensorsEnabled = *published_.experimentalTemperatureSensorsEnabled,
-        .menuBarInfoMode = *published_.menuBarInfoMode,
-        .showDockIcon = *published_.showDockIcon,
-        .diagnosticLogsEnabled = *published_.diagnosticLogsEnabled,
-        .notificationsEnabled = *published_.notificationsEnabled,
-        .notificationMinimumLevel = *published_.notificationMinimumLevel,
-        .recommendationVerbosity = *published_.recommendationVerbosity,
-        .showProcessOffenders = *published_.showProcessOffenders,
-        .showContextInsights = *published_.showContextInsights,
-        .historyEnabled = *published_.historyEnabled,
-        .historyDurationMinutes = *published_.historyDurationMinutes,
-        .temperatureUnit = *published_.temperatureUnit,
-    };
-}
-
-AppSettings AppState::currentSettings() const {
-    return AppSettings(currentFields());
-}
 
 void AppState::saveSettings() {
     if (!isApplyingSettings_) {
@@ -31,11 +10,65 @@ void AppState::saveSettings() {
     }
 }
 
-void AppState::setExperimentalTemperatureSensorsEnabled(bool isEnabled) {
-    published_.experimentalTemperatureSensorsEnabled.set(isEnabled);
+void AppState::change(Preference::Member member, const AppSettingsFields& fields) {
+    struct Effect {
+        Preference::Member member;
+        void (*take)(AppState& state);
+    };
+
+    using Fields = AppSettingsFields;
+    static constexpr std::array effects{
+        Effect{&Fields::experimentalTemperatureSensorsEnabled,
+               [](AppState& state) { state.followSensors(); }},
+        Effect{&Fields::showDockIcon, [](AppState& state) { state.updateActivationPolicy(); }},
+        Effect{&Fields::diagnosticLogsEnabled, [](AppState& state) { state.followDiagnosticLogs(); }},
+        Effect{&Fields::notificationsEnabled, [](AppState& state) { state.refreshNotificationState(); }},
+        Effect{&Fields::showProcessOffenders, [](AppState& state) { state.followProcessOffenders(); }},
+        Effect{&Fields::showContextInsights,
+               [](AppState& state) {
+                   state.refreshRecommendationsFromLatest(state.environment_.machine.clock.now());
+               }},
+        Effect{&Fields::historyEnabled, [](AppState& state) { state.followHistory(); }},
+        Effect{&Fields::historyDurationMinutes,
+               [](AppState& state) {
+                   const auto repaired = state.currentSettings()->historyDurationMinutes;
+                   if (repaired != state.published_.settings->historyDurationMinutes) {
+                       state.set(&Fields::historyDurationMinutes, repaired);
+                   }
+               }},
+        Effect{&Fields::temperatureUnit, [](AppState& state) { state.followTemperatureUnit(); }},
+    };
+    published_.settings.set(fields);
     saveSettings();
-    if (!isEnabled && *published_.menuBarInfoMode == MenuBarInfoMode::temperature) {
-        setMenuBarInfoMode(MenuBarInfoMode::none);
+    for (const auto& [changed, take] : effects) {
+        if (changed == member) {
+            take(*this);
+        }
+    }
+}
+
+std::expected<void, std::string> AppState::set(const Preference& preference, const PreferenceValue& value) {
+    auto fields = *published_.settings;
+    auto written = preference.write(fields, value);
+    if (written) {
+        change(preference.member, fields);
+    }
+    return written;
+}
+
+void AppState::applySettings(const AppSettings& settings) {
+    isApplyingSettings_ = true;
+    for (const auto& preference : preferences()) {
+        [[maybe_unused]] const auto written = set(preference, preference.read(*settings));
+    }
+    isApplyingSettings_ = false;
+}
+
+void AppState::followSensors() {
+    const auto& settings = *published_.settings;
+    if (!settings.experimentalTemperatureSensorsEnabled &&
+        settings.menuBarInfoMode == MenuBarInfoMode::temperature) {
+        set(&AppSettingsFields::menuBarInfoMode, MenuBarInfoMode::none);
     }
     if (isMonitoring()) {
         stopThermalMonitoring();
@@ -43,27 +76,15 @@ void AppState::setExperimentalTemperatureSensorsEnabled(bool isEnabled) {
     }
 }
 
-void AppState::setMenuBarInfoMode(MenuBarInfoMode mode) {
-    published_.menuBarInfoMode.set(mode);
-    saveSettings();
-}
-
-void AppState::setShowDockIcon(bool isShown) {
-    published_.showDockIcon.set(isShown);
-    saveSettings();
-    updateActivationPolicy();
-}
-
 void AppState::updateActivationPolicy() const {
     if (environment_.desktop != nullptr) {
-        environment_.desktop->setActivationPolicy(*published_.showDockIcon ? ActivationPolicy::regular
-                                                                           : ActivationPolicy::accessory);
+        environment_.desktop->setActivationPolicy(
+            published_.settings->showDockIcon ? ActivationPolicy::regular : ActivationPolicy::accessory);
     }
 }
 
-void AppState::setDiagnosticLogsEnabled(bool isEnabled) {
-    published_.diagnosticLogsEnabled.set(isEnabled);
-    saveSettings();
+void AppState::followDiagnosticLogs() {
+    const bool isEnabled = published_.settings->diagnosticLogsEnabled;
     if (!diagnosticLogService_.isConfigured() || diagnosticLogService_.isEnabled() != isEnabled) {
         diagnosticLogService_.configure(isEnabled);
     }
@@ -73,14 +94,8 @@ void AppState::setDiagnosticLogsEnabled(bool isEnabled) {
     }
 }
 
-void AppState::setNotificationsEnabled(bool isEnabled) {
-    published_.notificationsEnabled.set(isEnabled);
-    saveSettings();
-    refreshNotificationState();
-}
-
 void AppState::refreshNotificationState() {
-    const bool isEnabled = *published_.notificationsEnabled;
+    const bool isEnabled = published_.settings->notificationsEnabled;
     environment_.executor.post([this, isEnabled, request = ++notificationStateRequests_] {
         systemNotificationService_.prepare(isEnabled, [this, request](SystemNotificationState state) {
             if (request == notificationStateRequests_) { // the answer to the latest change is the last word
@@ -90,20 +105,8 @@ void AppState::refreshNotificationState() {
     });
 }
 
-void AppState::setNotificationMinimumLevel(NotificationMinimumLevel level) {
-    published_.notificationMinimumLevel.set(level);
-    saveSettings();
-}
-
-void AppState::setRecommendationVerbosity(RecommendationVerbosity verbosity) {
-    published_.recommendationVerbosity.set(verbosity);
-    saveSettings();
-}
-
-void AppState::setShowProcessOffenders(bool isShown) {
-    published_.showProcessOffenders.set(isShown);
-    saveSettings();
-    if (isShown) {
+void AppState::followProcessOffenders() {
+    if (published_.settings->showProcessOffenders) {
         nextProcessOffenderSampleDate_ = {};
         return;
     }
@@ -113,55 +116,19 @@ void AppState::setShowProcessOffenders(bool isShown) {
         [this] { environment_.executor.submit([this] { engines_.offenders.reset(); }, [] {}); });
 }
 
-void AppState::setShowContextInsights(bool isShown) {
-    published_.showContextInsights.set(isShown);
-    saveSettings();
-    refreshRecommendationsFromLatest(environment_.machine.clock.now());
-}
-
-void AppState::setHistoryEnabled(bool isEnabled) {
-    published_.historyEnabled.set(isEnabled);
-    saveSettings();
-    if (isEnabled) {
+void AppState::followHistory() {
+    if (published_.settings->historyEnabled) {
         nextThermalHistorySampleDate_ = {};
     } else {
         clearHistory();
     }
 }
 
-void AppState::setHistoryDurationMinutes(std::int64_t minutes) {
-    published_.historyDurationMinutes.set(minutes);
-    saveSettings();
-    const auto clamped = std::clamp(minutes, historyMinutesBounds.least, historyMinutesBounds.most);
-    if (clamped != minutes) {
-        setHistoryDurationMinutes(clamped);
-    }
-}
-
-void AppState::setTemperatureUnit(TemperatureUnit unit) {
-    published_.temperatureUnit.set(unit);
-    saveSettings();
-    temperatures_ = environment_.temperatures.in(unit);
+void AppState::followTemperatureUnit() {
+    temperatures_ = environment_.temperatures.in(published_.settings->temperatureUnit);
     if (latestThermalScore_) {
         published_.thermalSnapshot.set(ThermalSnapshot::of(*latestThermalScore_, temperatures_));
     }
-}
-
-void AppState::applySettings(const AppSettings& settings) {
-    isApplyingSettings_ = true;
-    setExperimentalTemperatureSensorsEnabled(settings->experimentalTemperatureSensorsEnabled);
-    setMenuBarInfoMode(settings->menuBarInfoMode);
-    setShowDockIcon(settings->showDockIcon);
-    setDiagnosticLogsEnabled(settings->diagnosticLogsEnabled);
-    setNotificationsEnabled(settings->notificationsEnabled);
-    setNotificationMinimumLevel(settings->notificationMinimumLevel);
-    setRecommendationVerbosity(settings->recommendationVerbosity);
-    setShowProcessOffenders(settings->showProcessOffenders);
-    setShowContextInsights(settings->showContextInsights);
-    setHistoryEnabled(settings->historyEnabled);
-    setHistoryDurationMinutes(settings->historyDurationMinutes);
-    setTemperatureUnit(settings->temperatureUnit);
-    isApplyingSettings_ = false;
 }
 
 void AppState::resetSettingsToDefaults() {

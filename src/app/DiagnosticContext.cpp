@@ -1,7 +1,5 @@
 #include "app/DiagnosticContext.h"
 
-#include "support/Enumeration.h"
-
 namespace cindertop {
 
 DiagnosticExportContext diagnosticExportContext(const AppSettingsFields& settings,
@@ -14,18 +12,8 @@ DiagnosticExportContext diagnosticExportContext(const AppSettingsFields& setting
             .operatingSystemVersion = circumstances.operatingSystemVersion,
             .architecture = circumstances.architecture,
             .model = system.text("hw.model").value_or("unknown"),
-            .menuBarInfoMode = std::string(caseName(settings.menuBarInfoMode)),
             .launchAtLoginStatus = circumstances.launchAtLoginStatus,
-            .showDockIcon = settings.showDockIcon,
-            .experimentalSensorsEnabled = settings.experimentalTemperatureSensorsEnabled,
-            .notificationsEnabled = settings.notificationsEnabled,
-            .notificationMinimumLevel = std::string(caseName(settings.notificationMinimumLevel)),
-            .recommendationVerbosity = std::string(caseName(settings.recommendationVerbosity)),
-            .showProcessOffenders = settings.showProcessOffenders,
-            .showContextInsights = settings.showContextInsights,
-            .historyEnabled = settings.historyEnabled,
-            .historyDurationMinutes = settings.historyDurationMinutes,
-            .diagnosticLogsEnabled = settings.diagnosticLogsEnabled};
+            .settings = settings};
 }
 
 } // namespace cindertop

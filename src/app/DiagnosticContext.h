@@ -17,8 +17,7 @@ struct ProgramCircumstances {
     std::string architecture;           ///< of the processor that the program was built for
 };
 
-/// The context of a diagnostic export: the settings as they are in force, which need not be as they would be
-/// stored. What the deployment file does not tell has a fallback, and so has the
+/// The context of a diagnostic export. What the deployment file does not tell has a fallback, and so has the
 /// model.
 DiagnosticExportContext diagnosticExportContext(const AppSettingsFields& settings,
                                                 const ProgramCircumstances& circumstances,

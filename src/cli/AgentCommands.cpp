@@ -1,9 +1,9 @@
 #include "cli/AgentCommands.h"
 
 #include "app/LegalTerms.h"
-#include "app/Preferences.h"
 #include "cli/StoredCommands.h"
 #include "persistence/AppSettingsStore.h"
+#include "persistence/Preferences.h"
 #include "report/Json.h"
 #include "terminal/DisplayText.h"
 #include "terminal/StyledText.h"

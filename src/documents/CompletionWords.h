@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Preferences.h"
+#include "persistence/Preferences.h"
 
 #include <string>
 #include <string_view>

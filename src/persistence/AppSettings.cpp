@@ -1,5 +1,7 @@
 #include "persistence/AppSettings.h"
 
+#include "persistence/Preferences.h"
+
 #include <algorithm>
 
 namespace cindertop {
@@ -32,12 +34,14 @@ AppSettings::AppSettings(const AppSettingsFields& fields) : fields_(fields) {
 }
 
 AppSettings defaultSettings(OperatingSystem system) {
-    if (system == OperatingSystem::gnuLinux) {
-        return AppSettings({.experimentalTemperatureSensorsEnabled = true,
-                            .menuBarInfoMode = MenuBarInfoMode::temperature,
-                            .notificationsEnabled = true});
+    AppSettingsFields fields;
+    for (const auto& preference : preferences()) {
+        if (preference.extras.onLinux && system == OperatingSystem::gnuLinux) {
+            [[maybe_unused]] const auto written =
+                preference.write(fields, preferenceValue(preference, *preference.extras.onLinux));
+        }
     }
-    return AppSettings(AppSettingsFields{});
+    return AppSettings(fields);
 }
 
 } // namespace cindertop

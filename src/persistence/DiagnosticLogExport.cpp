@@ -1,11 +1,14 @@
 #include "persistence/DiagnosticLogExport.h"
 
 #include "persistence/DiagnosticEventCodec.h"
+#include "persistence/Preferences.h"
 #include "support/AtomicFile.h"
 #include "support/DateText.h"
 #include "support/Wording.h"
 
 #include <nlohmann/json.hpp>
+
+#include <variant>
 
 namespace cindertop {
 namespace {
@@ -16,20 +19,16 @@ using nlohmann::json;
 constexpr Wording versionKey{"macOS", "linux"};
 
 json settingsJson(const DiagnosticExportContext& context) {
-    return {
-        {"menuBarInfoMode", context.menuBarInfoMode},
-        {"launchAtLoginStatus", context.launchAtLoginStatus},
-        {"showDockIcon", context.showDockIcon},
-        {"experimentalSensorsEnabled", context.experimentalSensorsEnabled},
-        {"notificationsEnabled", context.notificationsEnabled},
-        {"notificationMinimumLevel", context.notificationMinimumLevel},
-        {"recommendationVerbosity", context.recommendationVerbosity},
-        {"showProcessOffenders", context.showProcessOffenders},
-        {"showContextInsights", context.showContextInsights},
-        {"historyEnabled", context.historyEnabled},
-        {"historyDurationMinutes", context.historyDurationMinutes},
-        {"diagnosticLogsEnabled", context.diagnosticLogsEnabled},
-    };
+    json settings{{"launchAtLoginStatus", context.launchAtLoginStatus}};
+    for (const auto& preference : preferences()) {
+        if (!preference.extras.isForLiveMachines) {
+            const auto name =
+                preference.extras.exportedAs.empty() ? preference.name : preference.extras.exportedAs;
+            std::visit([&](const auto& value) { settings[std::string(name)] = value; },
+                       preference.read(context.settings));
+        }
+    }
+    return settings;
 }
 
 class ExportErrors final : public std::error_category {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "persistence/AppSettings.h"
 #include "persistence/DiagnosticBuffer.h"
 #include "support/FileSystem.h"
 #include "support/Instant.h"
@@ -22,18 +23,8 @@ struct DiagnosticExportContext {
     std::string operatingSystemVersion{}; ///< its name and version
     std::string architecture{};
     std::string model{};
-    std::string menuBarInfoMode{};
     std::string launchAtLoginStatus{};
-    bool showDockIcon = false;
-    bool experimentalSensorsEnabled = false;
-    bool notificationsEnabled = false;
-    std::string notificationMinimumLevel{};
-    std::string recommendationVerbosity{};
-    bool showProcessOffenders = false;
-    bool showContextInsights = false;
-    bool historyEnabled = false;
-    std::int64_t historyDurationMinutes = 0;
-    bool diagnosticLogsEnabled = false;
+    AppSettingsFields settings{}; ///< as they are in force, which need not be as they would be stored
 };
 
 /// The document that a user may attach to a request for support.

@@ -2,6 +2,7 @@
 
 #include "support/Text.h"
 
+#include <array>
 #include <charconv>
 #include <limits>
 #include <memory>
@@ -56,11 +57,6 @@ std::int64_t integerOfNumber(double number) {
     return number == number ? static_cast<std::int64_t>(number) : 0; // NaN is no number
 }
 
-/// The stored text; null for another type and without a value.
-const std::string* storedText(const std::optional<PropertyValue>& stored) {
-    return stored ? std::get_if<std::string>(&*stored) : nullptr;
-}
-
 struct BooleanReader {
     std::optional<bool> operator()(bool value) const { return value; }
 
@@ -89,35 +85,6 @@ std::optional<bool> storedBoolean(const std::optional<PropertyValue>& stored) {
 
 std::optional<std::int64_t> storedInteger(const std::optional<PropertyValue>& stored) {
     return stored ? std::visit(IntegerReader{}, *stored) : std::nullopt;
-}
-
-std::optional<MenuBarInfoMode> storedMenuBarInfoMode(const std::optional<PropertyValue>& stored) {
-    const std::string* const text = storedText(stored);
-    if (text == nullptr) {
-        return std::nullopt;
-    }
-    const auto mode = fromRawValue<MenuBarInfoMode>(*text);
-    const bool isRetired = mode == MenuBarInfoMode::thermalScore || mode == MenuBarInfoMode::compactAlertOnly;
-    return isRetired ? MenuBarInfoMode::thermalStatus : mode;
-}
-
-std::optional<NotificationMinimumLevel> storedMinimumLevel(const std::optional<PropertyValue>& stored) {
-    const std::string* const text = storedText(stored);
-    if (text == nullptr) {
-        return std::nullopt;
-    }
-    return *text == "throttling" ? NotificationMinimumLevel::serious
-                                 : fromRawValue<NotificationMinimumLevel>(*text);
-}
-
-std::optional<RecommendationVerbosity> storedVerbosity(const std::optional<PropertyValue>& stored) {
-    const std::string* const text = storedText(stored);
-    return text == nullptr ? std::nullopt : fromRawValue<RecommendationVerbosity>(*text);
-}
-
-std::optional<TemperatureUnit> storedTemperatureUnit(const std::optional<PropertyValue>& stored) {
-    const std::string* const text = storedText(stored);
-    return text == nullptr ? std::nullopt : fromRawValue<TemperatureUnit>(*text);
 }
 
 } // namespace cindertop

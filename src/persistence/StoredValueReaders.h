@@ -1,12 +1,14 @@
 #pragma once
 
-#include "persistence/AppSettings.h"
 #include "platform/PropertyValue.h"
-#include "support/TemperatureText.h"
+#include "support/Enumeration.h"
 #include "thermal/ThermalLevel.h"
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <type_traits>
+#include <variant>
 
 namespace cindertop {
 
@@ -17,11 +19,20 @@ namespace cindertop {
 std::optional<bool> storedBoolean(const std::optional<PropertyValue>& stored);
 /// A number without its fraction, held to 64 bits; a text of decimal digits with an optional sign.
 std::optional<std::int64_t> storedInteger(const std::optional<PropertyValue>& stored);
-/// The retired modes count as the thermal status.
-std::optional<MenuBarInfoMode> storedMenuBarInfoMode(const std::optional<PropertyValue>& stored);
-/// "throttling" is an older name of serious.
-std::optional<NotificationMinimumLevel> storedMinimumLevel(const std::optional<PropertyValue>& stored);
-std::optional<RecommendationVerbosity> storedVerbosity(const std::optional<PropertyValue>& stored);
-std::optional<TemperatureUnit> storedTemperatureUnit(const std::optional<PropertyValue>& stored);
+
+/// The case that a text names.
+template <typename Enumeration>
+std::optional<Enumeration> storedCase(const std::optional<PropertyValue>& stored) {
+    const auto* const text = stored ? std::get_if<std::string>(&*stored) : nullptr;
+    if (text == nullptr) {
+        return std::nullopt;
+    }
+    if constexpr (std::is_same_v<Enumeration, NotificationMinimumLevel>) {
+        if (*text == "throttling") { // an older name
+            return NotificationMinimumLevel::serious;
+        }
+    }
+    return fromRawValue<Enumeration>(*text);
+}
 
 } // namespace cindertop

@@ -188,7 +188,7 @@ TEST_F(AgentBusTest, AnnouncesWhatChanges) {
     EXPECT_EQ(heard.changed.at("Level"), "");
     EXPECT_EQ(heard.invalidated, std::vector<std::string>{"Snapshot"});
 
-    talk.agent.state.setNotificationsEnabled(true);
+    talk.agent.state.set(&AppSettingsFields::notificationsEnabled, true);
     talk.agent.runTasks();
     EXPECT_EQ(talk.heard().changed, (Texts{{"NotificationState", "authorized"}}));
 }

@@ -137,8 +137,8 @@ TEST(AppStateCommands, MarksAnExportForAWhile) {
     EXPECT_FALSE(*succeeded);
 
     // The settings in force: a stored record would hold neither of these.
-    state.setMenuBarInfoMode(MenuBarInfoMode::thermalScore);
-    state.setShowProcessOffenders(false);
+    state.set(&AppSettingsFields::menuBarInfoMode, MenuBarInfoMode::thermalScore);
+    state.set(&AppSettingsFields::showProcessOffenders, false);
     state.exportDiagnosticLogs();
     program.desktop.answer("/export.json");
     const auto settings =
@@ -154,7 +154,7 @@ TEST(AppStateCommands, MarksAnExportForAWhile) {
     EXPECT_FALSE(*succeeded);
 
     ASSERT_TRUE(state.exportDiagnosticLogs("/export.json"));
-    state.setDiagnosticLogsEnabled(false);
+    state.set(&AppSettingsFields::diagnosticLogsEnabled, false);
     EXPECT_FALSE(*succeeded);
     state.exportDiagnosticLogs();
     EXPECT_EQ(program.desktop.panels.size(), 2U); // nothing to export

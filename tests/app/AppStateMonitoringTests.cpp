@@ -186,7 +186,7 @@ TEST(AppStateMonitoring, ACensusThatEndsAfterTheyWereHiddenShowsNoOffenders) {
     program.executor.isHolding = true;
     bool isCompleted = false;
     state.sampleProcessOffenders(std::nullopt, [&isCompleted] { isCompleted = true; });
-    state.setShowProcessOffenders(false);
+    state.set(&AppSettingsFields::showProcessOffenders, false);
     program.executor.release();
     EXPECT_TRUE(isCompleted);
     EXPECT_EQ(*program.published().processOffenderSnapshot, ProcessOffenderSnapshot::empty());
@@ -230,7 +230,7 @@ TEST(AppStateMonitoring, AStopAndTheEndSaveTheHistory) {
     program.state.reset();
     EXPECT_EQ(saved(), 5U);
     program.executor = {};
-    program.start().setHistoryEnabled(false);
+    program.start().set(&AppSettingsFields::historyEnabled, false);
     program.state.reset();
     EXPECT_FALSE(program.exists(FakeProgram::historyFile)) << "switched off just before the end";
 }
@@ -338,8 +338,8 @@ TEST(AppStateMonitoring, PresentsASnapshot) {
          }) {
         FakeProgram program;
         auto& state = program.start(); // before the first tick there is no advice
-        state.setExperimentalTemperatureSensorsEnabled(sensors);
-        state.setMenuBarInfoMode(mode);
+        state.set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, sensors);
+        state.set(&AppSettingsFields::menuBarInfoMode, mode);
         auto snapshot = ThermalSnapshot::idle();
         snapshot.band = ThermalBand::serious;
         snapshot.trend = trend;

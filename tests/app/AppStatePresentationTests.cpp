@@ -54,7 +54,7 @@ TEST_F(AppStatePresentationTest, NamesNoLevelThatNobodyMeasured) {
     state.setPaused(false);
     expectState(Status::measuring, std::nullopt);
 
-    state.setExperimentalTemperatureSensorsEnabled(false);
+    state.set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, false);
     program.pass(3s);
     expectState(Status::noHeatReadings,
                 "The temperature sensors are switched off, and nothing else tells this machine's heat.");
@@ -87,7 +87,7 @@ TEST_F(AppStatePresentationTest, SaysThatASourceIsSwitchedOff) {
     EXPECT_EQ(reasonNow(),
               "switched off; \"cindertopctl settings experimentalTemperatureSensorsEnabled true\" "
               "switches them on");
-    state.setExperimentalTemperatureSensorsEnabled(true);
+    state.set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, true);
     program.pass(1s);
     EXPECT_EQ(reasonNow(), "not read yet");
 }
@@ -97,7 +97,7 @@ TEST_F(AppStatePresentationTest, ShowsTemperaturesInTheChosenUnit) {
     auto& state = program.start();
     program.pass(1s);
     EXPECT_EQ(program.published().thermalSnapshot->temperatureText, "50°C");
-    state.setTemperatureUnit(TemperatureUnit::fahrenheit);
+    state.set(&AppSettingsFields::temperatureUnit, TemperatureUnit::fahrenheit);
     EXPECT_EQ(program.published().thermalSnapshot->temperatureText, "122°F");
     EXPECT_EQ(state.temperatureText(0), "32°F");
     state.resetSettingsToDefaults();

@@ -1,5 +1,5 @@
 #include "FakeProgram.h"
-#include "app/Preferences.h"
+#include "persistence/Preferences.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ TEST(AppStateSettings, EveryChangeIsStoredAsAWholeRecord) {
     const auto untouched = program.defaults.changes.size();
     state.applySettings(AppSettings({.showDockIcon = true, .showContextInsights = false}));
     EXPECT_EQ(program.defaults.changes.size(), untouched);
-    state.setRecommendationVerbosity(RecommendationVerbosity::detailed);
+    state.set(&AppSettingsFields::recommendationVerbosity, RecommendationVerbosity::detailed);
     EXPECT_EQ(stored(program), AppSettings({.showDockIcon = true,
                                             .recommendationVerbosity = RecommendationVerbosity::detailed,
                                             .showContextInsights = false}));
@@ -42,8 +42,8 @@ TEST(AppStateSettings, EachPreferenceIsAssignedByItsName) {
         const auto value = preference.read(wanted);
         AppSettingsFields expected{.experimentalTemperatureSensorsEnabled = true};
         ASSERT_TRUE(preference.write(expected, value)) << preference.name;
-        ASSERT_TRUE(assignPreference(state, preference, value)) << preference.name;
-        EXPECT_EQ(state.currentFields(), expected) << preference.name;
+        ASSERT_TRUE(state.set(preference, value)) << preference.name;
+        EXPECT_EQ(*state.published().settings, expected) << preference.name;
         EXPECT_EQ(stored(program), AppSettings(expected)) << preference.name;
     }
 }
@@ -54,9 +54,9 @@ TEST(AppStateSettings, TheTemperatureLeavesTheMenuBarWithTheSensors) {
          {std::pair{temperature, none}, std::pair{thermalScore, thermalScore}}) {
         FakeProgram program;
         auto& state = program.startWith({.experimentalTemperatureSensorsEnabled = true});
-        state.setMenuBarInfoMode(before);
-        state.setExperimentalTemperatureSensorsEnabled(false);
-        EXPECT_EQ(*program.published().menuBarInfoMode, after);
+        state.set(&AppSettingsFields::menuBarInfoMode, before);
+        state.set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, false);
+        EXPECT_EQ(program.published().settings->menuBarInfoMode, after);
         EXPECT_EQ(stored(program), AppSettings({.menuBarInfoMode = after}));
         EXPECT_EQ(program.countOf("Thermal monitoring started"), 2);
     }
@@ -67,8 +67,8 @@ TEST(AppStateSettings, TheHistoryLastsAQuarterToThreeHours) {
     auto& state = program.start();
     for (const auto& [minutes, expected] :
          {std::pair{5, 15}, std::pair{15, 15}, std::pair{60, 60}, std::pair{180, 180}, std::pair{240, 180}}) {
-        state.setHistoryDurationMinutes(minutes);
-        EXPECT_EQ(*program.published().historyDurationMinutes, expected);
+        state.set(&AppSettingsFields::historyDurationMinutes, minutes);
+        EXPECT_EQ(program.published().settings->historyDurationMinutes, expected);
         EXPECT_EQ(stored(program)->historyDurationMinutes, expected);
     }
 }
@@ -85,27 +85,27 @@ TEST(AppStateSettings, SwitchesTakeEffectAtOnce) {
     EXPECT_EQ(published.monitoringSnapshot->samples.size(), 1U);
     EXPECT_TRUE(program.exists(FakeProgram::historyFile));
 
-    state.setHistoryEnabled(false);
+    state.set(&AppSettingsFields::historyEnabled, false);
     program.executor.runTasks();
     EXPECT_EQ(*published.monitoringSnapshot, ThermalMonitoringSnapshot::empty());
     EXPECT_FALSE(program.exists(FakeProgram::historyFile));
     program.pass(2s);
     EXPECT_EQ(state.machineSnapshot()->cpuPercent, std::nullopt); // it is no longer asked
     EXPECT_EQ(program.samples, 1);
-    state.setHistoryEnabled(true);
+    state.set(&AppSettingsFields::historyEnabled, true);
     program.pass(2s);
     EXPECT_EQ(program.samples, 2);
 
-    state.setShowProcessOffenders(false);
+    state.set(&AppSettingsFields::showProcessOffenders, false);
     EXPECT_EQ(*published.processOffenderSnapshot, ProcessOffenderSnapshot::empty());
     program.pass(2s);
     EXPECT_EQ(*published.processOffenderSnapshot, ProcessOffenderSnapshot::empty());
-    state.setShowProcessOffenders(true);
+    state.set(&AppSettingsFields::showProcessOffenders, true);
     program.pass(2s);
     EXPECT_EQ(published.processOffenderSnapshot->state, ProcessOffenderSnapshotState::collecting);
 
-    state.setShowDockIcon(true);
-    state.setShowDockIcon(false);
+    state.set(&AppSettingsFields::showDockIcon, true);
+    state.set(&AppSettingsFields::showDockIcon, false);
     using enum ActivationPolicy;
     EXPECT_EQ(program.desktop.policies.back(), accessory);
     EXPECT_EQ(program.desktop.policies.at(program.desktop.policies.size() - 2), regular);
@@ -123,7 +123,8 @@ TEST(AppStateSettings, HiddenOffendersLeaveTheAdviceWithTheNextTick) {
         return advice && advice->relatedOffenderID.has_value();
     };
     EXPECT_TRUE(namesOffender());
-    state.setShowProcessOffenders(false); // another primary advice has to be confirmed once
+    state.set(&AppSettingsFields::showProcessOffenders,
+              false); // another primary advice has to be confirmed once
     program.pass(200ms);
     EXPECT_FALSE(namesOffender());
 }
@@ -135,14 +136,14 @@ TEST(AppStateSettings, TheAnswerToTheLatestNotificationSwitchCounts) {
     auto& center = program.notificationCenter;
     center.holdsAnswers = true;
     for (const bool isEnabled : {true, false}) {
-        state.setNotificationsEnabled(isEnabled);
+        state.set(&AppSettingsFields::notificationsEnabled, isEnabled);
         program.executor.runTasks();
     }
     EXPECT_EQ(*published, SystemNotificationState::disabled);
     ASSERT_TRUE(center.answerNext()); // to the first switch, too late
     EXPECT_EQ(*published, SystemNotificationState::disabled);
 
-    state.setNotificationsEnabled(true);
+    state.set(&AppSettingsFields::notificationsEnabled, true);
     program.executor.runTasks();
     center.status = NotificationAuthorizationStatus::denied;
     ASSERT_TRUE(center.answerNext());
@@ -155,7 +156,7 @@ TEST(AppStateSettings, ADeliveryDoesNotUndoASwitch) {
     auto& state = program.startWith({.notificationsEnabled = true});
     program.notificationCenter.holdsAnswers = true;
     program.pass(0s);
-    state.setNotificationsEnabled(false);
+    state.set(&AppSettingsFields::notificationsEnabled, false);
     program.executor.runTasks();
     while (program.notificationCenter.answerNext()) {
     }

@@ -74,15 +74,12 @@ TEST(StoredValues, AreUnderstoodWhateverTheirType) {
 }
 
 TEST(StoredValues, NameCases) {
-    EXPECT_EQ(storedMenuBarInfoMode("thermalScore"s), MenuBarInfoMode::thermalStatus);
-    EXPECT_EQ(storedMenuBarInfoMode("compactAlertOnly"s), MenuBarInfoMode::thermalStatus);
-    EXPECT_EQ(storedMenuBarInfoMode("Temperature"s), std::nullopt);
-    EXPECT_EQ(storedMinimumLevel("throttling"s), NotificationMinimumLevel::serious);
-    EXPECT_EQ(storedMinimumLevel("fair"s), std::nullopt);
+    EXPECT_EQ(storedCase<MenuBarInfoMode>("temperature"s), MenuBarInfoMode::temperature);
+    EXPECT_EQ(storedCase<MenuBarInfoMode>("Temperature"s), std::nullopt);
+    EXPECT_EQ(storedCase<NotificationMinimumLevel>("throttling"s), NotificationMinimumLevel::serious);
+    EXPECT_EQ(storedCase<NotificationMinimumLevel>("fair"s), std::nullopt);
     for (const PropertyValue& other : {PropertyValue(true), PropertyValue(std::int64_t{1})}) {
-        EXPECT_EQ(storedMenuBarInfoMode(other), std::nullopt);
-        EXPECT_EQ(storedMinimumLevel(other), std::nullopt);
-        EXPECT_EQ(storedVerbosity(other), std::nullopt);
+        EXPECT_EQ(storedCase<RecommendationVerbosity>(other), std::nullopt);
     }
 }
 
@@ -193,7 +190,7 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
     FakeUserDefaults defaults;
     defaults.stored = {
         {"cindertop.settings.schema-version", std::int64_t{11}},
-        {"cindertop.menu-bar.info-mode", "temperature"s},
+        {"cindertop.menu-bar.info-mode", "compactAlertOnly"s},
         {"cindertop.notifications.enabled", "yes"s},
         {"cindertop.history.duration-minutes", std::int64_t{5}},
         {"cindertop.diagnostics.enabled", "No"s},
@@ -201,8 +198,10 @@ TEST(AppSettingsStore, ReadsEachFieldUnderItsKey) {
         {"cindertop.thermal.temperature-unit", "kelvin"s},
         {"cindertop.legal.accepted", true},
     };
-    const AppSettings expected(
-        {.diagnosticLogsEnabled = false, .notificationsEnabled = true, .historyDurationMinutes = 15});
+    const AppSettings expected({.menuBarInfoMode = MenuBarInfoMode::thermalStatus,
+                                .diagnosticLogsEnabled = false,
+                                .notificationsEnabled = true,
+                                .historyDurationMinutes = 15});
     UnstoredUserDefaults onlyLooking(defaults);
     EXPECT_EQ(AppSettingsStore(onlyLooking, defaultSettings(mac)).load(), expected);
     EXPECT_TRUE(defaults.changes.empty());

@@ -249,7 +249,7 @@ TEST_F(DiagnosticLogServiceTest, ExportsEverythingItKnows) {
     service.configure(true);
     const auto destination = folder / "export.json";
     const DiagnosticExportContext context{
-        .appVersion = "1.2", .appBuild = "34", .showDockIcon = true, .historyDurationMinutes = 60};
+        .appVersion = "1.2", .appBuild = "34", .settings = {.showDockIcon = true}};
     ASSERT_TRUE(service.exportLogs(context, destination));
     const auto text = fakes::textOf(destination);
     const auto json = nlohmann::json::parse(text);

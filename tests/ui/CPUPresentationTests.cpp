@@ -106,9 +106,9 @@ TEST_F(CPUPresentationTest, SaysWhyNothingIsListed) {
     program.executor.release();
     EXPECT_EQ(cpu->emptyText(), "No meaningful CPU usage right now");
 
-    program.state->setShowProcessOffenders(false);
+    program.state->set(&AppSettingsFields::showProcessOffenders, false);
     EXPECT_EQ(cpu->emptyText(), "CPU data unavailable"); // nobody measures
-    program.state->setShowProcessOffenders(true);
+    program.state->set(&AppSettingsFields::showProcessOffenders, true);
 
     program.machine.processes.processes.clear();
     pass(20s);

@@ -102,7 +102,7 @@ TEST_F(PopoverPresentationTest, JoinsTheTemperatureAndTheTrend) {
     open({.experimentalTemperatureSensorsEnabled = true, .showContextInsights = false});
     program.pass(10s);
     EXPECT_EQ(summary(), (QStringList{"checkmark.circle", "Normal", "SoC 40°C"}));
-    state->setExperimentalTemperatureSensorsEnabled(false);
+    state->set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, false);
     EXPECT_EQ(popover->detailText(), "");
 }
 
@@ -138,9 +138,9 @@ TEST_F(PopoverPresentationTest, NamesTheTopOffenderWhereThereIsOneToShow) {
     EXPECT_EQ(offender(), (QStringList{"Größe & Co", "32%"}));
     EXPECT_EQ(popover->contents().offenderIconSource, "image://application//Gr%C3%B6%C3%9Fe%20%26%20Co");
 
-    state->setShowProcessOffenders(false);
+    state->set(&AppSettingsFields::showProcessOffenders, false);
     EXPECT_TRUE(popover->contents().offenderName.isEmpty());
-    state->setShowProcessOffenders(true);
+    state->set(&AppSettingsFields::showProcessOffenders, true);
     state->setPaused(true);
     EXPECT_TRUE(popover->contents().offenderName.isEmpty());
 }
@@ -192,9 +192,9 @@ TEST_F(PopoverPresentationTest, AddsSecondaryInsightsForThoseWhoWantThem) {
     ASSERT_FALSE(others.empty());
     EXPECT_EQ(popover->contents().secondaryInsightTitles.front().toStdString(), others.front().title);
     EXPECT_EQ(popover->contents().secondaryInsightMessages.front().toStdString(), others.front().message);
-    state->setRecommendationVerbosity(RecommendationVerbosity::concise);
+    state->set(&AppSettingsFields::recommendationVerbosity, RecommendationVerbosity::concise);
     EXPECT_TRUE(popover->contents().secondaryInsightTitles.empty());
-    state->setRecommendationVerbosity(RecommendationVerbosity::detailed);
+    state->set(&AppSettingsFields::recommendationVerbosity, RecommendationVerbosity::detailed);
     state->setPaused(true);
     EXPECT_TRUE(popover->contents().secondaryInsightTitles.empty());
 }

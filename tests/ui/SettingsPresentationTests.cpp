@@ -36,19 +36,19 @@ TEST_F(SettingsPresentationTest, OpensOnInfoAndGoesRoundTheTabs) {
 TEST_F(SettingsPresentationTest, OffersTheTemperatureOnlyWithSensors) {
     auto& system = open();
     EXPECT_EQ(system.modeLabels(), (QStringList{"Icon Only", "Thermal Status"}));
-    system.setModeIndex(1);
+    system.set("menuBarInfoMode", 1);
     for (const int missing : {-1, 2}) {
-        system.setModeIndex(missing);
-        EXPECT_EQ(*state->published().menuBarInfoMode, MenuBarInfoMode::thermalStatus);
+        system.set("menuBarInfoMode", missing);
+        EXPECT_EQ(state->published().settings->menuBarInfoMode, MenuBarInfoMode::thermalStatus);
     }
 
-    system.setReadsTemperatures(true);
+    system.set("experimentalTemperatureSensorsEnabled", true);
     EXPECT_EQ(system.modeLabels(), (QStringList{"Icon Only", "Thermal Status", "Temperature"}));
     EXPECT_EQ(system.modeSymbolNames(), (QStringList{"flame", "speedometer", "thermometer.medium"}));
-    EXPECT_EQ(system.modeIndex(), 1);
-    system.setModeIndex(2);
-    system.setReadsTemperatures(false);
-    EXPECT_EQ(system.modeIndex(), 0);
+    EXPECT_EQ(system.preferences()["menuBarInfoMode"], 1);
+    system.set("menuBarInfoMode", 2);
+    system.set("experimentalTemperatureSensorsEnabled", false);
+    EXPECT_EQ(system.preferences()["menuBarInfoMode"], 0);
 }
 
 TEST_F(SettingsPresentationTest, SaysWhyThereAreNoNotifications) {
@@ -56,12 +56,12 @@ TEST_F(SettingsPresentationTest, SaysWhyThereAreNoNotifications) {
     program.notificationCenter.answer = NotificationPermission::refused;
     auto& system = open();
     EXPECT_EQ(system.notificationsDetail(), "");
-    system.setNotificationsEnabled(true);
+    system.set("notificationsEnabled", true);
     program.executor.runTasks();
     EXPECT_EQ(program.notificationCenter.prompts.size(), 1);
     EXPECT_EQ(system.notificationsDetail(),
               "Permission denied. Allow Cindertop notifications in System Settings > Notifications.");
-    system.setNotificationsEnabled(false);
+    system.set("notificationsEnabled", false);
     program.executor.runTasks();
     EXPECT_EQ(system.notificationsDetail(), "");
 }
@@ -92,36 +92,36 @@ TEST_F(SettingsPresentationTest, AnswersAreGivenOnceAndCancelDoesNothing) {
     settings->cancel();
     EXPECT_FALSE(settings->hasConfirmation());
     settings->confirm(); // too late
-    EXPECT_TRUE(system.showsDockIcon());
+    EXPECT_TRUE(system.preferences()["showDockIcon"].toBool());
 
     system.resetToDefaults();
     settings->confirm();
     EXPECT_FALSE(settings->hasConfirmation());
-    EXPECT_FALSE(system.showsDockIcon());
+    EXPECT_FALSE(system.preferences()["showDockIcon"].toBool());
     EXPECT_EQ(program.countOf("Settings reset to defaults"), 1);
 }
 
 TEST_F(SettingsPresentationTest, OffersEveryChoice) {
     program.machine.operatingSystem = OperatingSystem::gnuLinux;
     auto& system = open({.historyDurationMinutes = 90});
-    system.setAlertLevelIndex(1);
-    system.setVerbosityIndex(1);
-    system.setShowsContextInsights(false);
-    system.setTemperatureUnitIndex(2);
+    system.set("notificationMinimumLevel", 1);
+    system.set("recommendationVerbosity", 1);
+    system.set("showContextInsights", false);
+    system.set("temperatureUnit", 2);
     for (const int nowhere : {-1, 9}) {
-        system.setAlertLevelIndex(nowhere);
-        system.setVerbosityIndex(nowhere);
-        system.setTemperatureUnitIndex(nowhere);
+        system.set("notificationMinimumLevel", nowhere);
+        system.set("recommendationVerbosity", nowhere);
+        system.set("temperatureUnit", nowhere);
         system.setHistoryLengthIndex(nowhere);
     }
     EXPECT_EQ(system.historyLengthLabels(), (QStringList{"15 min", "30 min", "45 min", "60 min", "90 min"}));
     EXPECT_EQ(system.historyLengthIndex(), 4);
     system.setHistoryLengthIndex(1);
     EXPECT_EQ(system.historyLengthLabels().size(), 4);
-    system.setRanksApplications(false);
-    EXPECT_TRUE(system.ranksApplications());
+    system.set("showProcessOffenders", false);
+    EXPECT_TRUE(system.preferences()["showProcessOffenders"].toBool());
     EXPECT_EQ(system.ranksApplicationsDetail(), "Always on: advice and alerts are made from it.");
-    system.setRanksApplications(true);
+    system.set("showProcessOffenders", true);
     EXPECT_EQ(system.ranksApplicationsDetail(), "");
     EXPECT_TRUE(system.offersTemperatureUnit());
     const AppSettingsFields expected{.notificationMinimumLevel = NotificationMinimumLevel::critical,
@@ -129,9 +129,9 @@ TEST_F(SettingsPresentationTest, OffersEveryChoice) {
                                      .showContextInsights = false,
                                      .historyDurationMinutes = 30,
                                      .temperatureUnit = TemperatureUnit::fahrenheit};
-    EXPECT_EQ(program.state->currentFields(), expected);
-    system.setRecordsHistory(false);
-    EXPECT_FALSE(system.recordsHistory());
+    EXPECT_EQ(*program.state->published().settings, expected);
+    system.set("historyEnabled", false);
+    EXPECT_FALSE(system.preferences()["historyEnabled"].toBool());
 }
 
 TEST_F(SettingsPresentationTest, ShowsForAWhileThatAnExportSucceeded) {

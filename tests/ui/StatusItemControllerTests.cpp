@@ -76,7 +76,7 @@ protected:
 
     void start(MenuBarInfoMode mode) {
         state = &program.start();
-        state->setMenuBarInfoMode(mode);
+        state->set(&AppSettingsFields::menuBarInfoMode, mode);
         controller = std::make_unique<StatusItemController>(*state, item, popover, program.clock);
         program.pass(1s);
         item.startTrace();
@@ -158,7 +158,7 @@ TEST_F(StatusItemControllerTest, TellsTheTemperatureWherePanelsShowNoLabels) {
     program.machine.operatingSystem = OperatingSystem::gnuLinux;
     start(MenuBarInfoMode::none);
     EXPECT_EQ(item.toolTip, "Cindertop - Normal, 50°C");
-    state->setExperimentalTemperatureSensorsEnabled(false);
+    state->set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, false);
     program.pass(10s);
     EXPECT_EQ(item.toolTip, "Cindertop - Normal");
 }
@@ -189,7 +189,7 @@ TEST_F(StatusItemControllerTest, TurnsAFadeWhereverItIs) {
     start(MenuBarInfoMode::none);
     const auto setMode = [&](MenuBarInfoMode mode, std::chrono::milliseconds then) {
         item.startTrace();
-        state->setMenuBarInfoMode(mode);
+        state->set(&AppSettingsFields::menuBarInfoMode, mode);
         program.pass(then);
         return item.drawn;
     };
@@ -228,7 +228,7 @@ TEST_F(StatusItemControllerTest, PausesInGreyWithAPictureMadeOnce) {
     EXPECT_EQ(item.toolTip, "Cindertop - Paused");
     EXPECT_FALSE(item.title);
 
-    state->setMenuBarInfoMode(MenuBarInfoMode::temperature);
+    state->set(&AppSettingsFields::menuBarInfoMode, MenuBarInfoMode::temperature);
     program.pass(130ms);
     EXPECT_EQ(item.title, (StatusTitle{.text = " Paused", .color = Theme::Colors::paused, .opacity = 1}));
 

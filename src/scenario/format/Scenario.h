@@ -119,7 +119,7 @@ struct ScenarioFrame {
 /// to say.
 struct ScenarioSetting {
     std::string name;
-    std::variant<bool, std::int64_t, std::string> value;
+    PreferenceValue value;
     std::string path; ///< where the value stands, for errors: "settings.showDockIcon", "commands[3].value"
 };
 

@@ -120,7 +120,7 @@ std::int64_t ScenarioNode::clampedInteger() const {
     return written.starts_with('-') ? Limits::min() : Limits::max();
 }
 
-std::variant<bool, std::int64_t, std::string> ScenarioNode::preferenceValue() const {
+PreferenceValue ScenarioNode::preferenceValue() const {
     if (const auto* const boolean = std::get_if<bool>(&value_->value)) {
         return *boolean;
     }

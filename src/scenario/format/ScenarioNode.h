@@ -63,7 +63,7 @@ public:
     /// Any whole number; one that 64 bits cannot hold is the nearest that they do.
     std::int64_t clampedInteger() const;
     /// A boolean, any whole number (as above) or text.
-    std::variant<bool, std::int64_t, std::string> preferenceValue() const;
+    PreferenceValue preferenceValue() const;
 
     const JsonValue::Object& members() const;
     /// The value of a key of an object, whatever its other keys are; none when it is missing.

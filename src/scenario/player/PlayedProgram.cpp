@@ -1,7 +1,7 @@
 #include "scenario/player/PlayedProgram.h"
 
 #include "app/LegalTerms.h"
-#include "app/Preferences.h"
+#include "persistence/Preferences.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -60,7 +60,7 @@ AppSettings settingsOf(const simulated::Scenario& scenario) {
 
 std::expected<void, ScenarioError> check(const ScenarioSetting& setting) {
     const auto* const preference = findPreference(setting.name);
-    if (preference == nullptr || preference->isForLiveMachines) {
+    if (preference == nullptr || preference->extras.isForLiveMachines) {
         return std::unexpected(
             ScenarioError{setting.path + ": there is no preference \"" + setting.name + "\""});
     }
@@ -84,8 +84,7 @@ struct CommandRunner {
     void operator()(const simulated::SetCommand& command) const {
         const auto& setting = command.setting;
         // Checked before anything is played.
-        [[maybe_unused]] const auto result =
-            assignPreference(state, *findPreference(setting.name), setting.value);
+        [[maybe_unused]] const auto result = state.set(*findPreference(setting.name), setting.value);
     }
 
     void operator()(const simulated::ResetSettingsCommand& /*command*/) const {

@@ -54,7 +54,7 @@ CPUPresentation::CPUPresentation(AppState& state, PresentConfirmation presentCon
           state.published().processOffenderSnapshot.bindable().addNotifier([this] { update(); }),
           state.published().isPaused.bindable().addNotifier([this] { updateList(); }),
           state.published().legalTermsAccepted.bindable().addNotifier([this] { updateList(); }),
-          state.published().showProcessOffenders.bindable().addNotifier([this] { updateList(); }),
+          state.published().settings.bindable().addNotifier([this] { updateList(); }),
       } {
     update();
 }
@@ -89,7 +89,7 @@ void CPUPresentation::updateList() {
 CPUPresentation::List CPUPresentation::emptyList() const {
     const auto& snapshot = *state_.published().processOffenderSnapshot;
     const bool isMeasured = state_.isMonitoringPermitted() && !*state_.published().isPaused &&
-                            *state_.published().showProcessOffenders;
+                            state_.published().settings->showProcessOffenders;
     const bool isFirst = snapshot.state == ProcessOffenderSnapshotState::collecting ||
                          (isMeasured && snapshot.measuredAt == unixEpoch);
     if (isFirst) {

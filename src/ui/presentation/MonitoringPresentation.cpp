@@ -50,8 +50,7 @@ MonitoringPresentation::MonitoringPresentation(AppState& state)
     : state_(state),
       observations_{
           state.published().monitoringSnapshot.bindable().addNotifier([this] { update(); }),
-          state.published().historyDurationMinutes.bindable().addNotifier([this] { update(); }),
-          state.published().temperatureUnit.bindable().addNotifier([this] { update(); }),
+          state.published().settings.bindable().addNotifier([this] { update(); }),
       } {
     update();
 }
@@ -96,7 +95,7 @@ std::vector<ThermalHistoryRun> MonitoringPresentation::runs() const {
 }
 
 int MonitoringPresentation::shownMinutes() const {
-    return static_cast<int>(shownHistory(*state_.published().historyDurationMinutes).count());
+    return static_cast<int>(shownHistory(state_.published().settings->historyDurationMinutes).count());
 }
 
 QString MonitoringPresentation::title() const {

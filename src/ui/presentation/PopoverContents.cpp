@@ -77,14 +77,15 @@ PopoverContents PopoverContents::of(const AppState& state) {
     if (state.isMonitoringPermitted()) {
         addStatus(contents, state.currentPresentation());
         addScore(contents, *published.thermalSnapshot);
-        if (*published.recommendationVerbosity == RecommendationVerbosity::detailed && !*published.isPaused) {
+        if (published.settings->recommendationVerbosity == RecommendationVerbosity::detailed &&
+            !*published.isPaused) {
             addSecondaryInsights(contents, state.currentRecommendation());
         }
     } else {
         addWaiting(contents);
     }
     addToggle(contents, *published.isPaused, state.environment().machine.operatingSystem);
-    if (*published.showProcessOffenders) {
+    if (published.settings->showProcessOffenders) {
         addTopOffender(contents, *published.processOffenderSnapshot);
     }
     contents.savesPower = published.systemContextSnapshot->power.isLowPowerModeEnabled;

@@ -88,11 +88,8 @@ void PopoverPresentation::observe() {
     observations_.push_back(published.legalTermsAccepted.bindable().addNotifier(updates));
     observations_.push_back(published.thermalSnapshot.bindable().addNotifier(updates));
     observations_.push_back(published.isPaused.bindable().addNotifier(updates));
-    observations_.push_back(published.experimentalTemperatureSensorsEnabled.bindable().addNotifier(updates));
-    observations_.push_back(published.menuBarInfoMode.bindable().addNotifier(updates));
+    observations_.push_back(published.settings.bindable().addNotifier(updates));
     observations_.push_back(published.recommendationSnapshot.bindable().addNotifier(updates));
-    observations_.push_back(published.recommendationVerbosity.bindable().addNotifier(updates));
-    observations_.push_back(published.showProcessOffenders.bindable().addNotifier(updates));
     observations_.push_back(published.processOffenderSnapshot.bindable().addNotifier(updates));
     observations_.push_back(published.systemContextSnapshot.bindable().addNotifier(updates));
 }

@@ -1,10 +1,12 @@
 #include "ui/presentation/SystemPresentation.h"
 
 #include "persistence/AppSettingsStore.h"
+#include "persistence/Preferences.h"
 #include "support/Wording.h"
 #include "ui/presentation/QtText.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace cindertop::ui {
@@ -33,38 +35,74 @@ constexpr const char* symbolName(MenuBarInfoMode mode) {
     return "";
 }
 
+QVariant shownValue(const Preference& preference, const AppSettingsFields& settings) {
+    const auto value = preference.read(settings);
+    if (const auto* const flag = std::get_if<bool>(&value)) {
+        return *flag;
+    }
+    if (const auto* const number = std::get_if<std::int64_t>(&value)) {
+        return QVariant::fromValue<qlonglong>(*number);
+    }
+    const auto choices = preference.choices();
+    const auto place = std::ranges::find(choices, std::get<std::string>(value));
+    return place == choices.end() ? -1 : static_cast<int>(place - choices.begin());
+}
+
+/// The way back; none where no choice has that place.
+std::optional<PreferenceValue> wantedValue(const Preference& preference, const QVariant& shown) {
+    const auto choices = preference.choices();
+    if (choices.empty()) {
+        return preference.extras.bounds ? PreferenceValue(std::int64_t{shown.toLongLong()})
+                                        : PreferenceValue(shown.toBool());
+    }
+    const auto place = shown.toInt();
+    return place >= 0 && std::cmp_less(place, choices.size())
+               ? std::optional<PreferenceValue>(std::string(choices[static_cast<std::size_t>(place)]))
+               : std::nullopt;
+}
+
 } // namespace
 
 SystemPresentation::SystemPresentation(AppState& state, PresentConfirmation presentConfirmation)
     : state_(state), presentConfirmation_(std::move(presentConfirmation)) {
     const auto& published = state_.published();
-    const auto observe = [this](const auto& property, auto emits) {
-        observations_.emplace_back(property.bindable().addNotifier(emits));
+    const auto observe = [this](const auto& property) {
+        observations_.emplace_back(property.bindable().addNotifier([this] { Q_EMIT changed(); }));
     };
-    const auto emitsModes = [this] { Q_EMIT modesChanged(); };
-    const auto emits = [this] { Q_EMIT changed(); };
-    observe(published.menuBarInfoMode, emitsModes);
-    observe(published.experimentalTemperatureSensorsEnabled, emitsModes);
-    observe(published.experimentalTemperatureSensorsEnabled, emits);
-    observe(published.launchAtLoginEnabled, emits);
-    observe(published.launchAtLoginStatusDescription, emits);
-    observe(published.launchAtLoginFeedback, emits);
-    observe(published.showDockIcon, emits);
-    observe(published.notificationsEnabled, emits);
-    observe(published.systemNotificationState, emits);
-    observe(published.diagnosticLogsEnabled, emits);
-    observe(published.diagnosticExportSucceeded, emits);
-    observe(published.notificationMinimumLevel, emits);
-    observe(published.recommendationVerbosity, emits);
-    observe(published.showContextInsights, emits);
-    observe(published.showProcessOffenders, emits);
-    observe(published.historyEnabled, emits);
-    observe(published.historyDurationMinutes, emits);
-    observe(published.temperatureUnit, emits);
+    observe(published.settings);
+    observe(published.launchAtLoginEnabled);
+    observe(published.launchAtLoginStatusDescription);
+    observe(published.launchAtLoginFeedback);
+    observe(published.systemNotificationState);
+    observe(published.diagnosticExportSucceeded);
+}
+
+QVariantMap SystemPresentation::preferences() const {
+    QVariantMap values;
+    for (const auto& preference : cindertop::preferences()) {
+        values.insert(qtText(preference.name), shownValue(preference, settings()));
+    }
+    return values;
+}
+
+void SystemPresentation::set(const QString& name, const QVariant& value) {
+    const auto* const preference = findPreference(name.toStdString());
+    const auto wanted = preference != nullptr ? wantedValue(*preference, value) : std::nullopt;
+    if (!wanted) {
+        return;
+    }
+    const bool isOffered = checkIsOffered(*preference, *wanted, settings()).has_value();
+    if (preference->member == Preference::Member(&AppSettingsFields::showProcessOffenders)) {
+        ranksApplicationsDetail_ = isOffered ? "" : "Always on: advice and alerts are made from it.";
+    }
+    if (isOffered) {
+        [[maybe_unused]] const auto written = state_.set(*preference, *wanted);
+    }
+    Q_EMIT changed();
 }
 
 std::vector<MenuBarInfoMode> SystemPresentation::modes() const {
-    return AppSettingsStore::availableMenuBarInfoModes(readsTemperatures());
+    return AppSettingsStore::availableMenuBarInfoModes(settings().experimentalTemperatureSensorsEnabled);
 }
 
 QStringList SystemPresentation::modeLabels() const {
@@ -81,19 +119,6 @@ QStringList SystemPresentation::modeSymbolNames() const {
         names += symbolName(mode);
     }
     return names;
-}
-
-int SystemPresentation::modeIndex() const {
-    const auto offered = modes();
-    const auto mode = std::ranges::find(offered, *state_.published().menuBarInfoMode);
-    return mode == offered.end() ? -1 : static_cast<int>(mode - offered.begin());
-}
-
-void SystemPresentation::setModeIndex(int index) {
-    const auto offered = modes();
-    if (index >= 0 && std::cmp_less(index, offered.size())) {
-        state_.setMenuBarInfoMode(offered[static_cast<std::size_t>(index)]);
-    }
 }
 
 bool SystemPresentation::launchesAtLogin() const {
@@ -117,22 +142,6 @@ QString SystemPresentation::launchAtLoginDetail() const {
     return parts.join(" · ");
 }
 
-bool SystemPresentation::showsDockIcon() const {
-    return *state_.published().showDockIcon;
-}
-
-void SystemPresentation::setShowsDockIcon(bool shows) {
-    state_.setShowDockIcon(shows);
-}
-
-bool SystemPresentation::notificationsEnabled() const {
-    return *state_.published().notificationsEnabled;
-}
-
-void SystemPresentation::setNotificationsEnabled(bool isEnabled) {
-    state_.setNotificationsEnabled(isEnabled);
-}
-
 QString SystemPresentation::notificationsDetail() const {
     switch (*state_.published().systemNotificationState) {
     case SystemNotificationState::denied:
@@ -147,20 +156,38 @@ QString SystemPresentation::notificationsDetail() const {
     return {};
 }
 
-bool SystemPresentation::readsTemperatures() const {
-    return *state_.published().experimentalTemperatureSensorsEnabled;
+std::vector<int> SystemPresentation::historyLengths() const {
+    std::vector lengths{15, 30, 45, 60}; // minutes
+    const auto chosen = static_cast<int>(settings().historyDurationMinutes);
+    if (std::ranges::find(lengths, chosen) == lengths.end()) {
+        lengths.push_back(chosen);
+    }
+    return lengths;
 }
 
-void SystemPresentation::setReadsTemperatures(bool reads) {
-    state_.setExperimentalTemperatureSensorsEnabled(reads);
+QStringList SystemPresentation::historyLengthLabels() const {
+    QStringList labels;
+    for (const auto minutes : historyLengths()) {
+        labels += QString("%1 min").arg(minutes);
+    }
+    return labels;
 }
 
-bool SystemPresentation::diagnosticLogsEnabled() const {
-    return *state_.published().diagnosticLogsEnabled;
+int SystemPresentation::historyLengthIndex() const {
+    const auto lengths = historyLengths();
+    const auto chosen = std::ranges::find(lengths, settings().historyDurationMinutes);
+    return static_cast<int>(chosen - lengths.begin());
 }
 
-void SystemPresentation::setDiagnosticLogsEnabled(bool isEnabled) {
-    state_.setDiagnosticLogsEnabled(isEnabled);
+void SystemPresentation::setHistoryLengthIndex(int index) {
+    const auto lengths = historyLengths();
+    if (index >= 0 && std::cmp_less(index, lengths.size())) {
+        state_.set(&AppSettingsFields::historyDurationMinutes, lengths[static_cast<std::size_t>(index)]);
+    }
+}
+
+bool SystemPresentation::offersTemperatureUnit() const {
+    return system() == OperatingSystem::gnuLinux;
 }
 
 bool SystemPresentation::exportSucceeded() const {

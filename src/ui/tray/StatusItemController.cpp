@@ -46,8 +46,7 @@ void StatusItemController::observe() {
     const auto later = [this] { renderLater(); };
     observations_ = {
         published.thermalSnapshot.bindable().addNotifier([this] { render(); }),
-        published.experimentalTemperatureSensorsEnabled.bindable().addNotifier(later),
-        published.menuBarInfoMode.bindable().addNotifier(later),
+        published.settings.bindable().addNotifier(later),
         published.isPaused.bindable().addNotifier(later),
         published.legalTermsAccepted.bindable().addNotifier(later),
     };
@@ -61,7 +60,7 @@ void StatusItemController::renderLater() {
 void StatusItemController::render() {
     const auto presentation = appState_.currentPresentation();
     statusItem_.setImage(images_.of(presentation.status));
-    apply(StatusLabel::of(presentation, *appState_.published().menuBarInfoMode));
+    apply(StatusLabel::of(presentation, appState_.published().settings->menuBarInfoMode));
     showToolTip(presentation);
 }
 

@@ -56,17 +56,18 @@ protected:
 TEST_F(SettingsViewTest, AssistiveTechnologyWorksEveryControl) {
     openSystemTab();
     const auto& published = shown.state->published();
-    for (const auto& [name, property] : {
-             std::pair("Show in Dock", &published.showDockIcon),
-             std::pair("System Notifications", &published.notificationsEnabled),
-             std::pair("SoC Temperature", &published.experimentalTemperatureSensorsEnabled),
-             std::pair("Diagnostic Logs", &published.diagnosticLogsEnabled),
-             std::pair("Launch at Login", &published.launchAtLoginEnabled),
+    for (const auto& [name, member] : {
+             std::pair("Show in Dock", &AppSettingsFields::showDockIcon),
+             std::pair("System Notifications", &AppSettingsFields::notificationsEnabled),
+             std::pair("SoC Temperature", &AppSettingsFields::experimentalTemperatureSensorsEnabled),
+             std::pair("Diagnostic Logs", &AppSettingsFields::diagnosticLogsEnabled),
          }) {
-        const bool before = **property;
+        const bool before = (*published.settings).*member;
         EXPECT_EQ(pressAll(name, QAccessible::CheckBox), 1) << name;
-        EXPECT_NE(**property, before) << name;
+        EXPECT_NE((*published.settings).*member, before) << name;
     }
+    EXPECT_EQ(pressAll("Launch at Login", QAccessible::CheckBox), 1);
+    EXPECT_TRUE(*published.launchAtLoginEnabled);
     EXPECT_EQ(pressAll("CPU", QAccessible::PageTab), 1);
     EXPECT_EQ(presentation.selectedTab(), 2);
 }
@@ -95,7 +96,7 @@ TEST_F(SettingsViewTest, AnOpenQuestionBlocksTheRest) {
         press(Qt::Key_Tab);
     }
     EXPECT_EQ(pressAll("Show in Dock", QAccessible::CheckBox), 1);
-    EXPECT_FALSE(*shown.state->published().showDockIcon);
+    EXPECT_FALSE(shown.state->published().settings->showDockIcon);
     press(Qt::Key_1, Qt::ControlModifier);
     EXPECT_EQ(presentation.selectedTab(), 3);
 

@@ -24,8 +24,8 @@ HiddenScrollerScrollView {
                     name: root.presentation.texts.infoTitle
                     labels: root.presentation.modeLabels
                     symbolNames: root.presentation.modeSymbolNames
-                    currentIndex: root.presentation.modeIndex
-                    onPicked: index => root.presentation.modeIndex = index
+                    currentIndex: root.presentation.preferences.menuBarInfoMode
+                    onPicked: index => root.presentation.set("menuBarInfoMode", index)
                 }
             }
 
@@ -46,8 +46,8 @@ HiddenScrollerScrollView {
                 title: root.presentation.texts.dockTitle
                 symbolName: "dock.rectangle"
                 helpText: root.presentation.texts.dockHelp
-                isOn: root.presentation.showsDockIcon
-                onToggled: isOn => root.presentation.showsDockIcon = isOn
+                isOn: root.presentation.preferences.showDockIcon
+                onToggled: isOn => root.presentation.set("showDockIcon", isOn)
             }
 
             SettingsDivider {
@@ -62,9 +62,9 @@ HiddenScrollerScrollView {
 
                 SettingsPicker {
                     name: "Temperature Unit"
-                    labels: root.presentation.temperatureUnitLabels
-                    currentIndex: root.presentation.temperatureUnitIndex
-                    onPicked: index => root.presentation.temperatureUnitIndex = index
+                    labels: ["By region", "°C", "°F"]
+                    currentIndex: root.presentation.preferences.temperatureUnit
+                    onPicked: index => root.presentation.set("temperatureUnit", index)
                 }
             }
         }
@@ -81,8 +81,8 @@ HiddenScrollerScrollView {
                 helpText: root.presentation.texts.notificationsHelp
                 detail: root.presentation.notificationsDetail
                 detailColor: Theme.destructive
-                isOn: root.presentation.notificationsEnabled
-                onToggled: isOn => root.presentation.notificationsEnabled = isOn
+                isOn: root.presentation.preferences.notificationsEnabled
+                onToggled: isOn => root.presentation.set("notificationsEnabled", isOn)
             }
 
             SettingsDivider {}
@@ -94,9 +94,9 @@ HiddenScrollerScrollView {
 
                 SettingsPicker {
                     name: "Notify From"
-                    labels: root.presentation.alertLevelLabels
-                    currentIndex: root.presentation.alertLevelIndex
-                    onPicked: index => root.presentation.alertLevelIndex = index
+                    labels: ["Serious", "Critical"]
+                    currentIndex: root.presentation.preferences.notificationMinimumLevel
+                    onPicked: index => root.presentation.set("notificationMinimumLevel", index)
                 }
             }
 
@@ -109,9 +109,9 @@ HiddenScrollerScrollView {
 
                 SettingsPicker {
                     name: "Advice"
-                    labels: root.presentation.verbosityLabels
-                    currentIndex: root.presentation.verbosityIndex
-                    onPicked: index => root.presentation.verbosityIndex = index
+                    labels: ["Concise", "Detailed"]
+                    currentIndex: root.presentation.preferences.recommendationVerbosity
+                    onPicked: index => root.presentation.set("recommendationVerbosity", index)
                 }
             }
 
@@ -121,8 +121,8 @@ HiddenScrollerScrollView {
                 title: "Power and Displays"
                 symbolName: "display"
                 helpText: "Gives advice on displays, a closed lid and charging, too."
-                isOn: root.presentation.showsContextInsights
-                onToggled: isOn => root.presentation.showsContextInsights = isOn
+                isOn: root.presentation.preferences.showContextInsights
+                onToggled: isOn => root.presentation.set("showContextInsights", isOn)
             }
 
             SettingsDivider {}
@@ -132,8 +132,8 @@ HiddenScrollerScrollView {
                 symbolName: "cpu"
                 helpText: "Ranks the applications that use the processor."
                 detail: root.presentation.ranksApplicationsDetail
-                isOn: root.presentation.ranksApplications
-                onToggled: isOn => root.presentation.ranksApplications = isOn
+                isOn: root.presentation.preferences.showProcessOffenders
+                onToggled: isOn => root.presentation.set("showProcessOffenders", isOn)
             }
         }
     }
@@ -147,8 +147,8 @@ HiddenScrollerScrollView {
                 title: "Record History"
                 symbolName: "chart.xyaxis.line"
                 helpText: "Records the last hour and a summary of the day. Switching it off deletes what is recorded."
-                isOn: root.presentation.recordsHistory
-                onToggled: isOn => root.presentation.recordsHistory = isOn
+                isOn: root.presentation.preferences.historyEnabled
+                onToggled: isOn => root.presentation.set("historyEnabled", isOn)
             }
 
             SettingsDivider {}
@@ -177,8 +177,8 @@ HiddenScrollerScrollView {
                 title: root.presentation.texts.chipTitle
                 symbolName: "thermometer.medium"
                 helpText: root.presentation.texts.chipHelp
-                isOn: root.presentation.readsTemperatures
-                onToggled: isOn => root.presentation.readsTemperatures = isOn
+                isOn: root.presentation.preferences.experimentalTemperatureSensorsEnabled
+                onToggled: isOn => root.presentation.set("experimentalTemperatureSensorsEnabled", isOn)
             }
         }
     }
@@ -192,8 +192,8 @@ HiddenScrollerScrollView {
                 title: "Diagnostic Logs"
                 symbolName: "doc.text"
                 helpText: "Stores sanitized local events so you can export a small JSON support file if something misbehaves."
-                isOn: root.presentation.diagnosticLogsEnabled
-                onToggled: isOn => root.presentation.diagnosticLogsEnabled = isOn
+                isOn: root.presentation.preferences.diagnosticLogsEnabled
+                onToggled: isOn => root.presentation.set("diagnosticLogsEnabled", isOn)
             }
 
             SettingsDivider {}
@@ -212,7 +212,7 @@ HiddenScrollerScrollView {
                 ActionButton {
                     name: "Export"
                     description: "Export Logs"
-                    enabled: root.presentation.diagnosticLogsEnabled
+                    enabled: root.presentation.preferences.diagnosticLogsEnabled
                     onPressed: root.presentation.exportLogs()
                 }
             }

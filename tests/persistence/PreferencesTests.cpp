@@ -1,4 +1,4 @@
-#include "app/Preferences.h"
+#include "persistence/Preferences.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/AppState.h"
 #include "persistence/AppSettings.h"
+#include "platform/PropertyValue.h"
 
 #include <cstdint>
 #include <expected>
@@ -14,29 +14,48 @@
 
 namespace cindertop {
 
-/// The value of a preference as texts and files carry it; an enumeration by the name of its case.
-using PreferenceValue = std::variant<bool, std::int64_t, std::string>;
-
-/// One of the user's preferences, by name.
+/// One of the user's preferences. A new one is a member of AppSettingsFields, a row of the table, and a row
+/// in the settings window; the rest follows from them.
 struct Preference {
+    using Fields = AppSettingsFields;
+    using Member = std::variant<bool Fields::*, std::int64_t Fields::*, MenuBarInfoMode Fields::*,
+                                NotificationMinimumLevel Fields::*, RecommendationVerbosity Fields::*,
+                                TemperatureUnit Fields::*>;
+
+    /// What only some preferences have.
+    struct Extras {
+        std::optional<std::string_view> onLinux{}; ///< the default there, if it is not the member's own
+        std::optional<NumberBounds> bounds{};
+        std::string_view exportedAs{};  ///< its name in exports, if it is another
+        bool isForLiveMachines = false; ///< scenarios and exports know no such preference
+    };
+
+    Member member;
     std::string_view name;        ///< as in AppSettings
+    std::string_view key;         ///< under which it is stored
     std::string_view description; ///< what it does, in one line
-    std::optional<NumberBounds> bounds;
-    bool isForLiveMachines; ///< a scenario knows no such preference
-    PreferenceValue (*read)(const AppSettingsFields& fields);
+    Extras extras{};
+
+    PreferenceValue read(const Fields& fields) const;
+
     /// The error says what the value has to be: "has to be true or false".
-    std::expected<void, std::string> (*write)(AppSettingsFields& fields, const PreferenceValue& value);
+    std::expected<void, std::string> write(Fields& fields, const PreferenceValue& value) const;
+
+    /// Understands what any version of the program, or a person, may have stored; leaves the field as it is
+    /// when the value means nothing.
+    void readStored(Fields& fields, const std::optional<PropertyValue>& stored) const;
+
     /// The names of what may be chosen; none where the values are not listed.
-    std::vector<std::string_view> (*choices)();
-    /// Hands the field to the program, with everything that a change does.
-    void (*assign)(AppState& state, const AppSettingsFields& fields);
+    std::vector<std::string_view> choices() const;
 };
 
-/// All of them, in the order of AppSettings.
+/// All of them, in the order of AppSettings, in which they are also stored.
 std::span<const Preference> preferences();
 
 /// None when no preference has this name.
 const Preference* findPreference(std::string_view name);
+
+const Preference& preferenceOf(Preference::Member member);
 
 /// "true or false", "15 to 180", "serious, critical".
 std::string allowedValues(const Preference& preference);
@@ -45,10 +64,6 @@ std::string allowedValues(const Preference& preference);
 /// would not outlast a restart.
 std::expected<void, std::string> checkIsOffered(const Preference& preference, const PreferenceValue& value,
                                                 const AppSettingsFields& current);
-
-/// Changes a preference of the running program, also to its old value.
-std::expected<void, std::string> assignPreference(AppState& state, const Preference& preference,
-                                                  const PreferenceValue& value);
 
 /// What else the user should know of a value that was taken: that it was brought into its range, or that
 /// another preference changed with it. Empty where there is nothing. `before` are the preferences until then.
