@@ -1,3 +1,6 @@
+#include "fakes/FakeClock.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/TemporaryFolder.h"
 #include "persistence/DiagnosticEventCodec.h"
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/ThermalHistoryStore.h"
@@ -14,8 +17,6 @@
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 namespace cindertop {
 namespace {
 
@@ -26,28 +27,6 @@ const std::map<std::string, double> budgets{
     {"BM_RecordOnFullHour/720", 2.5},
     {"BM_RecordOnFullHour/900", 2.5},
     {"BM_EventOnFullBuffer", 6},
-};
-
-/// A folder that goes with the object.
-class Folder {
-public:
-    Folder()
-        : path_(std::filesystem::temp_directory_path() / ("cindertop-bench-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(path_);
-    }
-
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::filesystem::path file(const char* name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
 };
 
 /// The number-th sample of an hour in which something runs hot: every optional field is there.
@@ -64,8 +43,8 @@ ThermalHistorySample sample(std::int64_t number, std::chrono::nanoseconds interv
 
 /// Most samples are only held; every twelfth or so is written with all others.
 void BM_RecordOnFullHour(benchmark::State& state) {
-    const Folder folder;
-    const auto file = folder.file("thermal-history.plist");
+    const fakes::TemporaryFolder folder;
+    const auto file = folder / "thermal-history.plist";
     const std::int64_t count = state.range(0);
     const auto interval = std::chrono::nanoseconds(std::chrono::hours(1)) / count;
     PosixFileSystem files;
@@ -120,8 +99,8 @@ public:
 void BM_BytesOfAnHour(benchmark::State& state, std::chrono::milliseconds interval, std::uintmax_t budget,
                       const auto& sampleOf) {
     const std::int64_t count = std::chrono::hours(1) / interval;
-    const Folder folder;
-    const auto file = folder.file("thermal-history.plist");
+    const fakes::TemporaryFolder folder;
+    const auto file = folder / "thermal-history.plist";
     CountedFiles files;
     std::int64_t number = 0;
     ThermalHistoryStore store(file, Seconds(3600), Seconds(300), CalendarDays("Europe/Berlin"), files,
@@ -143,25 +122,9 @@ void BM_BytesOfAnHour(benchmark::State& state, std::chrono::milliseconds interva
     }
 }
 
-class NoDefaults final : public UserDefaults {
-public:
-    std::optional<PropertyValue> value(std::string_view /*key*/) const override { return std::nullopt; }
-
-    void registerDefaults(const Registration& /*defaults*/) override {}
-
-    void apply(std::span<const UserDefaultsChange> /*changes*/) override {}
-};
-
-class StandingClock final : public Clock {
-public:
-    Instant now() const override { return start; }
-
-    Uptime uptime() const override { return sleeplessUptime(start); }
-};
-
 void BM_EventOnFullBuffer(benchmark::State& state) {
-    const Folder folder;
-    const auto file = folder.file("diagnostic-events.json");
+    const fakes::TemporaryFolder folder;
+    const auto file = folder / "diagnostic-events.json";
     PosixFileSystem files;
     DiagnosticBuffer buffer;
     constexpr std::size_t full = 5'242'880;
@@ -180,9 +143,9 @@ void BM_EventOnFullBuffer(benchmark::State& state) {
         state.SkipWithError("no buffer file");
         return;
     }
-    NoDefaults defaults;
+    fakes::FakeUserDefaults defaults;
     SilentUnifiedLog log;
-    const StandingClock clock;
+    const fakes::FakeClock clock;
     DiagnosticLogService service(file, {defaults, files, log, clock, CalendarDays("UTC")});
     service.configure(true);
     for (auto step : state) {

@@ -2,5 +2,4 @@
 cindertop_bench(census SOURCES ProcessCensusBench.cpp LINKS cindertop_cpu cindertop_platform_linux)
 cindertop_bench(aggregation SOURCES AggregationBench.cpp LINKS cindertop_cpu)
 cindertop_bench(tick SOURCES TickBench.cpp LINKS cindertop_app cindertop_platform_linux)
-cindertop_bench(assistant SOURCES AssistantBench.cpp LINKS cindertop_assistant)
 cindertop_bench(persistence SOURCES PersistenceBench.cpp LINKS cindertop_persistence)

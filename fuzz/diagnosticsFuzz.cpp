@@ -1,9 +1,9 @@
+#include "Require.h"
 #include "persistence/DiagnosticBuffer.h"
 #include "persistence/DiagnosticEventCodec.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -19,8 +19,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string_view piece : buffer.fileText()) {
         text += piece;
     }
-    if (decodeDiagnosticEvents(text) != events) {
-        std::abort();
-    }
+    require(decodeDiagnosticEvents(text) == events);
     return 0;
 }

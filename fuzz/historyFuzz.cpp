@@ -1,8 +1,8 @@
+#include "Require.h"
 #include "persistence/ThermalHistoryEnvelope.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 /// A history that was read is within its ranges, and what is written of it can be read as well.
@@ -13,13 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     for (const ThermalHistorySample& sample : envelope->samples) {
-        if (sample.score < 0 || sample.score > 100) {
-            std::abort();
-        }
+        require(sample.score >= 0 && sample.score <= 100);
     }
     const auto text = encodeHistory(*envelope);
-    if (!text || !decodeHistory(*text)) {
-        std::abort();
-    }
+    require(text && decodeHistory(*text));
     return 0;
 }

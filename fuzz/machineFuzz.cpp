@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxDisplayList.h"
 #include "platform/linux/LinuxHostStatistics.h"
@@ -8,19 +9,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 #include <vector>
 
 using namespace cindertop::linux_platform;
 
 namespace {
-
-void require(bool isSo) {
-    if (!isSo) {
-        std::abort();
-    }
-}
 
 /// Zero bytes separate supplies, so that one input can be a machine with several batteries.
 void trySupplies(std::string_view text) {

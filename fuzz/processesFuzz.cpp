@@ -1,3 +1,4 @@
+#include "Require.h"
 // What other processes and their owners decide: names, units, sandbox files, environments, launch lines. The
 // first byte tells which of them the rest is.
 
@@ -8,7 +9,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -16,12 +16,6 @@
 namespace {
 
 using namespace cindertop::linux_platform;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 void tryStat(std::string_view text) {
     if (const auto stat = parseProcessStat(text)) {

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "support/Base64.h"
 #include "update/ReleaseFeed.h"
 
@@ -5,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 #include <sodium.h>
@@ -45,15 +45,10 @@ bool isOfTheMaker(const Release& release) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto releases = signedReleases(text, makersKey());
-    if (releases && !std::ranges::all_of(*releases, isOfTheMaker)) {
-        std::abort();
-    }
+    require(!releases || std::ranges::all_of(*releases, isOfTheMaker));
     const auto bytes = parseBase64(text);
-    if (bytes && parseBase64(base64Text(*bytes)) != bytes) {
-        std::abort();
-    }
-    if (const auto version = ReleaseVersion::parse(text); version && *version < *version) {
-        std::abort();
-    }
+    require(!bytes || parseBase64(base64Text(*bytes)) == bytes);
+    const auto version = ReleaseVersion::parse(text);
+    require(!version || !(*version < *version));
     return 0;
 }

@@ -1,10 +1,10 @@
+#include "Require.h"
 #include "scenario/format/ScenarioParser.h"
 #include "scenario/machine/SimulatedMachine.h"
 #include "scenario/machine/VirtualClock.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -12,12 +12,6 @@
 namespace {
 
 using namespace cindertop;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 bool isNoLess(const HostCpuLoad& later, const HostCpuLoad& earlier) {
     return later.user >= earlier.user && later.system >= earlier.system && later.idle >= earlier.idle &&

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "platform/linux/CpuCoolers.h"
 #include "platform/linux/FileReading.h"
 #include "platform/linux/SensorNames.h"
@@ -5,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,12 +13,6 @@
 namespace {
 
 using namespace cindertop::linux_platform;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// The part before the separator, which is taken off `text`.
 std::string_view takeUntil(std::string_view& text, char separator) {

@@ -13,28 +13,10 @@ namespace cindertop::agent {
 namespace {
 
 using namespace std::chrono_literals;
+using desktop::Connection;
 using linux_platform::PrivateBus;
 
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
-
-/// A connection of its own, closed with the object.
-class Connection {
-public:
-    explicit Connection(const PrivateBus& bus, const char* name = "agent")
-        : name_(name),
-          connection(QDBusConnection::connectToBus(QString::fromStdString(bus.address()), name_)) {}
-
-    ~Connection() { QDBusConnection::disconnectFromBus(name_); }
-
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-private:
-    QString name_;
-
-public:
-    QDBusConnection connection;
-};
 
 class AgentBusTest : public testing::Test {
 protected:
@@ -55,9 +37,9 @@ struct Conversation {
 
     explicit Conversation(const PrivateBus& daemon, std::string_view more = "")
         : agent(PlayedAgent::hotFrames, more),
-          connection(daemon),
+          connection(daemon, "agent"),
           bus(connection.connection, agent.state, agent.actions()),
-          client(daemon.address()) {
+          client(daemon) {
         EXPECT_EQ(bus.claimName(), AgentBus::Claim::done);
     }
 
@@ -105,7 +87,7 @@ TEST_F(AgentBusTest, MovesToAnotherConnection) {
     bus.publishTick();
     const Connection second(daemon, "second");
     EXPECT_EQ(bus.useBus(second.connection), AgentBus::Claim::done);
-    BusClient client(daemon.address());
+    BusClient client(daemon);
     EXPECT_EQ(client.property("Level"), "normal");
     agent.state.setPaused(true);
     desktop::runUntil([&] { return !client.announcements.empty(); });
@@ -118,7 +100,7 @@ TEST_F(AgentBusTest, Answers) {
     struct Case {
         const char* interface;
         const char* member;
-        std::vector<std::string> texts;
+        QStringList texts;
         std::string error; ///< the last word of its name
     };
 
@@ -160,7 +142,7 @@ TEST_F(AgentBusTest, AnnouncesWhatChanges) {
     talk.client.tell("AcceptTerms");
     auto heard = talk.heard();
     EXPECT_EQ(heard.changed, (Texts{{"TermsAccepted", "true"}}));
-    EXPECT_TRUE(heard.invalidated.empty()) << "nobody has read the snapshot";
+    EXPECT_TRUE(heard.invalidated.isEmpty()) << "nobody has read the snapshot";
 
     talk.tick(0s);
     heard = talk.heard();
@@ -175,7 +157,7 @@ TEST_F(AgentBusTest, AnnouncesWhatChanges) {
     talk.bus.publishTick();
     heard = talk.heard();
     EXPECT_TRUE(heard.changed.empty());
-    EXPECT_EQ(heard.invalidated, std::vector<std::string>{"Snapshot"});
+    EXPECT_EQ(heard.invalidated, QStringList("Snapshot"));
     talk.bus.publishTick();
     EXPECT_TRUE(talk.isSilent()) << "told already";
 
@@ -186,7 +168,7 @@ TEST_F(AgentBusTest, AnnouncesWhatChanges) {
     EXPECT_EQ(heard.changed.at("Paused"), "true");
     EXPECT_EQ(heard.changed.at("Status"), "paused");
     EXPECT_EQ(heard.changed.at("Level"), "");
-    EXPECT_EQ(heard.invalidated, std::vector<std::string>{"Snapshot"});
+    EXPECT_EQ(heard.invalidated, QStringList("Snapshot"));
 
     talk.agent.state.set(&AppSettingsFields::notificationsEnabled, true);
     talk.agent.runTasks();

@@ -1,10 +1,10 @@
 #include "PlayedAgent.h"
 #include "agent/StatusLine.h"
+#include "fakes/Pipe.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <vector>
 
@@ -16,6 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using cli::Charset;
+using fakes::Pipe;
 
 constexpr std::string_view silentFrames = R"([{"at": 0, "thermalState": 9, "pressure": null}])";
 constexpr std::string_view warmFrames =
@@ -60,53 +61,6 @@ TEST(StatusLine, FitsItsPlace) {
     }
 }
 
-/// What comes out of a pipe.
-class Pipe {
-public:
-    Pipe() {
-        if (::pipe2(ends_.data(), O_NONBLOCK | O_CLOEXEC) != 0) {
-            throw std::runtime_error("no pipe");
-        }
-    }
-
-    ~Pipe() {
-        closeReader();
-        ::close(ends_[1]);
-    }
-
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-
-    int writer() const { return ends_[1]; }
-
-    std::string taken() const {
-        std::array<char, 4096> buffer{};
-        std::string text;
-        for (auto count = ::read(ends_[0], buffer.data(), buffer.size()); count > 0;
-             count = ::read(ends_[0], buffer.data(), buffer.size())) {
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        }
-        return text;
-    }
-
-    /// Writes until nothing more goes in.
-    void fill() const {
-        const std::string blanks(4096, ' ');
-        while (::write(writer(), blanks.data(), blanks.size()) > 0) {
-        }
-    }
-
-    void closeReader() {
-        if (ends_[0] >= 0) {
-            ::close(ends_[0]);
-        }
-        ends_[0] = -1;
-    }
-
-private:
-    std::array<int, 2> ends_{};
-};
-
 std::ptrdiff_t lines(const std::string& text) {
     return std::ranges::count(text, '\n');
 }
@@ -142,7 +96,9 @@ TEST(StatusLines, NeverWaitsForItsReader) {
     const Pipe pipe;
     // As a terminal is: a write without room would wait.
     ASSERT_EQ(::fcntl(pipe.writer(), F_SETFL, O_NONBLOCK), 0);
-    pipe.fill();
+    const std::string blanks(4096, ' ');
+    while (::write(pipe.writer(), blanks.data(), blanks.size()) > 0) {
+    }
     ASSERT_EQ(::fcntl(pipe.writer(), F_SETFL, 0), 0);
     const cli::Output output(pipe.writer());
     StatusLines status(output, 0ms);

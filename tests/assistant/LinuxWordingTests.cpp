@@ -73,17 +73,5 @@ TEST(LinuxWording, OfAdviceAndAlertsNamesNoOtherSystem) {
     }
 }
 
-TEST(LinuxWording, KeepsTheNameWhereTheSentenceHasIt) {
-    const auto texts = everyAdvice(OperatingSystem::gnuLinux);
-    EXPECT_TRUE(texts.contains(
-        "worker (30% CPU) is the main load. Quit or pause it if you need the laptop to cool faster."));
-    EXPECT_TRUE(
-        texts.contains("worker (30% CPU) is the main load. Let the build finish or switch to Power Saver "
-                       "for steadier thermals."));
-    EXPECT_TRUE(
-        everyAlert(OperatingSystem::gnuLinux)
-            .contains("Painter is driving the build workload. Let it finish or switch to Power Saver."));
-}
-
 } // namespace
 } // namespace cindertop

@@ -70,16 +70,6 @@ std::string rawValuesOf(const auto& cases) {
     return values;
 }
 
-TEST(AssistantEnumerations, HaveTheseRawValues) {
-    EXPECT_EQ(
-        rawValuesOf(casesOf<CinderInsightKind>()),
-        "normalForWorkload externalDisplayThermalLoad probableClamshellHeat chargingAddsHeat "
-        "topCpuOffender browserTabLikely developerBuildWorkload gamingFpsCapRecommended localAIWorkload "
-        "backgroundIndexingLikely sustainedSeriousPressure coolingRecovery ");
-    EXPECT_EQ(rawValuesOf(casesOf<CinderInsightConfidence>()), "low medium high ");
-    EXPECT_EQ(rawValuesOf(casesOf<ThermalAlertKind>()), "sustainedThrottling critical recovery ");
-}
-
 TEST(RecommendationCandidates, TellThePressureAndWhatAddsToIt) {
     using enum PowerSourceKind;
     const auto falling = ThermalTrend::cooling;

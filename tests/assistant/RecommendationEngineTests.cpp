@@ -111,48 +111,6 @@ TEST(RecommendationEngine, LetsUrgentAdviceAndAFreshStartLeadAtOnce) {
     EXPECT_EQ(interrupted.lead("Xcode", developerWorkload), "id:Safari"); // here, too
 }
 
-TEST(RecommendationEngine, KeepsItsPromisesOverArbitraryTicks) {
-    std::mt19937 random{20'240'713}; // NOLINT: the same ticks every time
-    const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
-    RecommendationEngine engine(OperatingSystem::mac);
-    std::optional<CinderInsight> shown;
-    std::optional<CinderInsightKind> ledBefore;
-    for (int tick = 0; tick < 20'000; ++tick) {
-        const auto level = static_cast<ThermalLevel>(below(4));
-        const auto score = scoreOf(level, static_cast<ThermalTrend>(below(3)));
-        const auto context =
-            contextWith(displays(below(2), below(2)), power(PowerSourceKind::acPower, below(2) == 1),
-                        below(4) == 0 ? sustained(150, level) : SustainedThermalPressureSnapshot::inactive());
-        const auto category = static_cast<ProcessOffenderCategory>(below(7));
-        const auto offenders = readyOffenders({offender("App", below(12), category)}, below(3) == 0);
-        const RecommendationEngineConfiguration configuration(2, below(8) - 2, below(8) != 0, below(8) != 0);
-        auto candidates =
-            recommendationCandidates(score, context, offenders, configuration, OperatingSystem::mac);
-        const auto top = candidates.front();
-        const auto [primary, secondaries, measuredAt] =
-            engine.update(score, context, offenders, configuration, at(tick));
-        ASSERT_TRUE(primary);
-        if (primary == top.insight) {
-            EXPECT_TRUE(!shown || shown->kind == primary->kind || top.priority < 11 ||
-                        ledBefore == primary->kind)
-                << "unconfirmed at " << tick;
-        } else {
-            EXPECT_EQ(primary, shown) << tick;
-            EXPECT_GE(top.priority, 11) << "urgent advice waits at " << tick;
-            EXPECT_NE(ledBefore, top.insight.kind) << "confirmed advice waits at " << tick;
-        }
-        std::erase_if(candidates, [&](const auto& each) { return each.insight.kind == primary->kind; });
-        candidates.resize(
-            std::min(candidates.size(), static_cast<std::size_t>(configuration.maximumSecondaryInsightCount)),
-            top);
-        EXPECT_TRUE(std::ranges::equal(secondaries, candidates, {}, {}, &RecommendationCandidate::insight))
-            << tick;
-        EXPECT_LE(secondaries.size(), 2U);
-        shown = primary;
-        ledBefore = top.insight.kind;
-    }
-}
-
 } // namespace
 
 } // namespace cindertop::testing

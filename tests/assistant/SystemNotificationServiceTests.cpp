@@ -95,14 +95,6 @@ TEST_F(SystemNotificationServiceTest, PostsAQuietNotificationInTheCallThatAsks) 
     EXPECT_EQ(operate(), (std::vector{State::authorized, State::authorized, State::unavailable}));
 }
 
-TEST_F(SystemNotificationServiceTest, ShowsNotificationsWhileInFront) {
-    ASSERT_EQ(center.delegate, service.get());
-    EXPECT_EQ(center.delegate->willPresent({}),
-              (NotificationPresentationOptions{.banner = true, .list = true}));
-    service.reset();
-    EXPECT_EQ(center.delegate, nullptr);
-}
-
 TEST_F(SystemNotificationServiceTest, AnswersSeveralCallsAtOnceEachByItself) {
     center.holdsAnswers = true;
     service->currentState(true, noting());
@@ -133,14 +125,6 @@ TEST_F(SystemNotificationServiceTest, GoesNoFurtherOnceDestroyed) {
         EXPECT_TRUE(states.empty());
     }
     EXPECT_EQ(center.prompts.size(), 2U);
-}
-
-TEST_F(SystemNotificationServiceTest, MayBeDestroyedByACompletion) {
-    service->deliver(alert, true, [this](State state) {
-        service.reset();
-        states.push_back(state);
-    });
-    EXPECT_EQ(states, std::vector{State::authorized});
 }
 
 } // namespace

@@ -176,49 +176,6 @@ TEST(ThermalAlertConfiguration, RaisesDurationsToTheirBounds) {
     EXPECT_EQ(lowest.globalCooldown, Seconds{0});
 }
 
-/// What an alert of this kind may answer to.
-bool isTransition(ThermalAlertKind kind, const Step& before, const Step& now) {
-    if (kind == recovery) {
-        return before.sustainedFor && !now.sustainedFor && now.level < serious;
-    }
-    return kind == top ? now.level == critical && before.level != critical
-                       : now.sustainedFor && !before.sustainedFor;
-}
-
-TEST(ThermalAlertRuleEngine, KeepsItsPromisesOverArbitraryTicks) {
-    std::mt19937 random{7'130'213}; // NOLINT: the same ticks every time
-    const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
-    constexpr std::array configurations{all, criticalOnly, disabled, alertsFrom(normal)};
-    ThermalAlertRuleEngine engine(OperatingSystem::mac);
-    Step before = warm(0, calm);
-    std::map<ThermalAlertKind, double> told{{top, -1e9}, {recovery, -1e9}, {sustainedThrottling, -1e9}};
-    double toldLast = -1e9;
-    std::map<ThermalAlertKind, int> counts;
-    for (int tick = 0; tick < 20'000; ++tick) {
-        const Step now{before.seconds + below(120), static_cast<ThermalLevel>(below(4)),
-                       below(2) == 0 ? Duration(below(400)) : calm, calm,
-                       configurations.at(static_cast<std::size_t>(below(4)))};
-        const auto alert = engine.evaluate(inputFor(now), now.configuration);
-        EXPECT_EQ(alert && alert->kind == top, now.configuration.isEnabled &&
-                                                   isTransition(top, before, now) &&
-                                                   now.seconds - told[top] >= 900)
-            << "at tick " << tick;
-        if (alert) {
-            const auto kind = alert->kind;
-            EXPECT_EQ(alert, alertOf(kind, now.seconds)) << tick;
-            EXPECT_TRUE(isTransition(kind, before, now)) << "told late, at tick " << tick;
-            EXPECT_TRUE(now.configuration.isEnabled) << tick;
-            EXPECT_GE(now.seconds - told[kind], 900) << tick;
-            EXPECT_TRUE(kind == top || now.seconds - toldLast >= 300) << tick;
-            EXPECT_FALSE(now.configuration == criticalOnly && kind == sustainedThrottling) << tick;
-            told[kind] = toldLast = now.seconds;
-            ++counts[kind];
-        }
-        before = now;
-    }
-    EXPECT_EQ(counts.size(), 3U) << "the ticks must bring about every kind";
-}
-
 } // namespace
 
 } // namespace cindertop::testing

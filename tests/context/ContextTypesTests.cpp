@@ -1,6 +1,8 @@
+#include "context/DisplayContext.h"
 #include "context/PowerContext.h"
 #include "context/SustainedThermalPressure.h"
 #include "context/SystemContext.h"
+#include "fakes/FakeDisplayList.h"
 
 #include <gtest/gtest.h>
 
@@ -8,28 +10,15 @@
 #include <limits>
 #include <string>
 #include <utility>
+#include <vector>
+
+namespace cindertop {
+namespace {
 
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
-namespace cindertop {
-
-namespace {
 
 constexpr auto infinity = std::numeric_limits<double>::infinity();
 constexpr auto notANumber = std::numeric_limits<double>::quiet_NaN();
-
-TEST(ContextEnumerations, KeepTheirNames) {
-    const auto namesOf = [](const auto& cases) {
-        std::string names;
-        for (const auto& row : cases) {
-            names += std::string(row.name) + ' ';
-        }
-        return names;
-    };
-    EXPECT_EQ(namesOf(casesOf<PowerSourceKind>()), "acPower batteryPower upsPower offline unknown ");
-    EXPECT_EQ(namesOf(casesOf<BatteryTemperatureLevel>()), "normal warm high ");
-    EXPECT_EQ(rawValue(BatteryTemperatureLevel::high), 2);
-    EXPECT_EQ(DisplayContextSnapshot::unavailable(), DisplayContextSnapshot(false, 0, 0, 0));
-}
 
 TEST(DisplayContextSnapshot, DerivesItsFactsFromTheCounts) {
     struct Case {
@@ -57,18 +46,6 @@ TEST(DisplayContextSnapshot, DerivesItsFactsFromTheCounts) {
     }
     EXPECT_EQ(DisplayContextSnapshot(true, -1, -2, 3), DisplayContextSnapshot(true, 0, 0, 3));
     EXPECT_EQ(DisplayContextSnapshot(true, 2, 1, -1), DisplayContextSnapshot(true, 2, 1, 0));
-}
-
-TEST(PowerContextSnapshot, KeepsThePercentageInItsRange) {
-    const auto percentOf = [](std::optional<int> percent) {
-        return PowerContextSnapshot(true, PowerSourceKind::acPower, percent, std::nullopt, std::nullopt,
-                                    false, std::nullopt, std::nullopt)
-            .batteryLevelPercent;
-    };
-    EXPECT_EQ(percentOf(140), 100);
-    EXPECT_EQ(percentOf(-3), 0);
-    EXPECT_EQ(percentOf(57), 57);
-    EXPECT_EQ(percentOf(std::nullopt), std::nullopt);
 }
 
 TEST(PowerContextSnapshot, MainsAndUpsAreExternalPower) {
@@ -102,19 +79,6 @@ TEST(BatteryTemperature, ConvertsWorkingBatteriesOnly) {
     }
 }
 
-TEST(BatteryTemperature, LevelsBeginAt35And40) {
-    for (const auto& [celsius, level] : std::to_array<std::pair<double, BatteryTemperatureLevel>>({
-             {34.99, BatteryTemperatureLevel::normal},
-             {35, BatteryTemperatureLevel::warm},
-             {39.99, BatteryTemperatureLevel::warm},
-             {40, BatteryTemperatureLevel::high},
-         })) {
-        EXPECT_EQ(batteryTemperatureLevelFor(celsius), level) << celsius;
-    }
-    EXPECT_EQ(fromRawValue<BatteryTemperatureLevel>(2), BatteryTemperatureLevel::high);
-    EXPECT_EQ(fromRawValue<BatteryTemperatureLevel>(3), std::nullopt);
-}
-
 TEST(SustainedThermalPressure, RepairsDurations) {
     for (const auto& [given, active, minimum] : std::to_array<std::array<double, 3>>({
              {0, 0, 1},
@@ -133,20 +97,66 @@ TEST(SustainedThermalPressure, RepairsDurations) {
     }
 }
 
-TEST(SystemContextSnapshot, ThePlaceholderKnowsNothing) {
-    const auto& placeholder = SystemContextSnapshot::placeholder();
-    EXPECT_EQ(&placeholder, &SystemContextSnapshot::placeholder());
-    EXPECT_FALSE(placeholder.displays.isAvailable);
-    EXPECT_EQ(placeholder.power,
-              PowerContextSnapshot(false, PowerSourceKind::unknown, std::nullopt, std::nullopt, std::nullopt,
-                                   false, std::nullopt, std::nullopt));
-    EXPECT_EQ(placeholder.sustainedPressure,
-              SustainedThermalPressureSnapshot(false, Seconds(0), std::nullopt, ThermalLevel::serious));
-    EXPECT_EQ(placeholder.measuredAt, Instant(std::chrono::nanoseconds(0)));
+using fakes::FakeDisplayList;
+
+constexpr fakes::FakeDisplay panel{1, DisplayPlace::builtIn};
+constexpr fakes::FakeDisplay monitor{2, DisplayPlace::external};
+constexpr fakes::FakeDisplay somewhere{3, DisplayPlace::unknown};
+
+DisplayContextSnapshot contextOf(const FakeDisplayList& list) {
+    return SystemDisplayContextProvider(list).readDisplayContext();
 }
 
-} // namespace
+TEST(SystemDisplayContextProvider, CountsActiveBuiltInAndExternalDisplays) {
+    EXPECT_EQ(contextOf(FakeDisplayList({panel, monitor})), DisplayContextSnapshot(true, 2, 1, 1));
+    EXPECT_EQ(contextOf(FakeDisplayList({monitor})), DisplayContextSnapshot(true, 1, 0, 1));
+    EXPECT_EQ(contextOf(FakeDisplayList({panel})), DisplayContextSnapshot(true, 1, 1, 0));
+    EXPECT_EQ(contextOf(FakeDisplayList({somewhere, monitor})), DisplayContextSnapshot(true, 2, 0, 1));
+    FakeDisplayList desktop({monitor});
+    desktop.isLaptop = false;
+    EXPECT_EQ(contextOf(desktop), DisplayContextSnapshot(true, 1, 0, 1, false));
+}
 
-} // namespace cindertop
+TEST(SystemDisplayContextProvider, AListThatCannotBeReadOrIsEmptyIsUnavailable) {
+    FakeDisplayList uncounted({panel});
+    uncounted.countStatus = 1000;
+    EXPECT_EQ(contextOf(uncounted), DisplayContextSnapshot::unavailable());
+    EXPECT_TRUE(uncounted.capacities.empty());
+
+    const FakeDisplayList empty;
+    EXPECT_EQ(contextOf(empty), DisplayContextSnapshot::unavailable());
+    EXPECT_TRUE(empty.capacities.empty());
+
+    FakeDisplayList unlisted({panel});
+    unlisted.listStatus = -1;
+    EXPECT_EQ(contextOf(unlisted), DisplayContextSnapshot::unavailable());
+}
+
+TEST(SystemDisplayContextProvider, TheSecondAnswerHolds) {
+    struct Case {
+        std::uint32_t counted;
+        std::vector<fakes::FakeDisplay> listed;
+        DisplayContextSnapshot expected;
+        std::vector<DisplayIdentifier> asked;
+    };
+
+    for (const auto& [counted, listed, expected, asked] : std::vector<Case>{
+             {3, {panel, monitor}, {true, 2, 1, 1}, {1, 2}}, // one has gone
+             {1, {monitor, panel}, {true, 1, 0, 1}, {2}},    // one has come: no room for it
+             {2, {}, {true, 0, 0, 0}, {}},
+         }) {
+        FakeDisplayList list(listed);
+        list.count = counted;
+        EXPECT_EQ(contextOf(list), expected);
+        EXPECT_EQ(list.capacities, std::vector{counted});
+        EXPECT_EQ(list.askedForPlace, asked);
+    }
+}
 
 // NOLINTEND(modernize-use-designated-initializers)
+} // namespace
+
+// NOLINTEND(modernize-use-designated-initializers)
+
+// NOLINTEND(modernize-use-designated-initializers)
+} // namespace cindertop

@@ -1,11 +1,8 @@
 # What the desktop tests share: a screen and a bus of their own, and their end. Sourced; the caller has `set -eu`.
 # shellcheck shell=sh
 
-new_desktop() {
-    work=$(mktemp -d)
-    processes=
-}
-new_desktop
+work=$(mktemp -d)
+processes=
 
 # shellcheck disable=SC2086  # the words are meant to be split
 end_desktop() {

@@ -124,20 +124,6 @@ TEST(TemperatureText, FollowsTheSystemsFileWhereTheSessionDoes) {
     }
 }
 
-TEST(TemperatureText, NoTemperatureHasNoText) {
-    for (const auto& formatter : {TemperatureFormatter::plain("en_GB"),
-                                  TemperatureFormatter("de_DE", TemperatureFormatter::Unit::celsius)}) {
-        for (const auto celsius :
-             {std::optional<double>(), std::optional(notANumber), std::optional(-infinity)}) {
-            EXPECT_EQ(formatter.text(celsius), std::nullopt);
-        }
-        EXPECT_EQ(formatter.text(std::optional(36.0)), formatter.text(36.0));
-        for (const auto celsius : {notANumber, infinity, std::numeric_limits<double>::lowest()}) {
-            EXPECT_THAT(formatter.text(celsius), testing::EndsWith("C"));
-        }
-    }
-}
-
 } // namespace
 
 } // namespace cindertop

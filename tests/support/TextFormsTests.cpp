@@ -1,5 +1,6 @@
 #include "EnvironmentVariables.h"
 #include "support/DateText.h"
+#include "support/Instant.h"
 #include "support/Text.h"
 #include "support/UserFolders.h"
 
@@ -31,12 +32,6 @@ TEST(Characters, AreCountedAsPeopleCountThem) {
         EXPECT_EQ(firstCharacters(text, count), first) << text;
         EXPECT_EQ(truncated(text, count), std::string(first) + (first == text ? "" : "..."));
     }
-}
-
-TEST(Characters, AreTrimmedOfEveryBlank) {
-    EXPECT_EQ(trimmingUnicodeWhitespace(" \t\r\n\u00A0\u3000\u2028 a b\u0085\u2003"), "a b");
-    EXPECT_EQ(trimmingUnicodeWhitespace(" \u00A0 "), "");
-    EXPECT_EQ(trimmingUnicodeWhitespace("\u200B"), "\u200B") << "has no width, but is no blank";
 }
 
 Instant at(std::string_view text) {
@@ -96,6 +91,18 @@ TEST(UserFolders, FollowTheEnvironment) {
     EXPECT_EQ(chosen.data, "/data");
     EXPECT_EQ(chosen.config, "/home/me/.config");
     EXPECT_TRUE(folders({{"HOME", ""}}).data.is_absolute());
+}
+
+using namespace std::chrono_literals;
+
+TEST(Instant, DifferencesAreDividedOnceFromExactNanoseconds) {
+    // Far from the epoch a difference of rounded seconds would err in the seventh digit.
+    const Instant start{1'753'920'000s + 1ns};
+    EXPECT_EQ(secondsBetween(start, start + 119'900ms).count(), 119.9);
+    EXPECT_EQ(secondsBetween(start, start + 200ms).count(), 0.2);
+    EXPECT_EQ(secondsBetween(start, start + 1ns).count(), 1e-9);
+    EXPECT_EQ(secondsBetween(start + 1'500ms, start).count(), -1.5);
+    EXPECT_EQ(secondsBetween(start, start).count(), 0);
 }
 
 } // namespace

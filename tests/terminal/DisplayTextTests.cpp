@@ -94,40 +94,5 @@ TEST(StyledText, ColoursOnlyWhereThePaletteAllows) {
     EXPECT_EQ(encoded(line, {.columns = 4}), "78 ~");
 }
 
-TEST(NumberText, HasAPointInEveryLocale) {
-    struct Case {
-        double percent;
-        std::string text;
-    };
-
-    for (const auto& [percent, text] : std::to_array<Case>({
-             {-0.0, "0.0 %"},
-             {0.001, "<0.1 %"},
-             {0.05, "0.1 %"},
-             {12.34, "12.3 %"},
-         })) {
-        EXPECT_EQ(percentText(percent), text);
-    }
-    EXPECT_EQ(fixedText(std::numeric_limits<double>::max(), 1).size(), 311U);
-}
-
-TEST(NumberText, DurationsDropWhatIsTooFine) {
-    struct Case {
-        double seconds;
-        std::string text;
-    };
-
-    for (const auto& [seconds, text] : std::to_array<Case>({
-             {59.9, "59 s"},
-             {125.5, "2 min 5 s"},
-             {3780, "1 h 3 min"},
-             {-5, "0 s"},
-             {std::numeric_limits<double>::quiet_NaN(), "0 s"},
-             {std::numeric_limits<double>::infinity(), "277777777 h 46 min"},
-         })) {
-        EXPECT_EQ(durationText(seconds), text);
-    }
-}
-
 } // namespace
 } // namespace cindertop::cli

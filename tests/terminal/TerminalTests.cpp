@@ -1,3 +1,4 @@
+#include "fakes/Pipe.h"
 #include "terminal/Output.h"
 #include "terminal/TerminalTraits.h"
 
@@ -54,31 +55,23 @@ TEST(TerminalTraits, DecideTheWidth) {
 }
 
 class OutputTest : public testing::Test {
-public:
-    OutputTest() : formerHandler_(::signal(SIGPIPE, SIG_IGN)) {
-        EXPECT_EQ(::pipe2(pipe.data(), O_CLOEXEC), 0);
-    }
+protected:
+    OutputTest() : formerHandler_(::signal(SIGPIPE, SIG_IGN)) {}
 
-    ~OutputTest() override {
-        ::signal(SIGPIPE, formerHandler_);
-        ::close(pipe[0]);
-        ::close(pipe[1]);
-    }
+    ~OutputTest() override { ::signal(SIGPIPE, formerHandler_); }
 
     OutputTest(const OutputTest&) = delete;
     OutputTest& operator=(const OutputTest&) = delete;
 
-protected:
-    std::array<int, 2> pipe{};
+    fakes::Pipe pipe;
 
 private:
     sighandler_t formerHandler_;
 };
 
 TEST_F(OutputTest, TellsAReaderThatIsGoneFromAFullDisk) {
-    ::close(pipe[0]);
-    pipe[0] = -1;
-    const auto gone = Output(pipe[1]).write("x");
+    pipe.closeReader();
+    const auto gone = Output(pipe.writer()).write("x");
     ASSERT_FALSE(gone);
     EXPECT_TRUE(gone.error().isReaderGone());
 
@@ -92,17 +85,14 @@ TEST_F(OutputTest, TellsAReaderThatIsGoneFromAFullDisk) {
 }
 
 TEST_F(OutputTest, DoesNotWaitForAStalledReaderWhenInterrupted) {
-    Output output(pipe[1]);
-    std::array<int, 2> interruption{};
-    ASSERT_EQ(::pipe2(interruption.data(), O_CLOEXEC), 0);
-    ASSERT_EQ(::write(interruption[1], "!", 1), 1);
-    output.interruptBy(interruption[0]);
+    Output output(pipe.writer());
+    const fakes::Pipe interruption;
+    interruption.write("!");
+    output.interruptBy(interruption.reader());
     EXPECT_TRUE(output.write("there is room")); // so nothing waits
     const auto stalled = output.write(std::string(1'000'000, 'x'));
     ASSERT_FALSE(stalled);
     EXPECT_TRUE(stalled.error().isInterruption());
-    ::close(interruption[0]);
-    ::close(interruption[1]);
 }
 
 } // namespace

@@ -16,16 +16,6 @@ namespace {
 constexpr auto notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr auto infinity = std::numeric_limits<double>::infinity();
 
-TEST(ThermalLevel, ReadsBackOnlyTheFourStoredIntegers) {
-    for (const auto& row : casesOf<ThermalLevel>()) {
-        EXPECT_EQ(fromRawValue<ThermalLevel>(row.rawValue), row.value);
-        EXPECT_EQ(rawValue(row.value), static_cast<int>(row.value)); // stored files depend on it
-    }
-    EXPECT_EQ(fromRawValue<ThermalLevel>(4), std::nullopt);
-    EXPECT_EQ(fromRawValue<ThermalLevel>(-1), std::nullopt);
-    EXPECT_LT(ThermalLevel::fair, ThermalLevel::serious);
-}
-
 template <typename Enumeration>
 std::string namesAndLabels() {
     std::string text;
@@ -36,34 +26,6 @@ std::string namesAndLabels() {
         }
     }
     return text;
-}
-
-// Files, logs and scripts carry these words.
-TEST(ThermalEnumerations, KeepTheirNames) {
-    EXPECT_EQ(namesAndLabels<ThermalLevel>(), "normal Normal fair Fair serious Serious critical Critical ");
-    EXPECT_EQ(namesAndLabels<SystemThermalState>(), "nominal fair serious critical unavailable ");
-    EXPECT_EQ(namesAndLabels<ThermalPressureLevel>(), "nominal moderate heavy critical unavailable ");
-    EXPECT_EQ(namesAndLabels<ThermalTrend>(), "stable rising cooling ");
-    EXPECT_EQ(namesAndLabels<ThermalDataSource>(), "official betaSensors mixed unavailable ");
-    EXPECT_EQ(namesAndLabels<ThermalSensorKind>(), "cpu gpu battery storage power other ");
-    EXPECT_EQ(fromRawValue<ThermalDataSource>(std::string_view("betaSensors")),
-              ThermalDataSource::betaSensors);
-    EXPECT_EQ(fromRawValue<ThermalDataSource>(std::string_view("beta")), std::nullopt);
-}
-
-TEST(ThermalPressureLevel, KnowsFiveRawStates) {
-    for (const auto& [raw, level] : std::to_array<std::pair<std::uint64_t, ThermalPressureLevel>>({
-             {0, ThermalPressureLevel::nominal},
-             {1, ThermalPressureLevel::moderate},
-             {2, ThermalPressureLevel::heavy},
-             {3, ThermalPressureLevel::critical},
-             {4, ThermalPressureLevel::critical},
-             {5, ThermalPressureLevel::unavailable},
-             {1ULL << 32, ThermalPressureLevel::unavailable}, // no cut to 32 bits
-             {std::numeric_limits<std::uint64_t>::max(), ThermalPressureLevel::unavailable},
-         })) {
-        EXPECT_EQ(fromDarwinState(raw), level) << raw;
-    }
 }
 
 TEST(ThermalSensorKind, TheFirstRuleThatOccursInTheNameDecides) {

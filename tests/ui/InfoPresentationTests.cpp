@@ -36,25 +36,6 @@ TEST(ContextTexts, PowerJoinsThePartsThatApply) {
               "AC Power - Power Saver");
 }
 
-TEST(ContextTexts, BatteryShowsWhatIsKnownOfIt) {
-    struct Case {
-        std::optional<int> percent;
-        QString temperature;
-        std::optional<Level> level;
-        QStringList segments;
-    };
-
-    for (const auto& [percent, temperature, level, segments] : {
-             Case{81, "36°C", Level::warm, {"81%", "36°C", "Warm"}},
-             Case{0, "", {}, {"0%"}},
-             Case{{}, "20°C", Level::normal, {"20°C", "OK"}},
-             Case{{}, "", Level::high, {"Hot"}},
-             Case{{}, "", {}, {"Battery data unavailable"}},
-         }) {
-        EXPECT_EQ(batterySegments({true, acPower, percent, {}, {}, false, {}, level}, temperature), segments);
-    }
-}
-
 TEST(ContextTexts, DisplaysAreCounted) {
     for (const auto& [displays, text] : {
              std::pair(DisplayContextSnapshot(true, 3, 1, 2), "Built-in display + 2 external displays"),

@@ -21,18 +21,6 @@ protected:
     }
 };
 
-TEST_F(SettingsPresentationTest, OpensOnInfoAndGoesRoundTheTabs) {
-    open();
-    EXPECT_EQ(settings->tabTitles(), (QStringList{"Info", "Monitoring", "CPU", "System"}));
-    EXPECT_EQ(settings->tabSymbolNames(),
-              (QStringList{"info.circle", "chart.xyaxis.line", "cpu", "gearshape"}));
-    EXPECT_EQ(settings->selectedTab(), 0);
-    for (const auto& [asked, selected] : {std::pair(-1, 3), std::pair(4, 0), std::pair(2, 2)}) {
-        settings->selectTab(asked);
-        EXPECT_EQ(settings->selectedTab(), selected);
-    }
-}
-
 TEST_F(SettingsPresentationTest, OffersTheTemperatureOnlyWithSensors) {
     auto& system = open();
     EXPECT_EQ(system.modeLabels(), (QStringList{"Icon Only", "Thermal Status"}));
@@ -64,20 +52,6 @@ TEST_F(SettingsPresentationTest, SaysWhyThereAreNoNotifications) {
     system.set("notificationsEnabled", false);
     program.executor.runTasks();
     EXPECT_EQ(system.notificationsDetail(), "");
-}
-
-TEST_F(SettingsPresentationTest, TellsWhatCameOfLaunchAtLogin) {
-    auto& system = open();
-    EXPECT_EQ(system.launchAtLoginDetail(), "");
-    system.setLaunchesAtLogin(true);
-    EXPECT_TRUE(system.launchesAtLogin());
-    EXPECT_EQ(system.launchAtLoginDetail(), "Launch at Login enabled");
-
-    program.loginItem.error = LoginItemError{std::make_error_code(std::errc::io_error), "The disk is full."};
-    program.loginItem.answer = LoginItemStatus::notFound;
-    system.setLaunchesAtLogin(true);
-    EXPECT_FALSE(system.launchesAtLogin());
-    EXPECT_EQ(system.launchAtLoginDetail(), "The disk is full. · Unavailable");
 }
 
 TEST_F(SettingsPresentationTest, AnswersAreGivenOnceAndCancelDoesNothing) {
@@ -132,15 +106,6 @@ TEST_F(SettingsPresentationTest, OffersEveryChoice) {
     EXPECT_EQ(*program.state->published().settings, expected);
     system.set("historyEnabled", false);
     EXPECT_FALSE(system.preferences()["historyEnabled"].toBool());
-}
-
-TEST_F(SettingsPresentationTest, ShowsForAWhileThatAnExportSucceeded) {
-    auto& system = open();
-    system.exportLogs();
-    program.desktop.answer("/data/export.json");
-    EXPECT_TRUE(system.exportSucceeded());
-    program.pass(2600ms);
-    EXPECT_FALSE(system.exportSucceeded());
 }
 
 } // namespace

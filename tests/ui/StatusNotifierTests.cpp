@@ -14,6 +14,7 @@
 namespace cindertop::ui {
 namespace {
 
+using desktop::Connection;
 using desktop::runUntil;
 using linux_platform::PrivateBus;
 
@@ -23,10 +24,10 @@ protected:
         application();
         daemon.start();
         program.start();
-        agent = std::make_unique<Connection>(address(), "agent");
+        agent = std::make_unique<Connection>(daemon, "agent");
         menu = std::make_unique<StatusMenu>(agent->connection, *program.state, actions());
         item = std::make_unique<StatusNotifierItem>(agent->connection);
-        panel = std::make_unique<TrayPanel>(address());
+        panel = std::make_unique<TrayPanel>(daemon);
         panel->setServer(item->serviceName());
     }
 
@@ -176,24 +177,6 @@ TEST_F(StatusNotifierTest, OffersTheMenu) {
     const auto found = qdbus_cast<QList<MenuItemProperties>>(group.value(0));
     ASSERT_EQ(found.size(), 1);
     EXPECT_EQ(found[0].properties, (QVariantMap{{"label", "Enable Monitoring"}}));
-}
-
-TEST_F(StatusNotifierTest, WordsTheMenuForLinux) {
-    program.state.reset();
-    FakeProgram laptop;
-    laptop.machine.operatingSystem = OperatingSystem::gnuLinux;
-    menu.reset();
-    menu = std::make_unique<StatusMenu>(agent->connection, laptop.start(), actions());
-    const auto propertyOf = [&](int id, const char* name) {
-        return askMenu("GetProperty", {id, name}).value(0).value<QDBusVariant>().variant();
-    };
-    EXPECT_EQ(propertyOf(8, "label"), QVariant("Settings..."));
-    EXPECT_EQ(propertyOf(5, "visible"), QVariant(false)) << "no feed is configured";
-    askMenu("Event", {5, "clicked", QVariant::fromValue(QDBusVariant(0)), 0U});
-    askMenu("Event", {8, "clicked", QVariant::fromValue(QDBusVariant(0)), 0U});
-    runUntil([&] { return !done.isEmpty(); });
-    EXPECT_EQ(done, QStringList{"preferences"});
-    menu.reset();
 }
 
 QVariantList eventOn(int id, const char* kind) {

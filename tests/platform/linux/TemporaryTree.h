@@ -1,15 +1,13 @@
 #pragma once
 
+#include "fakes/TemporaryFolder.h"
 #include "platform/linux/FileReading.h"
 
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <system_error>
 
-#include <stdlib.h> // NOLINT(modernize-deprecated-headers): mkdtemp is POSIX
 #include <sys/stat.h>
 
 namespace cindertop::linux_platform {
@@ -19,36 +17,15 @@ namespace cindertop::linux_platform {
 /// ("sys/class/thermal/..."). Whatever cannot be made throws.
 class TemporaryTree {
 public:
-    TemporaryTree() {
-        std::string name = (std::filesystem::temp_directory_path() / "cindertop-tree-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-        path_ = name;
-    }
-
-    ~TemporaryTree() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    TemporaryTree(const TemporaryTree&) = delete;
-    TemporaryTree& operator=(const TemporaryTree&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
+    const std::filesystem::path& path() const { return folder_.path(); }
 
     /// `proc` and `sys` below the folder.
-    Roots roots() const { return {.proc = path_ / "proc", .sys = path_ / "sys"}; }
+    Roots roots() const { return {.proc = path() / "proc", .sys = path() / "sys"}; }
 
     /// Writes a file with exactly these bytes, in place of what stands there, and makes its folders.
     const TemporaryTree& write(const std::filesystem::path& file, std::string_view bytes) const {
         makeParent(file);
-        std::ofstream stream(path_ / file, std::ios::binary | std::ios::trunc);
-        stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        stream.close();
-        if (!stream) {
-            throw std::runtime_error("cannot write " + file.string());
-        }
+        fakes::writeText(path() / file, bytes);
         return *this;
     }
 
@@ -58,7 +35,7 @@ public:
     }
 
     const TemporaryTree& folder(const std::filesystem::path& folder) const {
-        std::filesystem::create_directories(path_ / folder);
+        std::filesystem::create_directories(path() / folder);
         return *this;
     }
 
@@ -66,14 +43,14 @@ public:
     /// folder.
     const TemporaryTree& link(const std::filesystem::path& link, const std::filesystem::path& target) const {
         makeParent(link);
-        std::filesystem::create_symlink(target, path_ / link);
+        std::filesystem::create_symlink(target, path() / link);
         return *this;
     }
 
     /// A pipe without a writer.
     const TemporaryTree& fifo(const std::filesystem::path& file) const {
         makeParent(file);
-        if (::mkfifo((path_ / file).c_str(), S_IRUSR | S_IWUSR) != 0) {
+        if (::mkfifo((path() / file).c_str(), S_IRUSR | S_IWUSR) != 0) {
             throw std::runtime_error("cannot make the pipe " + file.string());
         }
         return *this;
@@ -81,25 +58,16 @@ public:
 
     /// Removes a file or a folder with all it holds.
     const TemporaryTree& remove(const std::filesystem::path& entry) const {
-        std::filesystem::remove_all(path_ / entry);
-        return *this;
-    }
-
-    /// Copies a fixture machine, for example "thinkpad", into the folder.
-    const TemporaryTree& copyMachine(std::string_view machine) const {
-        std::filesystem::copy(std::filesystem::path(CINDERTOP_FIXTURES) / machine, path_,
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::copy_symlinks |
-                                  std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::remove_all(path() / entry);
         return *this;
     }
 
 private:
     void makeParent(const std::filesystem::path& entry) const {
-        std::filesystem::create_directories((path_ / entry).parent_path());
+        std::filesystem::create_directories((path() / entry).parent_path());
     }
 
-    std::filesystem::path path_;
+    fakes::TemporaryFolder folder_;
 };
 
 } // namespace cindertop::linux_platform

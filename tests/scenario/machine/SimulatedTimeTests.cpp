@@ -1,11 +1,14 @@
 #include "ScenarioTexts.h"
 #include "fakes/FakeClock.h"
 #include "scenario/machine/SimulatedMachine.h"
+#include "scenario/machine/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace cindertop::simulated {
 namespace {
@@ -97,40 +100,53 @@ TEST(SimulatedTime, StartsAnewWhenAProcessIsAnotherOne) {
     EXPECT_EQ(play.cpuTime(6, 2s), std::nullopt);
 }
 
-TEST(SimulatedTime, StampsAProcessByEverythingButItsTime) {
-    Play play(scenarioOf(R"([
-        {"at": 0, "processes": [{"pid": 5, "startedAt": 0, "millicores": 1}, {"pid": 6, "longName": "a"}]},
-        {"at": 1, "processes": [{"pid": 5, "startedAt": 0, "millicores": 2}, {"pid": 6, "longName": "b"}]}
-    ])"));
-    const auto stamp = [&](std::int32_t processIdentifier, std::chrono::nanoseconds elapsed) {
-        return play.at(elapsed).processes.accounting(processIdentifier)->identityStamp;
+constexpr Instant start{1'700'000'000s};
+
+TEST(VirtualClock, RunsTimersByInstantThenByStart) {
+    VirtualClock clock(start);
+    std::string order;
+    std::vector<std::unique_ptr<Timer>> timers;
+    const auto add = [&](std::chrono::nanoseconds delay, char name) {
+        timers.push_back(clock.start(delay, [&order, name] { order += name; }));
     };
-    EXPECT_EQ(stamp(5, 0s), stamp(5, 1s));
-    EXPECT_NE(stamp(6, 0s), stamp(6, 1s));
-    EXPECT_NE(stamp(5, 0s), 0U);
+    add(2ns, 'd');
+    add(1ns, 'b');
+    add(1ns, 'c');
+    add(-5s, 'a');
+    add(std::chrono::nanoseconds::max(), 'z');
+    EXPECT_EQ(order, "");
+    EXPECT_EQ(clock.nextDue(), start);
+    while (clock.runNextDue()) {
+    }
+    EXPECT_EQ(order, "a");
+    EXPECT_EQ(clock.nextDue(), start + 1ns);
+    clock.advanceTo(start + 2ns); // what was due in between still comes first
+    while (clock.runNextDue()) {
+    }
+    EXPECT_EQ(order, "abcd");
+    clock.advanceTo(start);
+    EXPECT_EQ(clock.now(), start + 2ns);
+    EXPECT_EQ(clock.nextDue(), Instant::max());
 }
 
-TEST(SimulatedTime, GivesTheStartAsTheAccountingHasIt) {
-    struct Case {
-        std::string_view startedAt;
-        std::uint64_t seconds;
-        std::uint64_t microseconds;
-    };
-
-    for (const auto& [startedAt, seconds, microseconds] : std::to_array<Case>({
-             {"null", 0, 0},
-             {"-0.000001", 100, 249'999},
-             {"1.75", 102, 0},
-             {"-100.25", 0, 0},
-             {"-101", 0, 0},
-         })) {
-        Play play(parsed(R"({"schemaVersion": 1, "start": "1970-01-01T00:01:40.25Z", "duration": 1,
-            "frames": [{"at": 0, "processes": [{"pid": 1, "startedAt": )" +
-                         std::string(startedAt) + "}]}]}"));
-        const auto accounting = play.at(0s).processes.accounting(1);
-        EXPECT_EQ(accounting->startSeconds, seconds) << startedAt;
-        EXPECT_EQ(accounting->startMicroseconds, microseconds) << startedAt;
-    }
+TEST(VirtualClock, CancelsByDestructionAlsoFromWithinAnAction) {
+    VirtualClock clock(start);
+    int runs = 0;
+    std::unique_ptr<Timer> own;
+    std::unique_ptr<Timer> other;
+    own = clock.start(0ns, [&, token = std::make_shared<int>(1)] {
+        own.reset();
+        other.reset();
+        runs += *token; // the action outlives its timer
+        own = clock.start(0ns, [&] { runs += 10; });
+    });
+    other = clock.start(0ns, [&] { runs += 100; });
+    EXPECT_TRUE(clock.runNextDue());
+    EXPECT_EQ(runs, 1);
+    EXPECT_TRUE(clock.runNextDue());
+    EXPECT_EQ(runs, 11);
+    EXPECT_FALSE(clock.runNextDue());
+    EXPECT_EQ(clock.nextDue(), std::nullopt);
 }
 
 } // namespace

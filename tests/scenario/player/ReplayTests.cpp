@@ -84,13 +84,6 @@ INSTANTIATE_TEST_SUITE_P(All, ScenarioReplay,
                              return name;
                          });
 
-TEST(Replay, TellsTheSameTwice) {
-    PosixFileSystem files;
-    const auto scenario = loadScenario(files, scenarios / "no-sensors.json");
-    ASSERT_TRUE(scenario) << scenario.error();
-    EXPECT_EQ(linesOf(*scenario), linesOf(*scenario));
-}
-
 TEST(Replay, EndsEarlyOrWithTheScenario) {
     const auto parsed = simulated::parseScenario(
         R"({"schemaVersion": 1, "start": "2026-01-01T00:00:00Z", "duration": 9, "frames": [{"at": 0}]})");

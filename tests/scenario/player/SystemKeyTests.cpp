@@ -75,23 +75,6 @@ json hotTick(const std::vector<json>& lines) {
     return found;
 }
 
-TEST(SystemKey, WordsWhatIsSaid) {
-    const auto tick = hotTick(linesOfEpisode(R"("system": "linux", )"));
-    EXPECT_EQ(tick["presentation"]["popoverTemperatureText"], "Chip 61°C");
-    EXPECT_EQ(tick["recommendation"]["primaryInsight"]["message"],
-              "The system reports critical thermal pressure. Pause heavy work if you can.");
-    const auto& offenders = tick["offenders"]["offenders"];
-    EXPECT_EQ(offenders[0]["category"], "developerWorkload");
-    EXPECT_EQ(offenders[1]["displayName"], "File indexing");
-    EXPECT_EQ(offenders[1]["processCount"], 2);
-
-    const auto elsewhere = hotTick(linesOfEpisode(likeLinux));
-    EXPECT_EQ(elsewhere["presentation"]["popoverTemperatureText"], "SoC 61°C");
-    EXPECT_EQ(elsewhere["offenders"]["offenders"][0]["category"], "unknown");
-    EXPECT_EQ(elsewhere["offenders"]["offenders"][1]["id"], "process:baloo_file");
-    EXPECT_EQ(elsewhere["offenders"]["offenders"][2]["displayName"], "Spotlight indexing");
-}
-
 TEST(SystemKey, DecidesWhatIsNotChosen) {
     std::string title;
     for (const auto& line : linesOfEpisode(R"("system": "linux", )")) {

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QKeyEvent>
-
 namespace cindertop::ui {
 namespace {
 
@@ -40,17 +38,11 @@ protected:
     }
 
     void press(Qt::Key key) {
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(window.get(), &event);
-        }
+        ui::press(*window, key);
         draw(*window);
     }
 
-    QString focused() const {
-        const auto* const interface = QAccessible::queryAccessibleInterface(window->focusObject());
-        return interface != nullptr ? interface->text(QAccessible::Name) : QString();
-    }
+    QString focused() const { return focusedIn(*window); }
 };
 
 TEST_F(CPUViewTest, ARowKeepsTheFocusWhileTheListMovesAndAfterItsDetail) {

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QKeyEvent>
-
 namespace cindertop::ui {
 namespace {
 
@@ -20,16 +18,10 @@ protected:
     PopoverViewTest() { show(*window); }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, modifiers);
-            QCoreApplication::sendEvent(window.get(), &event);
-        }
+        ui::press(*window, key, modifiers);
     }
 
-    QString focused() const {
-        const auto* const interface = QAccessible::queryAccessibleInterface(window->focusObject());
-        return interface != nullptr ? interface->text(QAccessible::Name) : QString();
-    }
+    QString focused() const { return focusedIn(*window); }
 
     std::vector<QAccessibleInterface*> buttons() const {
         auto all = accessibleIn(*window);

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QKeyEvent>
-
 namespace cindertop::ui {
 namespace {
 
@@ -28,16 +26,10 @@ protected:
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, modifiers);
-            QCoreApplication::sendEvent(window.get(), &event);
-        }
+        ui::press(*window, key, modifiers);
     }
 
-    QString focused() const {
-        const auto* const interface = QAccessible::queryAccessibleInterface(window->focusObject());
-        return interface != nullptr ? interface->text(QAccessible::Name) : QString();
-    }
+    QString focused() const { return focusedIn(*window); }
 
     /// Presses everything with this name as assistive technology does; how many there were.
     int pressAll(const QString& name, QAccessible::Role role) {
@@ -121,16 +113,6 @@ TEST_F(SettingsViewTest, WhereSomethingMayBeLostTheKeyboardStandsOnNo) {
     press(Qt::Key_Return);
     EXPECT_FALSE(presentation.hasConfirmation());
     EXPECT_EQ(quits, 0);
-}
-
-TEST_F(SettingsViewTest, AboutLeadsToTheWebsite) {
-    openSystemTab();
-    EXPECT_EQ(pressAll("About Cindertop", QAccessible::Button), 1);
-    EXPECT_EQ(focused(), "Close");
-    EXPECT_EQ(pressAll("Website", QAccessible::Link), 1);
-    press(Qt::Key_Return);
-    EXPECT_FALSE(presentation.isAboutPresented());
-    EXPECT_EQ(shown.asked, QStringList("website"));
 }
 
 TEST_F(SettingsViewTest, TheTermsAreReadTickedAndAccepted) {

@@ -7,6 +7,7 @@
 #include "ui/windows/ViewsLibrary.h"
 
 #include <QAccessible>
+#include <QKeyEvent>
 #include <QQuickWindow>
 #include <QStringList>
 #include <QWindow>
@@ -92,6 +93,19 @@ inline void show(QWindow& window) {
 inline void draw(QWindow& window) {
     dynamic_cast<QQuickWindow&>(window).grabWindow();
     QCoreApplication::processEvents();
+}
+
+inline void press(QWindow& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, modifiers);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+}
+
+/// The name of what has the focus, as a screen reader tells it.
+inline QString focusedIn(const QWindow& window) {
+    const auto* const interface = QAccessible::queryAccessibleInterface(window.focusObject());
+    return interface != nullptr ? interface->text(QAccessible::Name) : QString();
 }
 
 /// What assistive technology finds and sees in a window, from top to bottom.

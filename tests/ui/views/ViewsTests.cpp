@@ -28,37 +28,6 @@ TEST(Views, EveryFileLoads) {
     EXPECT_GT(files, 10);
 }
 
-TEST(Views, TheDigitsOfAReadoutHaveOneWidthAtEveryTextSize) {
-    const ShownProgram shown;
-    QQmlEngine engine;
-    engine.addImportPath(":/qt/qml");
-    QQmlComponent component(&engine);
-    component.setData(
-        "import QtQuick\nimport Cindertop.Controls\n"
-        "Readout { color: 'black'; font: Qt.font({family: 'Inter', pixelSize: 12}); text: '8.8%' }",
-        {});
-    const std::unique_ptr<QObject> object(component.create());
-    auto* const readout = qobject_cast<QQuickItem*>(object.get());
-    ASSERT_NE(readout, nullptr) << component.errorString().toStdString();
-    const auto widthOf = [&](const char* text) {
-        readout->setProperty("text", text);
-        double width = 0;
-        for (const auto* const letter : readout->childItems()) {
-            width += letter->width();
-        }
-        return width;
-    };
-    const double usual = widthOf("8.8%");
-    EXPECT_GT(usual, widthOf("8%"));
-    EXPECT_DOUBLE_EQ(widthOf("1.1%"), usual);
-    auto font = readout->property("font").value<QFont>();
-    font.setPixelSize(24);
-    readout->setProperty("font", font);
-    const double large = widthOf("8.8%");
-    EXPECT_GT(large, usual * 1.8);
-    EXPECT_DOUBLE_EQ(widthOf("1.1%"), large);
-}
-
 TEST(Views, EveryWindowShowsWithoutAComplaint) {
     for (const bool isDark : {false, true}) {
         const Complaints complaints;

@@ -1,4 +1,7 @@
+#include "agent/MemoryReturn.h"
+#include "agent/Restart.h"
 #include "agent/SessionPlace.h"
+#include "scenario/machine/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +9,44 @@
 
 namespace cindertop::agent {
 namespace {
+
+using namespace std::chrono_literals;
+
+TEST(MemoryReturn, ComesAfterTheStartAndThenNowAndAgain) {
+    const Instant start{1000h};
+    simulated::VirtualClock time(start);
+    int returns = 0;
+    const MemoryReturn memory(time, [&] { ++returns; });
+    const auto returnsUntil = [&](std::chrono::seconds at) {
+        time.advanceTo(start + at);
+        while (time.runNextDue()) {
+        }
+        return returns;
+    };
+    EXPECT_EQ(returnsUntil(9s), 0);
+    EXPECT_EQ(returnsUntil(10s), 1);
+    EXPECT_EQ(returnsUntil(609s), 1);
+    EXPECT_EQ(returnsUntil(610s), 2);
+    EXPECT_EQ(returnsUntil(1210s), 3);
+}
+
+using WordList = std::vector<std::string>;
+
+TEST(Restart, HelpsAfterAnUpgradeOfTheProgramAndOnce) {
+    EXPECT_TRUE(Restart::isOfUse({.libraryBuild = "new", .isProgramReplaced = true, .triedFor = ""}));
+    EXPECT_TRUE(Restart::isOfUse({.libraryBuild = "new", .isProgramReplaced = true, .triedFor = "old"}));
+    EXPECT_FALSE(Restart::isOfUse({.libraryBuild = "new", .isProgramReplaced = true, .triedFor = "new"}));
+    EXPECT_FALSE(Restart::isOfUse({.libraryBuild = "new", .isProgramReplaced = false, .triedFor = ""}))
+        << "the same program would meet the same library";
+}
+
+TEST(Restart, KeepsTheWordsButThoseAboutWindows) {
+    EXPECT_EQ(wordsToOpen(Opening::popover, WordList{}), (WordList{"--open", "popover"}));
+    EXPECT_EQ(wordsToOpen(Opening::onboarding, WordList{"--background", "--accept-terms"}),
+              (WordList{"--accept-terms", "--open", "onboarding"}));
+    EXPECT_EQ(wordsToOpen(Opening::settings, WordList{"--open", "popover", "--appearance", "dark"}),
+              (WordList{"--appearance", "dark", "--open", "settings"}));
+}
 
 using Environment = std::map<std::string, std::string>;
 
