@@ -6,6 +6,8 @@
 FUZZ_SECONDS ?= 60
 # Whose kernel `make laptop-test` boots: what apt knows here, or a suite such as bookworm-backports.
 LAPTOP_KERNEL ?= installed
+# Recording processes that `make soak` kills one after the other, besides the fault tests.
+SOAK_KILLS ?= 300
 
 export CTEST_PARALLEL_LEVEL ?= $(shell nproc)
 # Configures and builds, and tests where the preset does; CMakePresets.json has the steps.
@@ -34,9 +36,10 @@ test: ## build and run the tests
 	@scripts/setup test
 	@$(work) test
 
-desktop-test: ## the program with a real panel and window manager on a screen of its own
+desktop-test: ## the program with a real panel and window manager on a screen of its own; pictures in build/pictures
 	@scripts/setup desktop
 	@$(work) desktop
+	@tests/desktop/first-window-demo build/debug build/pictures
 	@tests/desktop/program-test build/debug
 	@tests/desktop/label-test build/debug
 	@tests/desktop/window-test build/debug
@@ -78,7 +81,7 @@ soak: ## put the program through every fault a machine can have: full disk, kill
 	@scripts/setup soak
 	@$(work) release
 	@$(work) debug
-	@tests/faults/run build/release
+	@tests/faults/run build/release build/debug $(SOAK_KILLS)
 
 lint: ## formatting, clang-tidy, layers, shell scripts
 	@scripts/setup develop

@@ -14,7 +14,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr Instant before{1'700'000'000s};
 constexpr Instant now = before + 1s;

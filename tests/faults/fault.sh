@@ -1,12 +1,13 @@
 # What the fault tests share: an agent with folders and a bus of its own, and one line at the end. Sourced.
-# usage of every fault test: tests/faults/NAME PROGRAM_BUILD
+# usage of every fault test: tests/faults/NAME PROGRAM_BUILD TEST_BUILD
 # shellcheck shell=sh
 set -eu
 
-[ $# -eq 1 ] || { sed -n 's/^# usage of every fault test: /usage: /p' "$(dirname "$0")/fault.sh" >&2; exit 2; }
+[ $# -eq 2 ] || { sed -n 's/^# usage of every fault test: /usage: /p' "$(dirname "$0")/fault.sh" >&2; exit 2; }
 name=${0##*/}
 faults=$(cd "$(dirname "$0")" && pwd)
 programs=$(cd "$1" && pwd)/bin
+tests=$(cd "$2" && pwd)/bin
 ctl=$programs/cindertopctl
 
 # shellcheck source=tests/desktop/desktop.sh
@@ -58,7 +59,7 @@ enter() {
     unshare "$@" true 2>/dev/null || skip "this system gives no namespaces of one's own (unshare $*)"
     trap - EXIT
     rm -rf "$work"
-    FAULT_IS_INSIDE=1 exec unshare "$@" "$faults/$name" "${programs%/bin}"
+    FAULT_IS_INSIDE=1 exec unshare "$@" "$faults/$name" "${programs%/bin}" "${tests%/bin}"
 }
 
 unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
@@ -76,6 +77,7 @@ has_samples() { [ "$(samples)" -ge "$1" ]; }
 measured_at() { told | grep -o '"measuredAt":[0-9.]*,"cpuPercent' | tr -dc '0-9.'; }
 milliseconds() { date +%s%3N; }
 memory() { awk '/^VmRSS/ { print $2 }' "/proc/$agent/status"; }         # kB
+cpu_time() { awk '{ print int($1 / 1000000) }' "/proc/$agent/schedstat"; } # milliseconds, of its main thread
 
 start_agent() {
     "$programs/cindertop" --accept-terms "$@" >"$work/out" 2>"$work/err" </dev/null &
@@ -96,3 +98,13 @@ end_agent() {
 }
 
 is_up() { kill -0 "$agent" 2>/dev/null && answers; }
+
+# repeat TIMES PROGRAM FILTER: the tests of that name, that often; without any it fails.
+repeat() {
+    "$tests/$2" --gtest_filter="$3" --gtest_repeat="$1" --gtest_brief=0 >"$work/tests" 2>&1 || {
+        broken "$2 $3"
+        tail -n 20 "$work/tests" >&2
+    }
+    passed=$(grep -c '^\[       OK' "$work/tests" || true)
+    [ "$passed" -gt 0 ] || broken "no test is called $3"
+}

@@ -7,15 +7,11 @@
 
 #include <array>
 #include <chrono>
-#include <limits>
 
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
 namespace cindertop {
 
 namespace {
-
-constexpr auto infinity = std::numeric_limits<double>::infinity();
-constexpr auto notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(TemperatureText, PlainRuleRoundsHalvesAwayFromZeroInEveryLanguage) {
     struct Case {
