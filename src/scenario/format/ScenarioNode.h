@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PropertyValue.h"
 #include "scenario/format/JsonTree.h"
 
 #include <charconv>

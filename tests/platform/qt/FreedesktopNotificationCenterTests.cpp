@@ -264,7 +264,7 @@ TEST_F(FreedesktopNotificationCenterTest, GoesOnWithTheServerOfAnotherBus) {
     center->useBus(QDBusConnection::connectToBus(QString::fromStdString(other.address()), otherName));
     EXPECT_EQ(changes, 2);
     {
-        ScriptedNotificationServer late(other.address(), 7);
+        const ScriptedNotificationServer late(other.address(), 7);
         runUntil([&] { return changes == 3; });
         EXPECT_EQ(post(request("after")), "shown");
     }
