@@ -50,8 +50,8 @@ inline constexpr auto jsonFields<ThermalMonitoringSnapshot> = std::tuple{
     JsonField{"todaySummary", &ThermalMonitoringSnapshot::todaySummary},
 };
 
-template Json encodeJson(const ThermalHistorySample& sample, Instant start);
-template Json encodeJson(const ThermalDailySummary& summary, Instant start);
-template Json encodeJson(const ThermalMonitoringSnapshot& snapshot, Instant start);
+template Json encodeJson(const ThermalHistorySample& value, Instant start);
+template Json encodeJson(const ThermalDailySummary& value, Instant start);
+template Json encodeJson(const ThermalMonitoringSnapshot& value, Instant start);
 
 } // namespace cindertop

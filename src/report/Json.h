@@ -14,7 +14,7 @@ using Json = nlohmann::ordered_json;
 /// enumerations by the names of their cases, instants as seconds since `start`. Scores, contexts and
 /// recommendations are written without their instant, which is the tick's.
 template <typename Record>
-Json encodeJson(const Record& record, Instant start = unixEpoch);
+Json encodeJson(const Record& value, Instant start = unixEpoch);
 
 /// One line, the same in every locale. Text that is no valid UTF-8 is repaired, a number that is none is
 /// null.

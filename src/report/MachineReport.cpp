@@ -67,8 +67,8 @@ inline constexpr auto jsonFields<ProcessOffenderChild> = std::tuple{
 };
 
 template <>
-Json encodeJson(const ProcessOffenderHistoryPoint& point, Instant start) {
-    return Json::array({encodeJson(point.measuredAt, start), point.cpuPercent});
+Json encodeJson(const ProcessOffenderHistoryPoint& value, Instant start) {
+    return Json::array({encodeJson(value.measuredAt, start), value.cpuPercent});
 }
 
 template <>
@@ -140,11 +140,11 @@ inline constexpr auto jsonFields<ThermalAssistantPresentation> = std::tuple{
     JsonField{"actionMessage", &ThermalAssistantPresentation::actionMessage},
 };
 
-template Json encodeJson(const ThermalScore& score, Instant start);
-template Json encodeJson(const SystemContextSnapshot& context, Instant start);
-template Json encodeJson(const ProcessOffenderSnapshot& snapshot, Instant start);
-template Json encodeJson(const CinderRecommendationSnapshot& snapshot, Instant start);
-template Json encodeJson(const ThermalAssistantPresentation& presentation, Instant start);
+template Json encodeJson(const ThermalScore& value, Instant start);
+template Json encodeJson(const SystemContextSnapshot& value, Instant start);
+template Json encodeJson(const ProcessOffenderSnapshot& value, Instant start);
+template Json encodeJson(const CinderRecommendationSnapshot& value, Instant start);
+template Json encodeJson(const ThermalAssistantPresentation& value, Instant start);
 
 namespace {
 

@@ -16,7 +16,6 @@ namespace cindertop {
 namespace {
 
 using namespace std::chrono_literals;
-using std::chrono_literals::operator""s; // beside that of texts
 using Call = fakes::FaultyFileSystem::Call;
 
 constexpr Instant morning{1'741'176'000s}; // 2025-03-05 12:00 UTC

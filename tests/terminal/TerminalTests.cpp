@@ -55,13 +55,14 @@ TEST(TerminalTraits, DecideTheWidth) {
 }
 
 class OutputTest : public testing::Test {
-protected:
-    OutputTest() : formerHandler_(::signal(SIGPIPE, SIG_IGN)) {}
-
+public:
     ~OutputTest() override { ::signal(SIGPIPE, formerHandler_); }
 
     OutputTest(const OutputTest&) = delete;
     OutputTest& operator=(const OutputTest&) = delete;
+
+protected:
+    OutputTest() : formerHandler_(::signal(SIGPIPE, SIG_IGN)) {}
 
     fakes::Pipe pipe;
 
