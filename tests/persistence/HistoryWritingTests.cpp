@@ -16,6 +16,8 @@ namespace cindertop {
 namespace {
 
 using namespace std::chrono_literals;
+// Beside that of texts, which another file of the unit names.
+using std::chrono_literals::operator""s; // NOLINT(misc-unused-using-decls)
 using Call = fakes::FaultyFileSystem::Call;
 
 constexpr Instant morning{1'741'176'000s}; // 2025-03-05 12:00 UTC
@@ -126,7 +128,7 @@ TEST_F(HistoryWritingTest, HandsOutSnapshotsThatStayAsTheyAreWhileItGoesOn) {
     const auto first = store.record(plainSample(morning + 1s));
     const auto shared = store.record(plainSample(morning + 2s));
     EXPECT_EQ(first.samples.begin(), shared.samples.begin()) << "the same samples, not copies";
-    std::jthread recorder([&] {
+    const std::jthread recorder([&] {
         for (int second = 3; second < 5000; ++second) {
             store.record(plainSample(morning + std::chrono::seconds(second)));
         }
