@@ -57,7 +57,7 @@ struct Conversation {
     }
 
     /// An answer comes after everything that was announced before it.
-    bool isSilent() {
+    bool isSilent() const {
         client.property("Version");
         return client.announcements.empty();
     }
