@@ -95,7 +95,7 @@ TEST_F(AgentBusTest, MovesToAnotherConnection) {
 }
 
 TEST_F(AgentBusTest, Answers) {
-    Conversation talk(daemon);
+    const Conversation talk(daemon);
 
     struct Case {
         const char* interface;

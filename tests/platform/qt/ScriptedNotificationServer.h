@@ -78,7 +78,7 @@ private:
         return replaced == 0 ? nextId_++ : replaced;
     }
 
-    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) {
+    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) const {
         switch (behaviour) {
         case Behaviour::answers:
             connection.send(message.createReply(answer));
