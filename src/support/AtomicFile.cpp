@@ -10,6 +10,8 @@
 namespace cindertop {
 namespace {
 
+/// How many writers of one file may be at work at once before the next one fails.
+constexpr int parallelWriters = 8;
 constexpr std::size_t readSize = 1024UZ * 1024;
 
 /// Asks again as long as a signal interrupts.
@@ -22,20 +24,24 @@ auto uninterrupted(const Call& call) {
     return result;
 }
 
-std::filesystem::path replacementOf(const std::filesystem::path& target) {
-    return target.parent_path() / ("." + target.filename().string() + ".new");
-}
-
 /// A file that is being written beside the one it will replace. Unless it takes its place, it goes.
 class Replacement {
 public:
     static FileResult<Replacement> begin(FileSystem& files, const std::filesystem::path& target) {
-        auto name = replacementOf(target);
-        const auto file = uninterrupted([&] { return files.openForReplacing(name); });
-        if (!file) {
-            return std::unexpected(file.error());
+        auto error = std::errc::device_or_resource_busy;
+        for (int writer = 0; writer < parallelWriters; ++writer) {
+            const std::filesystem::path name =
+                target.parent_path() / ("." + target.filename().string() + ".new" + std::to_string(writer));
+            const auto file = uninterrupted([&] { return files.openForReplacing(name); });
+            if (file) {
+                return Replacement(files, name, *file);
+            }
+            error = file.error();
+            if (error != std::errc::device_or_resource_busy) {
+                break;
+            }
         }
-        return Replacement(files, std::move(name), *file);
+        return std::unexpected(error);
     }
 
     Replacement(Replacement&& other) noexcept
@@ -45,8 +51,9 @@ public:
 
     ~Replacement() {
         if (file_) {
+            std::ignore = uninterrupted(
+                [&] { return files_.remove(name_); }); // while it is locked: nobody else's file goes
             files_.close(*file_);
-            std::ignore = uninterrupted([&] { return files_.remove(name_); });
         }
     }
 
@@ -164,7 +171,7 @@ FileResult<void> makeFolders(FileSystem& files, const std::filesystem::path& fol
 
 FileResult<void> removeFile(FileSystem& files, const std::filesystem::path& file) {
     // What a killed writer left beside it goes as well: it may hold the same.
-    std::ignore = uninterrupted([&] { return files.remove(replacementOf(file)); });
+    std::ignore = Replacement::begin(files, file);
     return uninterrupted([&] { return files.remove(file); });
 }
 

@@ -24,9 +24,9 @@ FileResult<void> removeFile(FileSystem& files, const std::filesystem::path& file
 enum class Durability : std::uint8_t { synced, relaxed };
 
 /// Replaces a file by these pieces, one after the other: every reader, and every start after a crash, sees
-/// either the old or the new contents. The file gets mode 0600. On an error the old file stands. One writer
-/// of a file at a time: below the program's folders the agent's lock sees to that. What a killed one leaves
-/// beside the file goes with the next.
+/// either the old or the new contents, also while several processes do it at once. The file gets mode 0600.
+/// On an error the old file stands. What a killed process leaves beside the file is taken up by the next
+/// writer.
 FileResult<void> replaceFile(FileSystem& files, const std::filesystem::path& file,
                              std::span<const std::string_view> pieces, Durability durability);
 FileResult<void> replaceFile(FileSystem& files, const std::filesystem::path& file, std::string_view bytes,

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,9 +28,51 @@ int descriptor(FileHandle file) {
     return static_cast<int>(file);
 }
 
-/// Files on a network, on a stick or behind FUSE may know no waiting for the disk.
+/// Files on a network, on a stick or behind FUSE may know no locks, no modes and no waiting for the disk.
 bool isUnknownToFileSystem(int error) {
-    return error == EOPNOTSUPP || error == ENOSYS || error == EINVAL;
+    return error == EOPNOTSUPP || error == ENOSYS || error == ENOLCK || error == EINVAL;
+}
+
+/// Whether the open file still is what stands at the path: a former holder may have renamed or removed it
+/// between our opening and our locking it.
+bool standsAt(const struct stat& opened, const std::filesystem::path& path) {
+    struct stat named{};
+    return ::lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
+/// Nobody else's: in a shared folder somebody may have put a file of their own there, or a second name of a
+/// file that is not to change.
+bool isOurs(const struct stat& opened) {
+    return opened.st_nlink == 1 && opened.st_uid == ::geteuid() && S_ISREG(opened.st_mode);
+}
+
+/// A file that we have just made is ours, whatever its file system says of owner and mode.
+FileResult<void> claimNew(int file, const std::filesystem::path& path) {
+    std::ignore = ::fchmod(file, S_IRUSR | S_IWUSR); // the mask may have left us less
+    if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+        // Whatever else a file system without locks answers, nobody holds the file.
+        return errno == EWOULDBLOCK ? FileResult<void>(std::unexpected(std::errc::device_or_resource_busy))
+                                    : FileResult<void>();
+    }
+    struct stat opened{};
+    if (::fstat(file, &opened) != 0 || !standsAt(opened, path)) {
+        return std::unexpected(std::errc::device_or_resource_busy);
+    }
+    return {};
+}
+
+/// What a killed process left.
+FileResult<void> claimAbandoned(int file, const std::filesystem::path& path) {
+    struct stat opened{};
+    if (::flock(file, LOCK_EX | LOCK_NB) != 0 || ::fstat(file, &opened) != 0 || !standsAt(opened, path) ||
+        !isOurs(opened)) {
+        return std::unexpected(std::errc::device_or_resource_busy);
+    }
+    if (::fchmod(file, S_IRUSR | S_IWUSR) != 0) { // it may have another mode
+        return lastError();
+    }
+    return resultOf(::ftruncate(file, 0));
 }
 
 } // namespace
@@ -48,15 +91,22 @@ FileResult<FileHandle> PosixFileSystem::openForReading(const std::filesystem::pa
     return FileHandle{opened};
 }
 
-/// Never opens what stands there: in a shared folder somebody may have put a file of their own there, or a
-/// second name of a file that is not to change.
 FileResult<FileHandle> PosixFileSystem::openForReplacing(const std::filesystem::path& file) {
-    ::unlink(file.c_str());
-    const int opened = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (opened < 0) {
-        return lastError();
+    constexpr int flags = O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
+    int opened = ::open(file.c_str(), flags | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    const bool isNew = opened >= 0;
+    const bool isThere = !isNew && errno == EEXIST;
+    if (isThere) {
+        opened = ::open(file.c_str(), flags);
     }
-    std::ignore = ::fchmod(opened, S_IRUSR | S_IWUSR); // the mask may have left us less; not all know modes
+    if (opened < 0) {
+        return isThere && errno == ENOENT ? std::unexpected(std::errc::device_or_resource_busy) // it has gone
+                                          : lastError();
+    }
+    if (const auto claimed = isNew ? claimNew(opened, file) : claimAbandoned(opened, file); !claimed) {
+        ::close(opened);
+        return std::unexpected(claimed.error());
+    }
     return FileHandle{opened};
 }
 

@@ -24,7 +24,8 @@ public:
 
     /// Opens a regular file, never a folder, a device or a pipe.
     virtual FileResult<FileHandle> openForReading(const std::filesystem::path& file) = 0;
-    /// Makes an empty file with mode 0600; a file or a link of that name goes before.
+    /// Makes a file with mode 0600, or takes an abandoned one, for this process alone: empty, and locked
+    /// while it stays open. `std::errc::device_or_resource_busy` when another holds it.
     virtual FileResult<FileHandle> openForReplacing(const std::filesystem::path& file) = 0;
     /// How many bytes were read; 0 at the end.
     virtual FileResult<std::size_t> read(FileHandle file, std::span<char> buffer) = 0;

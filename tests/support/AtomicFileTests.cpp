@@ -149,27 +149,42 @@ TEST_F(AtomicFile, TakesNothingButFiles) {
     EXPECT_FALSE(makeFolders(files, folder / "occupied/below"));
 }
 
-TEST_F(AtomicFile, LeavesForeignFilesAlone) {
-    fakes::writeText(folder / "precious", "precious");
-    std::filesystem::create_hard_link(folder / "precious", folder / ".file.new");
+TEST_F(AtomicFile, LeavesAnotherWritersWorkAlone) {
+    const auto other = posix.openForReplacing(folder / ".file.new0");
+    ASSERT_TRUE(other);
+    ASSERT_TRUE(posix.write(*other, "half of a te"));
     ASSERT_TRUE(replace("new"));
-    std::filesystem::create_symlink("precious", folder / ".file.new");
-    ASSERT_TRUE(replace("newer"));
-    EXPECT_EQ(textOf(folder / "precious"), "precious");
-    EXPECT_EQ(textOf(file), "newer");
-    std::filesystem::create_directory(folder / ".file.new");
-    EXPECT_EQ(replace("newest"), std::unexpected(std::errc::file_exists));
+    ASSERT_TRUE(posix.write(*other, "xt"));
+    ASSERT_TRUE(posix.rename(folder / ".file.new0", file));
+    posix.close(*other);
+    EXPECT_EQ(textOf(file), "half of a text");
 }
 
-/// From now on this process's calls answer as on a file system that knows no modes or waiting.
+TEST_F(AtomicFile, LeavesForeignFilesAlone) {
+    fakes::writeText(folder / "precious", "precious");
+    std::filesystem::create_hard_link(folder / "precious", folder / ".file.new0");
+    ASSERT_TRUE(replace("new"));
+    EXPECT_EQ(textOf(folder / "precious"), "precious");
+    fakes::writeText(folder / ".file.new1", "left by a killed process");
+    ASSERT_EQ(::chmod((folder / ".file.new1").c_str(), 0666), 0);
+    ASSERT_TRUE(replace("newer"));
+    EXPECT_EQ(modeOf(file), 0600U);
+    files.fail(Call::openForReplacing, std::errc::device_or_resource_busy);
+    EXPECT_EQ(replace("newest"), std::unexpected(std::errc::device_or_resource_busy));
+}
+
+/// From now on this process's calls answer as on a file system that knows no locks, modes or waiting.
 bool loseWhatNotEveryFileSystemKnows() {
     const auto refuse = [](unsigned call, unsigned error) {
         return std::array{sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1),
                           sock_filter BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error)};
     };
+    const auto lock = refuse(SYS_flock, ENOLCK);
     const auto mode = refuse(SYS_fchmod, EPERM);
     const auto sync = refuse(SYS_fsync, EINVAL);
     std::array filters{sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                       lock[0],
+                       lock[1],
                        mode[0],
                        mode[1],
                        sync[0],
@@ -180,7 +195,7 @@ bool loseWhatNotEveryFileSystemKnows() {
            ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-TEST_F(AtomicFile, WritesWhereTheFileSystemKnowsNoModesOrWaiting) {
+TEST_F(AtomicFile, WritesWhereTheFileSystemKnowsNoLocksOrModes) {
     ASSERT_TRUE(replace("old"));
     const pid_t child = ::fork();
     if (child == 0) {
@@ -197,6 +212,37 @@ TEST_F(AtomicFile, WritesWhereTheFileSystemKnowsNoModesOrWaiting) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(textOf(file), "newer");
     EXPECT_EQ(entriesOf(folder.path()), 1U) << "no litter";
+}
+
+/// Writes long texts of one letter over and over, as another process.
+pid_t startWriter(const std::filesystem::path& file, char letter) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        PosixFileSystem files;
+        bool isWritten = true;
+        for (std::size_t round = 1; round <= 200; ++round) {
+            isWritten =
+                replaceFile(files, file, std::string(round * 97, letter), Durability::relaxed) && isWritten;
+        }
+        ::_exit(isWritten ? 0 : 1);
+    }
+    return child;
+}
+
+TEST_F(AtomicFile, StaysWholeWhileProcessesCompete) {
+    ASSERT_TRUE(replace("a"));
+    const std::array writers{startWriter(file, 'a'), startWriter(file, 'b'), startWriter(file, 'c')};
+    for (const pid_t writer : writers) {
+        int status = 0;
+        while (::waitpid(writer, &status, WNOHANG) == 0) {
+            const auto text = wholeFile(posix, file, 100'000);
+            ASSERT_TRUE(text) << "there is a file at every moment";
+            ASSERT_EQ(std::ranges::count(*text, text->front()), std::ranges::ssize(*text));
+            ASSERT_TRUE(text->size() % 97 == 0 || text->size() == 1);
+        }
+        EXPECT_EQ(status, 0) << "every write found its place";
+    }
+    EXPECT_EQ(entriesOf(folder.path()), 1U);
 }
 
 } // namespace

@@ -54,9 +54,15 @@ FileResult<FileHandle> MemoryFileSystem::openForReplacing(const std::filesystem:
     if (const auto obstacle = obstacleTo(path); obstacle != std::errc{}) {
         return std::unexpected(obstacle);
     }
-    auto contents = std::make_shared<std::string>();
-    files_.insert_or_assign(path, contents);
-    return keep({.contents = std::move(contents), .isWritable = true});
+    auto& contents = files_[path];
+    if (!contents) {
+        contents = std::make_shared<Contents>();
+    }
+    if (std::exchange(contents->isLocked, true)) {
+        return std::unexpected(std::errc::device_or_resource_busy);
+    }
+    contents->bytes.clear();
+    return keep({.contents = contents, .isWritable = true});
 }
 
 FileResult<std::size_t> MemoryFileSystem::read(FileHandle file, std::span<char> buffer) {
@@ -66,8 +72,8 @@ FileResult<std::size_t> MemoryFileSystem::read(FileHandle file, std::span<char> 
         return std::unexpected(std::errc::bad_file_descriptor);
     }
     auto& [contents, isWritable, position] = found->second;
-    const auto start = std::min(position, contents->size());
-    const auto count = contents->copy(buffer.data(), buffer.size(), start);
+    const auto start = std::min(position, contents->bytes.size());
+    const auto count = contents->bytes.copy(buffer.data(), buffer.size(), start);
     position = start + count;
     return count;
 }
@@ -78,7 +84,7 @@ FileResult<std::size_t> MemoryFileSystem::write(FileHandle file, std::string_vie
     if (found == open_.end() || !found->second.isWritable) {
         return std::unexpected(std::errc::bad_file_descriptor);
     }
-    *found->second.contents += bytes;
+    found->second.contents->bytes += bytes;
     return bytes.size();
 }
 
@@ -92,7 +98,10 @@ FileResult<void> MemoryFileSystem::sync(FileHandle file) {
 
 void MemoryFileSystem::close(FileHandle file) {
     const std::scoped_lock lock(lock_);
-    open_.erase(file);
+    const auto closed = open_.extract(file);
+    if (closed && closed.mapped().isWritable) {
+        closed.mapped().contents->isLocked = false;
+    }
 }
 
 FileResult<void> MemoryFileSystem::rename(const std::filesystem::path& from,

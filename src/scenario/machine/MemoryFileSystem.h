@@ -26,8 +26,14 @@ public:
     FileResult<void> syncFolder(const std::filesystem::path& folder) override;
 
 private:
+    /// Lives on without a name as long as it is open.
+    struct Contents {
+        std::string bytes;
+        bool isLocked = false;
+    };
+
     struct OpenFile {
-        std::shared_ptr<std::string> contents; ///< live on without a name as long as the file is open
+        std::shared_ptr<Contents> contents;
         bool isWritable;
         std::size_t position = 0;
     };
@@ -37,7 +43,7 @@ private:
     FileHandle keep(OpenFile file);
 
     std::mutex lock_;
-    std::map<std::string, std::shared_ptr<std::string>> files_; ///< by absolute path
+    std::map<std::string, std::shared_ptr<Contents>> files_; ///< by absolute path
     std::set<std::string> folders_{"/"};
     std::map<FileHandle, OpenFile> open_;
     int handles_ = 0;
