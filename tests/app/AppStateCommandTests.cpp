@@ -11,6 +11,24 @@ namespace {
 
 using namespace std::chrono_literals;
 
+TEST(AppStateCommands, TellsWhetherItStartsAtLogin) {
+    using enum LoginItemStatus;
+    for (const auto& [status, isEnabled, description] : {
+             std::tuple{notRegistered, false, "Off"},
+             std::tuple{enabled, true, "On"},
+             std::tuple{requiresApproval, false, "Needs approval"},
+             std::tuple{notFound, false, "Unavailable"},
+             std::tuple{unknown, false, "Unknown"},
+         }) {
+        FakeProgram program;
+        program.loginItem.answer = status;
+        program.start();
+        EXPECT_EQ(*program.published().launchAtLoginEnabled, isEnabled) << description;
+        EXPECT_EQ(*program.published().launchAtLoginStatusDescription, description);
+        EXPECT_EQ(*program.published().launchAtLoginFeedback, std::nullopt);
+    }
+}
+
 TEST(AppStateCommands, StartsAtLoginOrSaysWhyNot) {
     FakeProgram program;
     auto& state = program.start();
@@ -142,6 +160,16 @@ TEST(AppStateCommands, MarksAnExportForAWhile) {
     EXPECT_EQ(program.desktop.panels.size(), 2U); // nothing to export
 }
 
+TEST(AppStateCommands, LogsAnExportThatFails) {
+    FakeProgram program;
+    auto& state = program.start();
+    EXPECT_FALSE(state.exportDiagnosticLogs("/no/such/folder/export.json"));
+    EXPECT_FALSE(*program.published().diagnosticExportSucceeded);
+    EXPECT_EQ(program.events.back().message, "Diagnostic logs export failed");
+    EXPECT_EQ(program.events.back().level, DiagnosticLogLevel::error);
+    EXPECT_TRUE(program.events.back().metadata.contains("error"));
+}
+
 TEST(AppStateCommands, TellsWhereAnExportIsOnceItIs) {
     struct Case {
         SaveChoice choice;
@@ -179,6 +207,24 @@ public:
 
     void checkForUpdates() override { ++checks; }
 };
+
+TEST(AppStateCommands, LooksForUpdatesWhereverTheyAre) {
+    for (const bool isConfigured : {true, false}) {
+        FakeProgram program;
+        FakeUpdateService updates;
+        updates.configured = isConfigured;
+        program.updates = &updates;
+        program.start().checkForUpdates();
+        EXPECT_EQ(updates.checks, isConfigured ? 1 : 0);
+        EXPECT_EQ(program.desktop.activations, isConfigured ? 1 : 0);
+        EXPECT_EQ(program.desktop.pages, isConfigured
+                                             ? std::vector<std::string>{}
+                                             : std::vector<std::string>{"https://example.org/releases"});
+        EXPECT_EQ(program.events.back().message,
+                  isConfigured ? "Manual update check started"
+                               : "Update check opened releases page because Sparkle is not configured");
+    }
+}
 
 } // namespace
 } // namespace cindertop

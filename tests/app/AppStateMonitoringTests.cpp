@@ -50,6 +50,40 @@ TEST(AppStateMonitoring, AStopEndsATickWhereverItIs) {
     }
 }
 
+TEST(AppStateMonitoring, AStopEndsADelivery) {
+    for (const bool isHandedOver : {false, true}) {
+        FakeProgram program;
+        program.machine.pressure->play({3});
+        auto& state = program.startWith({.notificationsEnabled = true});
+        program.notificationCenter.holdsAnswers = true;
+        program.pass(0s);
+        if (isHandedOver) {
+            ASSERT_TRUE(program.notificationCenter.answerNext()); // it may be delivered
+        }
+        state.setPaused(true);
+        while (program.notificationCenter.answerNext()) {
+        }
+        EXPECT_EQ(program.notificationCenter.posted.size(), isHandedOver ? 1U : 0U);
+        EXPECT_EQ(program.countOf("Thermal notification delivered"), 0);
+        EXPECT_EQ(program.ticks, 0);
+        expectIdle(program.published());
+    }
+}
+
+TEST(AppStateMonitoring, ANewStartDoesNotReviveAStoppedTick) {
+    FakeProgram program;
+    auto& state = program.start();
+    program.executor.isHolding = true;
+    program.pass(0s);
+    state.setPaused(true);
+    state.setPaused(false);
+    program.pass(0s);
+    program.executor.release();
+    EXPECT_EQ(program.ticks, 1);
+    program.pass(2s);
+    EXPECT_EQ(program.ticks, 2);
+}
+
 TEST(AppStateMonitoring, AnObserverMayStopTheTickThatItSees) {
     FakeProgram program;
     auto& state = program.start();
@@ -254,23 +288,54 @@ TEST(AppStateMonitoring, TheFormerRunsHistoryIsThereBeforeTheFirstTick) {
 
 TEST(AppStateMonitoring, PresentsASnapshot) {
     struct Case {
+        std::string_view what;
         ThermalTrend trend;
         std::optional<double> celsius;
         bool sensors;
         MenuBarInfoMode mode;
-        std::optional<std::string> trendLabel, menuBarText, popoverText;
+        ThermalAssistantPresentation expected;
     };
 
     using enum ThermalAssistantPresentation::Status;
     using enum MenuBarInfoMode;
-    using enum ThermalTrend;
-    for (const auto& [trend, celsius, sensors, mode, trendLabel, menuBarText, popoverText] :
-         std::to_array<Case>({
-             {cooling, 47.5, true, none, "Cooling", "48°C", "SoC 48°C"},
-             {stable, 47.4, false, thermalScore, {}, "47°C", {}},
-             {stable, 47.4, false, temperature, {}, "47°C", "SoC 47°C"},
-             {rising, {}, true, temperature, "Rising", {}, {}},
-         })) {
+    for (const auto& [what, trend, celsius, sensors, mode, expected] : {
+             Case{"rising",
+                  ThermalTrend::rising,
+                  std::nullopt,
+                  false,
+                  none,
+                  {serious, "Rising", std::nullopt, std::nullopt, std::nullopt}},
+             Case{"cooling, sensors on",
+                  ThermalTrend::cooling,
+                  47.5,
+                  true,
+                  none,
+                  {serious, "Cooling", "48°C", "SoC 48°C", std::nullopt}},
+             Case{"a mode other than the temperature",
+                  ThermalTrend::stable,
+                  47.4,
+                  false,
+                  thermalScore,
+                  {serious, std::nullopt, "47°C", std::nullopt, std::nullopt}},
+             Case{"the temperature's mode",
+                  ThermalTrend::stable,
+                  47.4,
+                  true,
+                  temperature,
+                  {serious, std::nullopt, "47°C", "SoC 47°C", std::nullopt}},
+             Case{"the temperature's mode without sensors",
+                  ThermalTrend::stable,
+                  47.4,
+                  false,
+                  temperature,
+                  {serious, std::nullopt, "47°C", "SoC 47°C", std::nullopt}},
+             Case{"no temperature",
+                  ThermalTrend::stable,
+                  std::nullopt,
+                  true,
+                  temperature,
+                  {serious, std::nullopt, std::nullopt, std::nullopt, std::nullopt}},
+         }) {
         FakeProgram program;
         auto& state = program.start(); // before the first tick there is no advice
         state.set(&AppSettingsFields::experimentalTemperatureSensorsEnabled, sensors);
@@ -279,30 +344,20 @@ TEST(AppStateMonitoring, PresentsASnapshot) {
         snapshot.band = ThermalBand::serious;
         snapshot.trend = trend;
         snapshot.temperatureCelsius = celsius;
-        EXPECT_EQ(state.makePresentation(snapshot),
-                  (ThermalAssistantPresentation{serious, trendLabel, menuBarText, popoverText, {}}));
+        EXPECT_EQ(state.makePresentation(snapshot), expected) << what;
 
         program.pass(0s);
         const auto advised = state.makePresentation(snapshot);
-        EXPECT_EQ(advised.actionMessage, "This looks normal for the current workload. No action needed.");
-        EXPECT_EQ(advised.trendLabel, std::nullopt);
+        EXPECT_EQ(advised.actionMessage, "This looks normal for the current workload. No action needed.")
+            << what;
+        EXPECT_EQ(advised.trendLabel, std::nullopt) << what;
 
         state.setPaused(true);
         EXPECT_EQ(state.makePresentation(snapshot),
-                  (ThermalAssistantPresentation{paused, {}, {}, {}, "Monitoring paused."}));
+                  (ThermalAssistantPresentation{paused, std::nullopt, std::nullopt, std::nullopt,
+                                                "Monitoring paused."}))
+            << what;
     }
-}
-
-TEST(AppStateMonitoring, ReadsSlowSensorsWhileSomebodyLooks) {
-    FakeProgram program;
-    auto& state = program.start();
-    program.pass(5s);
-    EXPECT_FALSE(program.machine.temperatureEvents.isObserved);
-    state.noteLook();
-    program.pass(8s);
-    EXPECT_TRUE(program.machine.temperatureEvents.isObserved);
-    program.pass(5s);
-    EXPECT_FALSE(program.machine.temperatureEvents.isObserved);
 }
 
 } // namespace

@@ -24,11 +24,25 @@ TEST(HardwareCheck, NamesTheMachineOrWhatIsRequired) {
                   "MacBook Air (M1, 2020) matches Cindertop's fanless target."},
              Case{"Mac14,2", std::nullopt, "x86_64", "M2 MacBook Air detected",
                   "MacBook Air (M2, 2022) matches Cindertop's fanless target."},
+             Case{"Mac14,15", "Apple M2", "arm64", "M2 MacBook Air detected",
+                  "MacBook Air (15-inch, M2, 2023) matches Cindertop's fanless target."},
+             Case{"Mac15,12", "Apple M3", "arm64", "M3 MacBook Air detected",
+                  "MacBook Air (13-inch, M3, 2024) matches Cindertop's fanless target."},
+             Case{"Mac15,13", "Apple M3", "arm64", "M3 MacBook Air detected",
+                  "MacBook Air (15-inch, M3, 2024) matches Cindertop's fanless target."},
+             Case{"Mac16,12", "Apple M4", "arm64", "M4 MacBook Air detected",
+                  "MacBook Air (13-inch, M4, 2025) matches Cindertop's fanless target."},
+             Case{"Mac16,13", "Apple M4", "arm64", "M4 MacBook Air detected",
+                  "MacBook Air (15-inch, M4, 2025) matches Cindertop's fanless target."},
+             Case{"Mac17,3", "Apple M5", "arm64", "M5 MacBook Air detected",
+                  "MacBook Air (13-inch, M5, 2026) matches Cindertop's fanless target."},
              Case{"Mac17,4", "Apple M5", "arm64", "M5 MacBook Air detected",
                   "MacBook Air (15-inch, M5, 2026) matches Cindertop's fanless target."},
              Case{"Mac15,3", "Apple M3", "arm64", "MacBook Air required", needsAir},
+             Case{"mac14,2", "Apple M2", "arm64", "MacBook Air required", needsAir},
              Case{std::nullopt, std::nullopt, "arm64", "MacBook Air required", needsAir},
              Case{"Laptop 9", "Some processor", "x86_64", "Apple Silicon required", needsSilicon},
+             Case{"Laptop 9", std::nullopt, "x86_64", "Apple Silicon required", needsSilicon},
              Case{"Laptop 9", "Apple M1 Pro", "x86_64", "MacBook Air required", needsAir},
          }) {
         fakes::FakeSystemValues values;
@@ -46,6 +60,17 @@ TEST(HardwareCheck, NamesTheMachineOrWhatIsRequired) {
         EXPECT_EQ(*status.profile(),
                   (MacHardwareProfile{model.value_or("unknown"), std::string(architecture), brand}));
     }
+}
+
+TEST(HardwareCheck, SupportsAMachineThatIsInNoTableWhenToldSo) {
+    const auto status = [](std::optional<std::string> brand) {
+        return HardwareCheckStatus::supported({"Mac99,1", "arm64", std::move(brand)});
+    };
+    EXPECT_EQ(status("Apple M4 Max").title(OperatingSystem::mac), "M4 MacBook Air detected");
+    EXPECT_EQ(status(std::nullopt).title(OperatingSystem::mac), "Unknown MacBook Air detected");
+    EXPECT_EQ(status("Apple M4").detail(), "This MacBook Air matches Cindertop's fanless target.");
+    EXPECT_EQ(HardwareCheckStatus::checking().title(OperatingSystem::mac), "Checking this Mac...");
+    EXPECT_EQ(HardwareCheckStatus::checking().detail(), "Checking model, chip and thermal support.");
 }
 
 TEST(HardwareCheck, RefusesNobodyWhereTheMachineIsSurveyed) {

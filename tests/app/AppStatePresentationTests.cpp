@@ -67,6 +67,17 @@ TEST_F(AppStatePresentationTest, NamesNoLevelThatNobodyMeasured) {
                 "The temperature sensors are switched off, and nothing else tells this machine's heat.");
 }
 
+TEST_F(AppStatePresentationTest, LeavesTheMacAsItIs) {
+    program.machine.operatingSystem = OperatingSystem::mac;
+    program.defaults = {};
+    auto& state = program.start();
+    EXPECT_EQ(state.currentPresentation(), state.makePresentation(ThermalSnapshot::idle()));
+    state.acceptLegalTerms();
+    program.pass(3s);
+    EXPECT_EQ(state.currentPresentation().status, Status::normal);
+    EXPECT_EQ(state.currentRecommendation(), *program.published().recommendationSnapshot);
+}
+
 TEST_F(AppStatePresentationTest, SaysThatASourceIsSwitchedOff) {
     program.machine.sources = {{"thermal zones", false, "no thermal zones"},
                                {std::string(temperatureSensorsSource), false, "not read yet"}};

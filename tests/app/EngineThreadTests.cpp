@@ -55,6 +55,18 @@ TEST_F(EngineThreadTest, WorksInOrderAndAnswersOnTheMainThread) {
     EXPECT_EQ(answered, worked);
 }
 
+TEST_F(EngineThreadTest, TasksRunAfterTheCurrentCall) {
+    std::vector<int> order;
+    engine.post([this, &order] {
+        engine.post([&order] { order.push_back(3); });
+        order.push_back(1);
+    });
+    engine.post([&order] { order.push_back(2); });
+    EXPECT_TRUE(order.empty());
+    runUntil([&order] { return order.size() == 3; });
+    EXPECT_EQ(order, (std::vector{1, 2, 3}));
+}
+
 TEST_F(EngineThreadTest, AnswersAlsoWhenTheWorkThrows) {
     std::vector<std::optional<int>> results;
     const auto keep = [&results](std::optional<int> result) { results.push_back(result); };

@@ -1,12 +1,9 @@
 #include "app/MachineSampler.h"
-#include "app/SamplingSchedule.h"
 #include "fakes/FakeMachine.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <chrono>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -49,6 +46,17 @@ TEST_F(MachineSamplerTest, CountsTheProcessesOnSchedule) {
     EXPECT_EQ(sampler.sample().offenders.measuredAt, machine.clock.time);
 }
 
+TEST_F(MachineSamplerTest, CountsMoreOftenUnderPressure) {
+    machine.pressure->play({2});
+    sampler.sample();
+    pass(1500ms);
+    EXPECT_EQ(sampler.sample().score.level, ThermalLevel::serious);
+    pass(2900ms);
+    EXPECT_NE(sampler.sample().offenders.measuredAt, machine.clock.time);
+    pass(100ms);
+    EXPECT_EQ(sampler.sample().offenders.measuredAt, machine.clock.time);
+}
+
 TEST_F(MachineSamplerTest, AShortLookIsReadyAfterPriming) {
     machine.temperatureEvents.sensors = {{.product = "CPU Core 1", .celsius = 96.5},
                                          {.product = "GPU", .celsius = 61}};
@@ -67,53 +75,23 @@ TEST_F(MachineSamplerTest, AShortLookIsReadyAfterPriming) {
     EXPECT_EQ(snapshot.temperatures[1].label, "GPU");
 }
 
-TEST(SamplingSchedule, TheDelayStaysBetweenAFifthOfASecondAndFive) {
-    struct Case {
-        double hz;
-        double seconds;
-    };
-
-    for (const auto& [hz, seconds] : std::to_array<Case>({
-             {0.5, 2},
-             {1, 1},
-             {4, 0.25},
-             {5, 0.2},
-             {12, 0.2},
-             {0.1, 5},
-             {0, 5},
-             {-3, 5},
-             {-std::numeric_limits<double>::infinity(), 5},
-             {std::numeric_limits<double>::quiet_NaN(), 0.2},
-         })) {
-        EXPECT_DOUBLE_EQ(tickDelay(hz).count(), seconds) << hz;
-    }
-    EXPECT_DOUBLE_EQ(tickDelay(4.99).count(), 1 / 4.99);
+TEST_F(MachineSamplerTest, RepeatsNoTemperatureThatIsGone) {
+    machine.temperatureEvents.sensors = {{.product = "CPU Core 1", .celsius = 50}};
+    EXPECT_EQ(sampler.sample().temperatures.size(), 1U);
+    machine.temperatureEvents.hasClient = false;
+    pass(2s);
+    const auto snapshot = sampler.sample();
+    EXPECT_TRUE(snapshot.temperatures.empty());
+    EXPECT_EQ(snapshot.score.temperatureCelsius, std::nullopt);
 }
 
-TEST(SamplingDate, IsDueAtOnceAndThenByStateAndLevel) {
-    using enum ProcessOffenderSnapshotState;
-
-    struct Case {
-        ProcessOffenderSnapshotState state;
-        ThermalLevel level;
-        std::chrono::milliseconds interval;
-    };
-
-    const AwakeTime now{1'000'000s};
-    for (const auto& [state, level, interval] : std::to_array<Case>({
-             {ready, ThermalLevel::normal, 8s},
-             {ready, ThermalLevel::fair, 6s},
-             {ready, ThermalLevel::serious, 3s},
-             {ready, ThermalLevel::critical, 3s},
-             {unavailable, ThermalLevel::normal, 8s},
-             {collecting, ThermalLevel::critical, 1500ms},
-         })) {
-        SamplingDate next;
-        EXPECT_TRUE(next.isDue(now));
-        next.scheduleAfter(now, offenderSamplingInterval(state, level));
-        EXPECT_FALSE(next.isDue(now + interval - 1ns));
-        EXPECT_TRUE(next.isDue(now + interval));
-    }
+TEST_F(MachineSamplerTest, TracksHowLongPressureLasts) {
+    machine.pressure->play({2});
+    sampler.sample();
+    pass(120s);
+    const auto snapshot = sampler.sample();
+    EXPECT_TRUE(snapshot.context.sustainedPressure.isSustained);
+    EXPECT_EQ(snapshot.measuredAt, snapshot.context.measuredAt);
 }
 
 } // namespace

@@ -122,6 +122,17 @@ Processor     not available
 )");
 }
 
+TEST_F(HistoryPageTest, SaysWhenItWasWrittenWhereNoAgentAnswers) {
+    const auto pageStyle = style(50, Charset::ascii);
+    const auto page = historyPage(
+        warmHour(),
+        {.isHistoryEnabled = true, .window = 60min, .comparison = comparison, .writtenAt = now - 5min},
+        pageStyle);
+    EXPECT_TRUE(encoded(page, pageStyle.format)
+                    .starts_with("The last hour                  2025-03-05 17:30:00\n"
+                                 "As written at 2025-03-05 17:25:00; no agent\nanswers.\n\n"));
+}
+
 TEST_F(HistoryPageTest, SaysWhatMakesAHistory) {
     const ThermalMonitoringSnapshot none{{}, ThermalDailySummary::fresh("2025-03-05", now), now};
     const auto plain = style(110, Charset::ascii);
@@ -134,6 +145,32 @@ TEST_F(HistoryPageTest, SaysWhatMakesAHistory) {
     EXPECT_TRUE(
         text(morning, plain).starts_with("Nothing was recorded in the last hour: the Cindertop agent"));
     EXPECT_NE(text(morning, plain).find("Today, 2025-03-05: 1 h 6 min recorded"), std::string::npos);
+}
+
+TEST_F(HistoryPageTest, LooksBackAsFarAsTheUserWants) {
+    const auto page = text(warmHour(), style(60, Charset::ascii), true, 15min);
+    EXPECT_TRUE(page.starts_with("The last 15 minutes "));
+    EXPECT_NE(page.find("2 samples"), std::string::npos);
+    EXPECT_NE(page.find("Score         70 to 95"), std::string::npos);
+    auto old = warmHour();
+    old.samples = {warmHour().samples.front()};
+    EXPECT_TRUE(text(old, style(120, Charset::ascii), true, 30min)
+                    .starts_with("Nothing was recorded in the last 30 minutes: "));
+}
+
+TEST_F(HistoryPageTest, NamesNoLevelWhereNothingToldTheHeat) {
+    auto silent = warmHour();
+    silent.samples = {sampleAt(now - 10s, ThermalLevel::normal, 0, 50, {}),
+                      sampleAt(now - 5s, ThermalLevel::normal, 0, 60, {})};
+    silent.todaySummary =
+        ThermalDailySummary("2025-03-05", ThermalLevelDurations(3000, 0, 0, 0), 0, 0, {}, {}, now);
+    const auto page = text(silent, style(60, Charset::ascii));
+    EXPECT_EQ(page.find("Normal"), std::string::npos);
+    EXPECT_EQ(page.find("Score"), std::string::npos);
+    EXPECT_NE(page.find("No heat readings"), std::string::npos);
+    EXPECT_NE(page.find("recorded\nNo heat readings\n"), std::string::npos);
+    silent.todaySummary = warmHour().todaySummary; // it was hot before the source fell silent
+    EXPECT_NE(text(silent, style(60, Charset::ascii)).find("Serious"), std::string::npos);
 }
 
 } // namespace

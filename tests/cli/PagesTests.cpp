@@ -79,6 +79,30 @@ Where the facts come from
 )");
 }
 
+TEST(StatusPage, TellsWhenASensorWasReadThatIsReadSeldom) {
+    const auto wide = style(80, Charset::unicode);
+    auto machine = hotLaptop();
+    machine.temperatures.push_back(
+        {"SSD Composite (nvme0)", "SSD Composite (nvme0)", 38.85, ThermalSensorKind::storage, Seconds{12.4}});
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide),
+                HasSubstr("              CPU Package 0                   97°C\n"
+                          "              GPU                             61°C\n"
+                          "              SSD Composite (nvme0), 12 s ago 39°C\n"));
+}
+
+TEST(StatusPage, TellsWhyThereIsNoTemperature) {
+    auto machine = unknownMachine();
+    const auto wide = style(80, Charset::ascii);
+    machine.sources = {{std::string(temperatureSensorsSource), false, "switched off"}};
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide),
+                HasSubstr("Temperature   not available: switched off\n"));
+    machine.temperatures = {{"Battery", "Battery", 30, ThermalSensorKind::battery}};
+    const auto plain = style(80, Charset::ascii);
+    EXPECT_THAT(text(statusPage({machine, {}}, plain), plain),
+                HasSubstr("Temperature   not available: no sensor of the processor answers\n"
+                          "              Battery 30C\n"));
+}
+
 TEST(StatusPage, LeadsWithTheNoteAndAddsWhatTheUserWants) {
     using enum CinderInsightConfidence;
     MachineReport report{.snapshot = hotLaptop(), .advice = MachineAdvice{}, .note = "Monitoring is paused."};
@@ -114,6 +138,23 @@ TEST(Pages, FitEveryWidth) {
     }
 }
 
+TEST(Pages, AlignSharesUnderWideCharacters) {
+    auto machine = hotLaptop();
+    machine.offenders.offenders[0].displayName = "日本語";
+    const auto wide = style(60, Charset::unicode);
+    for (const auto& line : offendersPage(machine, wide)) {
+        const auto shownLine = encoded(line, wide.format);
+        if (shownLine.ends_with('%')) {
+            EXPECT_EQ(columnsOf(shownLine), 60) << shownLine;
+        }
+    }
+}
+
+TEST(Pages, ColourTheLevelButSayItToo) {
+    const auto coloured = style(80, Charset::unicode, Palette::sixteen);
+    EXPECT_THAT(text(statusPage({hotLaptop(), {}}, coloured), coloured), HasSubstr("\x1b[91mSerious\x1b[0m"));
+}
+
 TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
     const auto screen = style(80, Charset::unicode);
     for (int rows = 1; rows <= 60; ++rows) {
@@ -124,6 +165,15 @@ TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
         EXPECT_EQ(content.find("78 of 100") != std::string::npos, rows >= 2) << rows;
         EXPECT_EQ(content.find("Browser") != std::string::npos, rows >= 8) << rows;
         EXPECT_EQ(content.find("Processor") != std::string::npos, rows >= 17) << rows;
+    }
+}
+
+TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
+    for (const auto charset : {Charset::unicode, Charset::ascii}) {
+        const auto wide = style(110, charset);
+        EXPECT_EQ(text(watchPage({hotLaptop(), {}}, wide, 24, "23:02:11"), wide).find("▃█") !=
+                      std::string::npos,
+                  charset == Charset::unicode);
     }
 }
 

@@ -115,6 +115,15 @@ TEST_F(StoredCommandsTest, ExportWhatTheAgentWouldExport) {
               PropertyValue(document["supportID"].get<std::string>()));
 }
 
+TEST_F(StoredCommandsTest, ExportToTheOutputWithoutOldEvents) {
+    placeEvents();
+    environment.now = *parseUtcText("2025-03-12T10:00:02Z"); // between the two and seven days
+    ASSERT_TRUE(exportDiagnostics(environment, "-"));
+    const auto document = json::parse(printed());
+    EXPECT_EQ(document["events"].size(), 1U);
+    EXPECT_EQ(document["app"], json({{"version", "0.1.0"}, {"build", "dev"}}));
+}
+
 TEST_F(StoredCommandsTest, RefuseAnExportWithTheReason) {
     const auto refusal = [&](const std::filesystem::path& file) {
         const auto result = exportDiagnostics(environment, file.string());

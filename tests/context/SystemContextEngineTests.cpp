@@ -1,11 +1,10 @@
+#include "Scores.h"
 #include "context/DisplayContext.h"
 #include "context/PowerContext.h"
-#include "context/SustainedThermalPressure.h"
 #include "context/SystemContext.h"
 #include "fakes/FakeDisplayList.h"
 #include "fakes/FakePowerSources.h"
 #include "fakes/FakeProcessInformation.h"
-#include "thermal/ThermalScore.h"
 
 #include <gtest/gtest.h>
 
@@ -13,23 +12,8 @@
 #include <vector>
 
 namespace cindertop {
+
 namespace {
-
-ThermalScore scoreAt(ThermalLevel level) {
-    return {50,
-            level,
-            0,
-            false,
-            1,
-            std::nullopt,
-            ThermalDataSource::official,
-            SystemThermalState::nominal,
-            ThermalPressureLevel::nominal,
-            ThermalTrend::stable,
-            unixEpoch};
-}
-
-// NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
 
 using namespace std::chrono_literals;
 
@@ -48,6 +32,22 @@ struct Machine {
         return engine.snapshot(score, now, AwakeTime(now.time_since_epoch()));
     }
 };
+
+TEST(SystemContextEngine, GathersDisplaysPowerAndPressureOfTheCallersInstant) {
+    Machine machine;
+    machine.powerSources.entries = std::vector<fakes::FakePowerEntry>{{{"BatteryInstalled", true}}};
+    const auto first = machine.snapshot(scoreAt(ThermalLevel::serious), start);
+    EXPECT_EQ(first.displays, DisplayContextSnapshot(true, 2, 1, 1));
+    EXPECT_TRUE(first.power.isAvailable);
+    EXPECT_EQ(first.measuredAt, start);
+    EXPECT_FALSE(first.sustainedPressure.isSustained);
+    EXPECT_EQ(first.sustainedPressure.activeDuration, 0s);
+
+    const auto second = machine.snapshot(scoreAt(ThermalLevel::serious), start + 120s);
+    EXPECT_EQ(second.measuredAt, start + 120s);
+    EXPECT_TRUE(second.sustainedPressure.isSustained);
+    EXPECT_EQ(second.sustainedPressure.activeDuration, 120s);
+}
 
 TEST(SystemContextEngine, WithoutAScoreOrAfterAResetTheStretchIsOver) {
     Machine machine;
@@ -89,61 +89,6 @@ TEST(SystemContextEngine, SerialisesCallsFromAllThreads) {
     EXPECT_EQ(machine.displays.capacities.size(), 100);
 }
 
-using Level = ThermalLevel;
-
-struct Step {
-    double at; ///< seconds
-    std::optional<Level> level;
-    double duration;
-    bool isSustained;
-};
-
-AwakeTime timeAt(double seconds) {
-    return AwakeTime(std::chrono::seconds(1'000)) +
-           std::chrono::round<std::chrono::nanoseconds>(Seconds(seconds));
-}
-
-void expectSteps(SustainedThermalPressureConfiguration configuration, const std::vector<Step>& steps) {
-    SustainedThermalPressureTracker tracker(configuration);
-    for (const auto& [at, level, duration, isSustained] : steps) {
-        EXPECT_EQ(tracker.update(level.transform(scoreAt), timeAt(at)),
-                  SustainedThermalPressureSnapshot(isSustained, Seconds(duration), level,
-                                                   configuration.minimumLevel))
-            << "at " << at;
-    }
-}
-
-TEST(SustainedThermalPressureTracker, IsSustainedFromTheMinimumDurationOn) {
-    expectSteps(SustainedThermalPressureConfiguration::defaults(),
-                {
-                    {0, Level::serious, 0, false},
-                    {60, Level::critical, 60, false},
-                    {119.9, Level::serious, 119.9, false},
-                    {120, Level::serious, 120, true},
-                    {500.25, Level::critical, 500.25, true},
-                });
-}
-
-TEST(SustainedThermalPressureTracker, OneTickBelowOrWithoutAScoreEndsTheStretch) {
-    expectSteps(SustainedThermalPressureConfiguration::defaults(), {
-                                                                       {0, Level::serious, 0, false},
-                                                                       {130, Level::fair, 0, false},
-                                                                       {131, Level::serious, 0, false},
-                                                                       {251, Level::serious, 120, true},
-                                                                       {252, std::nullopt, 0, false},
-                                                                       {253, Level::critical, 0, false},
-                                                                   });
-}
-
-TEST(SustainedThermalPressureTracker, AResetStartsAnew) {
-    SustainedThermalPressureTracker tracker(SustainedThermalPressureConfiguration::defaults());
-    tracker.update(scoreAt(Level::serious), timeAt(0));
-    tracker.reset();
-    EXPECT_EQ(tracker.update(scoreAt(Level::serious), timeAt(200)).activeDuration, Seconds(0));
-}
-
-// NOLINTEND(modernize-use-designated-initializers)
 } // namespace
 
-// NOLINTEND(modernize-use-designated-initializers)
 } // namespace cindertop

@@ -82,13 +82,18 @@ TEST(SystemPowerContextProvider, WithoutABatterySourceAndLowPowerModeRemain) {
     }
 }
 
-TEST(SystemPowerContextProvider, TheFirstInstalledBatteryCounts) {
+TEST(SystemPowerContextProvider, TheFirstInstalledBatteryEndsTheWalk) {
     FakePowerSources sources;
     sources.entries = std::vector<FakePowerEntry>{{},
                                                   {{"BatteryInstalled", whole(0)}},
-                                                  {{"BatteryInstalled", whole(1)}, {"IsCharging", whole(-2)}},
+                                                  {{"BatteryInstalled", whole(1)}, {"IsCharging", true}},
                                                   {{"BatteryInstalled", true}, {"IsCharging", false}}};
     EXPECT_EQ(contextOf(sources).isCharging, true);
+    EXPECT_EQ(sources.journal, (std::vector<std::string>{
+                                   "0: BatteryInstalled", "0 released", "1: BatteryInstalled", "1 released",
+                                   "2: BatteryInstalled", "walk released", "2: Temperature",
+                                   "2: CurrentCapacity", "2: MaxCapacity", "2: IsCharging", "2: FullyCharged",
+                                   "2: ExternalConnected", "2 released"}));
 }
 
 TEST(SystemPowerContextProvider, ThePlugDecidesOnlyWhereTheSourceIsUnknown) {
@@ -159,6 +164,25 @@ TEST(SystemPowerContextProvider, ComputesThePercentageWithHalvesUp) {
         }
         EXPECT_EQ(batteryContext(battery).batteryLevelPercent, percent)
             << testing::PrintToString(current) << " of " << testing::PrintToString(maximum);
+    }
+}
+
+TEST(SystemPowerContextProvider, ReadsBooleansFromNumbersToo) {
+    for (const auto& [value, expected] : std::to_array<std::pair<PropertyValue, std::optional<bool>>>({
+             {true, true},
+             {false, false},
+             {whole(1), true},
+             {whole(-2), true},
+             {whole(0), false},
+             {0.5, true},
+             {0.0, false},
+             {notANumber, std::nullopt},
+             {"true", std::nullopt},
+             {"", std::nullopt},
+         })) {
+        const auto power = batteryContext({{"IsCharging", value}, {"FullyCharged", value}});
+        EXPECT_EQ(power.isCharging, expected) << testing::PrintToString(value);
+        EXPECT_EQ(power.isFullyCharged, expected) << testing::PrintToString(value);
     }
 }
 

@@ -25,6 +25,17 @@ protected:
     GlobalCPUUsageMonitor monitor{std::make_unique<DarwinSystemCPUTimeProvider>(statistics)};
 };
 
+TEST(DarwinSystemCPUTimeProvider, KeepsEveryCounterApart) {
+    fakes::FakeHostStatistics statistics;
+    statistics.load = HostCpuLoad{.user = 1, .system = 20, .idle = 300, .nice = 4000};
+    const Instant at{5s};
+    const auto snapshot = DarwinSystemCPUTimeProvider(statistics).snapshot(at);
+    EXPECT_EQ(snapshot,
+              (SystemCPUTimeSnapshot{.user = 1, .system = 20, .idle = 300, .nice = 4000, .measuredAt = at}));
+    EXPECT_TRUE(snapshot->activeTicks() == 4021);
+    EXPECT_TRUE(snapshot->totalTicks() == 4321);
+}
+
 TEST_F(GlobalCPUUsageMonitorTest, TellsTheBusyShareOfEachInterval) {
     struct Case {
         HostCpuLoad first;
@@ -47,6 +58,13 @@ TEST_F(GlobalCPUUsageMonitorTest, TellsTheBusyShareOfEachInterval) {
         EXPECT_EQ(sample(first), std::nullopt);
         EXPECT_EQ(sample(second), percent) << second.user << ' ' << second.idle;
     }
+}
+
+TEST_F(GlobalCPUUsageMonitorTest, MeasuresFromTheLatestCounters) {
+    sample(HostCpuLoad{.user = 100, .system = 0, .idle = 100, .nice = 0});
+    EXPECT_EQ(sample(HostCpuLoad{.user = 10, .system = 0, .idle = 10, .nice = 0}), std::nullopt);
+    EXPECT_EQ(sample(HostCpuLoad{.user = 20, .system = 0, .idle = 40, .nice = 0}), 25.0);
+    EXPECT_EQ(sample(HostCpuLoad{.user = 50, .system = 0, .idle = 50, .nice = 0}), 75.0);
 }
 
 TEST_F(GlobalCPUUsageMonitorTest, StartsOverAfterARefusalAndAfterAReset) {

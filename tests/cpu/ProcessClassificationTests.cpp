@@ -110,5 +110,14 @@ TEST(Classification, KnowsBrowsersAndDeveloperToolsOfLinux) {
         OperatingSystem::gnuLinux);
 }
 
+TEST(Classification, KnowsNoNamesOfLinuxElsewhere) {
+    expectCategories(std::to_array<Case>({
+        {"baloo_file", none, none, true, system},
+        {"pacman", none, none, false, unknown},
+        {"make", none, none, false, unknown},
+        {"epiphany", "org.example.app", none, false, userApplication},
+    }));
+}
+
 } // namespace
 } // namespace cindertop

@@ -14,6 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 constexpr Instant before{1'700'000'000s};
 constexpr Instant now = before + 1s;
@@ -85,6 +86,20 @@ std::vector<std::string> namesOf(const ProcessOffenderAggregator::Result& result
         names.push_back(offender.displayName);
     }
     return names;
+}
+
+TEST(ProcessOffenderAggregator, MeasuresShareOfTheWholeMachine) {
+    struct Case {
+        std::int64_t processors;
+        std::uint64_t milliseconds;
+        double percent;
+    };
+
+    for (const auto& [processors, milliseconds, percent] :
+         std::to_array<Case>({{4, 2000, 50}, {1, 250, 25}, {1, 4000, 400}, {8, 8000, 100}})) {
+        const auto result = aggregate({worker(1, "a", milliseconds)}, {.processorCount = processors});
+        EXPECT_EQ(result.visibleOffenders.at(0).cpuPercent, percent) << processors;
+    }
 }
 
 /// What makes two readings of one identifier no interval of one process.
@@ -236,6 +251,15 @@ TEST(ProcessOffenderAggregator, AddsSharesInTheOrderOfTheirSize) {
     ASSERT_NE(share(7e8) + share(2e8) + share(1e8), share(1e8) + share(2e8) + share(7e8));
 }
 
+TEST(ProcessOffenderAggregator, KeepsTheFirstDeltasNameAndCategory) {
+    const auto result = aggregate({inBundle(worker(1, "Helper", 1), "org.foo", "First"),
+                                   inBundle(worker(2, "node", 50), "org.foo", "Second")});
+    ASSERT_EQ(result.visibleOffenders.size(), 1U);
+    EXPECT_EQ(result.visibleOffenders[0].displayName, "First");
+    EXPECT_EQ(result.visibleOffenders[0].category, ProcessOffenderCategory::userApplication);
+    EXPECT_EQ(result.visibleOffenders[0].representativeProcessIdentifier, 2);
+}
+
 TEST(ProcessOffenderAggregator, OrdersEqualSharesByNameWhateverTheCase) {
     EXPECT_THAT(namesOf(aggregate({worker(1, "beta", 10), worker(2, "Alpha", 10), worker(3, "GAMMA", 10),
                                    worker(4, "delta", 20), inBundle(worker(5, "x", 10), "b", "BETA")})),
@@ -307,6 +331,100 @@ TEST(ProcessOffenderAggregator, ShowsFiveToEightAndThePinnedOneByDefault) {
         EXPECT_EQ(names.size(), visible) << aboveThreshold;
         EXPECT_EQ(names.back(), last) << aboveThreshold;
     }
+}
+
+/// The selection step by step, on all offenders in display order.
+std::vector<std::string> plainSelection(const std::vector<ProcessOffender>& sorted,
+                                        const ProcessOffenderConfiguration& configuration) {
+    std::vector<const ProcessOffender*> candidates;
+    for (const ProcessOffender& offender : sorted) {
+        if (offender.cpuPercent >= configuration.minimumVisibleCPUPercent) {
+            candidates.push_back(&offender);
+        }
+    }
+    for (std::size_t index = 0; index < sorted.size(); ++index) {
+        if (std::cmp_less(index, configuration.preferredMinimumOffenderCount)) {
+            candidates.push_back(&sorted[index]);
+        }
+    }
+    std::set<std::string> seen;
+    std::erase_if(candidates, [&seen](const auto* offender) { return !seen.insert(offender->id).second; });
+    std::ranges::sort(candidates); // addresses ascend in display order
+    while (std::cmp_greater(candidates.size(), configuration.maximumOffenderCount)) {
+        candidates.pop_back();
+    }
+    std::vector<std::string> ids;
+    ids.reserve(candidates.size() + 1);
+    for (const auto* offender : candidates) {
+        ids.push_back(offender->id);
+    }
+    const auto pinned = std::ranges::find(sorted, configuration.pinnedOffenderID, &ProcessOffender::id);
+    if (pinned != sorted.end() && std::ranges::find(ids, pinned->id) == ids.end()) {
+        if (std::cmp_equal(ids.size(), configuration.maximumOffenderCount)) {
+            ids.pop_back();
+        }
+        ids.push_back(pinned->id);
+    }
+    return ids;
+}
+
+TEST(ProcessOffenderAggregator, SelectsAsThePlainRulesDo) {
+    std::mt19937 random(7);
+    const auto upTo = [&random](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Worker> workers;
+        for (int left = upTo(30); left > 0; --left) {
+            workers.push_back(
+                worker(left, "p" + std::to_string(upTo(20)), static_cast<std::uint64_t>(upTo(5))));
+        }
+        ProcessOffenderConfiguration::Fields fields{.minimumVisibleCPUPercent = upTo(6) / 10.0,
+                                                    .preferredMinimumOffenderCount = upTo(12),
+                                                    .maximumOffenderCount = upTo(12),
+                                                    .pinnedOffenderID =
+                                                        "process:p" + std::to_string(upTo(22))};
+        if (round % 5 == 0) {
+            fields.maximumOffenderCount = ProcessOffenderConfiguration::noMaximum;
+            fields.preferredMinimumOffenderCount = ProcessOffenderConfiguration::noMaximum;
+        }
+        const auto all =
+            aggregate(workers, {.minimumVisibleCPUPercent = 0,
+                                .maximumOffenderCount = ProcessOffenderConfiguration::noMaximum});
+        std::vector<std::string> ids;
+        for (const ProcessOffender& offender : aggregate(workers, fields).visibleOffenders) {
+            ids.push_back(offender.id);
+        }
+        EXPECT_EQ(ids, plainSelection(all.visibleOffenders, ProcessOffenderConfiguration(fields))) << round;
+    }
+}
+
+TEST(ProcessOffenderAggregator, HasNothingToSayAboutNobody) {
+    EXPECT_THAT(aggregate({}).visibleOffenders, IsEmpty());
+    const auto idle = aggregate({worker(1, "mds", 0)}, {.indexingCPUThresholdPercent = 0}, {{"system", {}}});
+    EXPECT_THAT(idle.visibleOffenders, IsEmpty());
+    EXPECT_THAT(idle.historyByOffenderID, IsEmpty());
+    EXPECT_FALSE(idle.isIndexingOrSetupLikely);
+}
+
+TEST(ProcessOffenderAggregator, StaysFiniteAtTheLimits) {
+    ProcessCPUReading earlier = worker(1, "a", 0).reading;
+    earlier.cumulativeCPUTimeNanoseconds = 0;
+    ProcessCPUReading later = earlier;
+    later.cumulativeCPUTimeNanoseconds = std::numeric_limits<std::uint64_t>::max();
+    later.measuredAt = before + 1ns;
+    const ProcessOffenderConfiguration configuration({});
+    const PreviousReadingsByPID previous = readingsByPID({&earlier, 1});
+    const auto result =
+        ProcessOffenderAggregator{
+            .configuration = configuration,
+            .previousReadingsByPID = previous,
+            .currentReadings = {&later, 1},
+            .existingHistoryByOffenderID = {},
+            .now = now,
+            .comparison = british(),
+            .system = OperatingSystem::mac,
+        }
+            .aggregate();
+    EXPECT_NEAR(result.visibleOffenders.at(0).cpuPercent, 1.8446744073709552e21, 1e12);
 }
 
 } // namespace

@@ -73,6 +73,14 @@ TEST_F(ProcessOffenderEngineTest, NeedsTwoCensusesAndStartsOverAfterAnEmptyOne) 
     EXPECT_EQ(again.offenders.at(0).history.size(), 2U); // an empty census keeps the histories
 }
 
+TEST_F(ProcessOffenderEngineTest, ForgetsEverythingOnReset) {
+    next();
+    next();
+    engine.reset();
+    EXPECT_EQ(next().state, collecting);
+    EXPECT_EQ(next().offenders.at(0).history.size(), 1U);
+}
+
 TEST_F(ProcessOffenderEngineTest, KeepsTheLatestPointsOldestFirst) {
     for (int round = 0; round < 50; ++round) {
         next();

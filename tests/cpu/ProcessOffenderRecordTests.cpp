@@ -39,5 +39,52 @@ TEST(ProcessOffenderConfiguration, RaisesEachValueToItsBound) {
     EXPECT_EQ(lowest.indexingCPUThresholdPercent, 0);
 }
 
+TEST(ProcessOffenderConfiguration, DescribesThisMachineAndProgramByDefault) {
+    fakes::FakeProcessInformation information;
+    information.processors = 6;
+    information.identifier = 77;
+    information.bundle = "app.example";
+    EXPECT_EQ(ProcessOffenderConfiguration::defaultConfiguration(information),
+              ProcessOffenderConfiguration({.processorCount = 6,
+                                            .excludedProcessIdentifier = 77,
+                                            .excludedBundleIdentifier = "app.example",
+                                            .minimumVisibleCPUPercent = 0.05,
+                                            .preferredMinimumOffenderCount = 5,
+                                            .maximumOffenderCount = 8,
+                                            .maximumChildCount = 12,
+                                            .maximumHistoryCount = 48,
+                                            .indexingCPUThresholdPercent = 1.0,
+                                            .pinnedOffenderID = std::nullopt}));
+}
+
+TEST(ProcessOffenderCategory, HasItsWordingAndOwner) {
+    struct Case {
+        std::string_view rawValue;
+        std::string_view label;
+        bool isSystemOwned;
+    };
+
+    const auto expected = std::to_array<Case>({
+        {"userApplication", "Top CPU offender", false},
+        {"browserWorkload", "Likely browser tab/app workload", false},
+        {"developerWorkload", "Developer workload", false},
+        {"indexingOrSetup", "Background indexing/setup", true},
+        {"backgroundSystem", "Background system process", true},
+        {"system", "System process", true},
+        {"unknown", "Process load", false},
+    });
+    ASSERT_EQ(casesOf<ProcessOffenderCategory>().size(), expected.size());
+    for (const auto& row : expected) {
+        const auto category = fromRawValue<ProcessOffenderCategory>(row.rawValue);
+        ASSERT_TRUE(category) << row.rawValue;
+        EXPECT_EQ(rawValue(*category), row.rawValue);
+        EXPECT_EQ(label(*category).in(OperatingSystem::mac), row.label);
+        EXPECT_EQ(isSystemOwned(*category), row.isSystemOwned);
+    }
+    for (const std::string_view state : {"unavailable", "collecting", "ready"}) {
+        EXPECT_EQ(rawValue(fromRawValue<ProcessOffenderSnapshotState>(state).value()), state);
+    }
+}
+
 } // namespace
 } // namespace cindertop

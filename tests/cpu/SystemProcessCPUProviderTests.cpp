@@ -61,6 +61,14 @@ TEST_F(SystemProcessCPUProviderTest, FillsEveryField) {
     EXPECT_THAT(provider.readings(now), ElementsAre(expected));
 }
 
+TEST_F(SystemProcessCPUProviderTest, KeepsTheListingOrderAndSkipsWhatCannotBeRead) {
+    for (const std::int32_t identifier : {30, 0, -1, 10, 20}) {
+        table.add(identifier, "process");
+    }
+    table.processes[3].accounting.reset(); // ended since it was listed
+    EXPECT_THAT(identifiers(), ElementsAre(30, 20));
+}
+
 TEST_F(SystemProcessCPUProviderTest, FindsNothingWhereTheListingFails) {
     table.add(1, "process");
     table.add(2, "process");
@@ -174,6 +182,33 @@ TEST_F(SystemProcessCPUProviderTest, ConvertsClockUnitsWithoutWrapping) {
     }
 }
 
+TEST_F(SystemProcessCPUProviderTest, AsksForTheClockUnitOnce) {
+    table.add(1, "one");
+    table.add(2, "two");
+    provider.readings(now);
+    provider.readings(now);
+    EXPECT_EQ(table.unitQuestions, 1);
+}
+
+TEST_F(SystemProcessCPUProviderTest, DecodesPaths) {
+    struct Case {
+        std::optional<std::string> path;
+        std::optional<std::string> expected;
+    };
+
+    for (const auto& [path, expected] : std::to_array<Case>({
+             {std::nullopt, std::nullopt},
+             {"", ""},
+             {"\0/bin/sh"s, ""},
+             {"/bin/sh\0 (deleted)"s, "/bin/sh"},
+             {"/opt/\xff/x", "/opt/\ufffd/x"},
+         })) {
+        table.processes.clear();
+        table.add(7, "process").path = path;
+        EXPECT_EQ(provider.readings(now).front().executablePath, expected);
+    }
+}
+
 TEST_F(SystemProcessCPUProviderTest, AsksTheSystemForTheApplicationWhereThePathTellsNone) {
     const ProcessApplication editor{"/usr/share/applications/editor.desktop", "editor.desktop", "Editor"};
     for (const auto& path : {std::optional<std::string>(), std::optional("/usr/bin/editor"s),
@@ -239,6 +274,15 @@ TEST_F(SystemProcessCPUProviderTest, ForgetsProcessesThatAreGone) {
     table.count.reset();
     provider.readings(now);
     EXPECT_EQ(table.pathQuestions, 3);
+}
+
+TEST_F(SystemProcessCPUProviderTest, ANamelessProcessIsLookedAtAgain) {
+    table.add(7, "").accounting->identityStamp = 5;
+    EXPECT_THAT(identifiers(), ElementsAre());
+    EXPECT_THAT(identifiers(), ElementsAre());
+    table.processes.clear();
+    table.add(7, "named").accounting->identityStamp = 5;
+    EXPECT_THAT(identifiers(), ElementsAre(7));
 }
 
 TEST(EnclosingApplication, IsTheOutermostApplicationFolder) {

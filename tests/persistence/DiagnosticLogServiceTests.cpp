@@ -236,6 +236,15 @@ TEST_F(DiagnosticLogServiceTest, HoldsEventsThatComeTooFastForTheFile) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(DiagnosticLogServiceTest, WritesSortedIndentedJson) {
+    place(tests::fixture("diagnostics/good/two-events.json"));
+    service.configure(true);
+    const auto json = nlohmann::json::parse(fakes::textOf(file));
+    EXPECT_EQ(fakes::textOf(file), json.dump(2) + "\n");
+    EXPECT_EQ(json.at(0), nlohmann::json::parse(tests::fixture("diagnostics/good/two-events.json")).at(0));
+    EXPECT_EQ(json.at(2).at("timestamp"), "2025-03-05T18:30:00Z");
+}
+
 TEST_F(DiagnosticLogServiceTest, ExportsEverythingItKnows) {
     service.configure(true);
     const auto destination = folder / "export.json";
@@ -273,6 +282,12 @@ TEST_F(DiagnosticLogServiceTest, SaysWhyAnExportFailed) {
     EXPECT_EQ(disabled.error(), DiagnosticLogExportError::disabled);
     EXPECT_EQ(DiagnosticLogService::errorSummary(disabled.error()), "DiagnosticLogExportError#1");
     EXPECT_EQ(disabled.error().message(), "diagnostic logging is off");
+}
+
+TEST_F(DiagnosticLogServiceTest, NamesTheExportByTheUsersDay) {
+    const Instant night = *parseUtcText("2025-03-05T18:30:00Z");
+    EXPECT_EQ(made("UTC").exportFileName(night), "cindertop-diagnostics-2025-03-05.json");
+    EXPECT_EQ(service.exportFileName(night), "cindertop-diagnostics-2025-03-06.json");
 }
 
 TEST_F(DiagnosticLogServiceTest, KeepsItsSupportIdentifier) {

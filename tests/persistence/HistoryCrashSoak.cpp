@@ -136,7 +136,7 @@ CrashReport killRecorders(const std::filesystem::path& file, int times, unsigned
     std::mt19937 random(seed);
     std::uniform_int_distribution<unsigned> pause(0, 12'000'000); // a write takes milliseconds
     CrashReport report;
-    const auto replacement = file.parent_path() / ("." + file.filename().string() + ".new0");
+    const auto replacement = file.parent_path() / ("." + file.filename().string() + ".new");
     std::int64_t next = 0;
     while (report.kills < times && report.problem.empty()) {
         const pid_t child = ::fork();

@@ -112,6 +112,18 @@ TEST_F(HistoryWritingTest, KeepsWhatItCannotWrite) {
     EXPECT_TRUE(store.save()) << "a number that no file can hold is not held, either";
 }
 
+TEST_F(HistoryWritingTest, WaitsAlsoForAFolderThatItCannotMake) {
+    files.fail(Call::makeFolder, std::errc::permission_denied);
+    for (int second = 0; second < 60; second += 5) {
+        time = 7h + std::chrono::seconds(second);
+        store.record(plainSample(morning + std::chrono::seconds(second)));
+    }
+    EXPECT_EQ(std::ranges::count(files.calls, Call::makeFolder), 1);
+    files.repair();
+    EXPECT_TRUE(store.save());
+    EXPECT_EQ(countInFile(), 12U);
+}
+
 TEST_F(HistoryWritingTest, ForgetsWhatItHeldWhenItIsCleared) {
     store.record(plainSample(morning));
     store.record(plainSample(morning + 5s));
@@ -121,6 +133,15 @@ TEST_F(HistoryWritingTest, ForgetsWhatItHeldWhenItIsCleared) {
     EXPECT_TRUE(store.snapshot(morning).samples.empty());
     EXPECT_EQ(store.record(plainSample(morning + 10s)).samples.size(), 1U);
     EXPECT_EQ(countInFile(), 1U) << "a new history begins with a write";
+}
+
+TEST_F(HistoryWritingTest, ReadsOnce) {
+    storeOn(file, {}).record(plainSample(morning));
+    files.calls.clear();
+    EXPECT_EQ(store.snapshot(morning).samples.size(), 1U);
+    EXPECT_EQ(store.record(plainSample(morning + 5s)).samples.size(), 2U);
+    EXPECT_EQ(store.snapshot(morning + 5s).samples.size(), 2U);
+    EXPECT_EQ(std::ranges::count(files.calls, Call::openForReading), 1);
 }
 
 TEST_F(HistoryWritingTest, HandsOutSnapshotsThatStayAsTheyAreWhileItGoesOn) {

@@ -68,6 +68,19 @@ TEST_F(ThermalHistoryStoreTest, StartsWithTheFirstSample) {
     EXPECT_EQ(store.snapshot(noon), expected) << "the file says the same";
 }
 
+TEST_F(ThermalHistoryStoreTest, RaisesItsDurations) {
+    const auto made = [&](double history, double gap) {
+        return ThermalHistoryStore(file, Seconds(history), Seconds(gap), CalendarDays("UTC"), files);
+    };
+    EXPECT_EQ(made(59.9, 9.9).historyDuration(), Seconds(60));
+    EXPECT_EQ(made(59.9, 9.9).maximumAttributionGap(), Seconds(10));
+    EXPECT_EQ(made(std::numeric_limits<double>::quiet_NaN(), -1).historyDuration(), Seconds(60));
+    ThermalHistoryStore endless(file, Seconds(std::numeric_limits<double>::infinity()), Seconds(10),
+                                CalendarDays("UTC"), files);
+    endless.record(sampleAt(at("1700-01-01T00:00:00Z")));
+    EXPECT_EQ(endless.record(sampleAt(noon)).samples.size(), 2U);
+}
+
 TEST_F(ThermalHistoryStoreTest, AttributesAGapToTheLevelBeforeIt) {
     struct Case {
         milliseconds first, second;
@@ -128,6 +141,13 @@ TEST_F(ThermalHistoryStoreTest, BeginsAgainAtMidnight) {
     EXPECT_EQ(back.todaySummary.dayIdentifier, "2025-03-05") << "an earlier day is another day as well";
 }
 
+TEST_F(ThermalHistoryStoreTest, HasTheDaysOfItsTimeZone) {
+    auto indian = storeIn("Asia/Kolkata");
+    indian.record(sampleAt(at("2025-03-05T18:29:50Z"), ThermalLevel::fair));
+    EXPECT_EQ(indian.record(sampleAt(at("2025-03-05T18:30:00Z"))).todaySummary,
+              ThermalDailySummary::fresh("2025-03-06", at("2025-03-05T18:30:00Z")));
+}
+
 TEST_F(ThermalHistoryStoreTest, CountsOffendersByLabel) {
     store.record(offenderAt(noon, "Foo", "org.foo"));
     store.record(offenderAt(noon + seconds(1), std::nullopt, "org.lost"));
@@ -136,6 +156,13 @@ TEST_F(ThermalHistoryStoreTest, CountsOffendersByLabel) {
     EXPECT_EQ(summary.topOffenderCounts, (ThermalDailySummary::OffenderCounts{{"Foo", 2}, {"Bar", 1}}));
     EXPECT_EQ(summary.topOffenderBundleIdentifiers,
               (ThermalDailySummary::OffenderIdentifiers{{"Foo", "org.foo2"}}));
+}
+
+TEST_F(ThermalHistoryStoreTest, MakesTheDictionaryOfIdentifiersWhenItIsAbsent) {
+    place("history/good/summary-without-identifiers.plist");
+    const auto summary = store.record(offenderAt(at("2025-03-05T10:00:10Z"), "Foo", "org.foo")).todaySummary;
+    EXPECT_EQ(summary.topOffenderBundleIdentifiers,
+              (ThermalDailySummary::OffenderIdentifiers{{"Foo", "org.foo"}}));
 }
 
 TEST_F(ThermalHistoryStoreTest, KeepsTheSamplesOfItsWindow) {
@@ -166,6 +193,15 @@ TEST_F(ThermalHistoryStoreTest, LooksWithoutWriting) {
     EXPECT_EQ(std::ranges::count(files.calls, Call::openForReplacing), 0);
 }
 
+TEST_F(ThermalHistoryStoreTest, WritesCompactFilesWithoutWaitingForTheDisk) {
+    store.clear(); // nothing there yet
+    store.record(sampleAt(noon));
+    EXPECT_EQ(std::ranges::count(files.calls, Call::sync), 0);
+    EXPECT_EQ(std::ranges::count(fakes::textOf(file), '\n'), 5);
+    store.clear();
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 TEST_F(ThermalHistoryStoreTest, GoesOnWithAFileOfALaterVersion) {
     place("history/good/other-version.plist");
     const auto snapshot = store.record(sampleAt(at("2025-03-05T10:00:08Z")));
@@ -180,6 +216,14 @@ TEST_F(ThermalHistoryStoreTest, ReplacesABrokenFile) {
     EXPECT_TRUE(decodeHistory(fakes::textOf(file)));
     fakes::writeText(file, std::string(33UZ * 1024 * 1024, ' '));
     EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U);
+}
+
+TEST_F(ThermalHistoryStoreTest, LivesWithAFolderInTheFilesPlace) {
+    std::filesystem::create_directories(file / "below");
+    EXPECT_EQ(store.record(sampleAt(noon)).samples.size(), 1U) << "what it would have been";
+    EXPECT_TRUE(store.snapshot(noon).samples.empty());
+    store.clear();
+    EXPECT_TRUE(std::filesystem::exists(file / "below"));
 }
 
 TEST_F(ThermalHistoryStoreTest, KeepsTheOldFileWhenItCannotWrite) {

@@ -100,6 +100,25 @@ TEST(ThermalEngine, AsksTheSensorsOnlyWhenWanted) {
     EXPECT_EQ(empty.temperatureCelsius, std::nullopt);
 }
 
+TEST(ThermalEngine, TheScoreIsOfTheMomentBeforeTheSensorRead) {
+    Machine machine;
+    machine.sensors.duringRead = [&machine] { machine.clock.advance(std::chrono::seconds(2)); };
+    const auto asked = machine.clock.now();
+    EXPECT_EQ(machine.engine.snapshot(withSensors).measuredAt, asked);
+}
+
+TEST(ThermalEngine, AResetDuringTheSensorReadCountsForThatSnapshot) {
+    Machine machine;
+    machine.notifications->play({1, 2});
+    machine.engine.snapshot(official);
+    machine.sensors.duringRead = [&machine] {
+        std::jthread([&machine] { machine.engine.resetTrend(); }).join();
+    };
+    const auto score = machine.engine.snapshot(withSensors);
+    EXPECT_EQ(score.score, 75);
+    EXPECT_EQ(score.trend, Trend::stable);
+}
+
 TEST(ThermalEngine, ASnapshotThatEntersDuringTheSensorReadIsTheNewestScore) {
     Machine machine;
     machine.notifications->play({2, 1}); // the waiting snapshot has read 2

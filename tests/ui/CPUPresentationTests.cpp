@@ -170,6 +170,20 @@ TEST_F(CPUPresentationTest, SamplesWhileItIsLookedAt) {
     EXPECT_LE(samplesWithin(16s).size(), 2);
 }
 
+TEST_F(CPUPresentationTest, TakesOneSampleAtATimeAndMayEndBeforeIt) {
+    openBusy();
+    pass(2s);
+    program.executor.isHolding = true;
+    select();
+    EXPECT_TRUE(program.executor.answerNext());
+    EXPECT_FALSE(program.executor.workNext());
+    pass(3s); // the next one is under way
+    cpu->setShown(false);
+    cpu->setShown(true);
+    cpu.reset();
+    program.executor.release();
+}
+
 TEST_F(CPUPresentationTest, KeepsTheSelectedOffenderWhileItRests) {
     openBusy();
     cpu->select("bundle:org.example.unknown");

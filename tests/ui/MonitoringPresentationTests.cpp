@@ -64,6 +64,22 @@ protected:
     }
 };
 
+TEST_F(MonitoringPresentationTest, WaitsForASecondSampleAndForTheFirstOffender) {
+    open();
+    EXPECT_FALSE(monitoring->hasChart());
+    EXPECT_EQ(monitoring->trackedText(), "0s");
+    EXPECT_EQ(monitoring->seriousText(), "0 episodes");
+    EXPECT_EQ(monitoring->frequentLoadText(), "No clear offender yet");
+    EXPECT_EQ(monitoring->frequentLoadIconSource(), "");
+    program.pass(0s);
+    EXPECT_FALSE(monitoring->hasChart());
+    monitoring->inspect(1);
+    EXPECT_FALSE(monitoring->readout().isPresent);
+    program.pass(10s);
+    EXPECT_TRUE(monitoring->hasChart());
+    EXPECT_TRUE(monitoring->readout().isPresent); // the pointer has not moved
+}
+
 TEST_F(MonitoringPresentationTest, SumsUpTheDay) {
     program.machine.processes.processes.clear();
     auto& busy = program.machine.processes.add(7, "Lumen");

@@ -42,5 +42,17 @@ TEST_F(OnboardingPresentationTest, StartsWhenTheCheckIsOverAndTheTermsAreTicked)
     check(Marker::complete, "M2 MacBook Air detected");
 }
 
+TEST_F(OnboardingPresentationTest, TellsAnotherMachineSoAndStartsToo) {
+    program.machine.systemValues.texts = {{"hw.model", "20XW"}};
+    program.architecture = "x86_64";
+    check(Marker::failed, "Apple Silicon required");
+    OnboardingPresentation onboarding(*program.state, {});
+    EXPECT_EQ(onboarding.detailTitles(), (QStringList{"Target", "Model", "Chip", "Arch", "Power"}));
+    EXPECT_EQ(onboarding.detailValues(),
+              (QStringList{"MacBook Air M-series", "20XW", "unknown", "x86_64", "Power source unavailable"}));
+    onboarding.setShowsDetails(true);
+    EXPECT_TRUE(onboarding.showsDetails());
+}
+
 } // namespace
 } // namespace cindertop::ui

@@ -27,5 +27,13 @@ TEST(AgentLock, IsHeldByOneAtATime) {
               perms::owner_read | perms::owner_write);
 }
 
+TEST(AgentLock, SaysWhyItCannotBeHad) {
+    const TemporaryTree tree;
+    tree.write("file", "").link("linked/agent.lock", "../file");
+    EXPECT_EQ(AgentLock::tryAcquire(tree.path() / "file/below").error(), std::errc::not_a_directory);
+    EXPECT_EQ(AgentLock::tryAcquire(tree.path() / "linked").error(),
+              std::errc::too_many_symbolic_link_levels);
+}
+
 } // namespace
 } // namespace cindertop::linux_platform

@@ -220,5 +220,21 @@ TEST_F(CpuThrottlingTest, AThrottlingShowsWhileItLastsAndNotAgainAtItsEnd) {
             {"9", "", true, 0.25}});
 }
 
+TEST_F(CpuThrottlingTest, CountersOfProcessorsThatComeAndGo) {
+    ThrottleCounters counters(tree.roots(), clock.clock());
+    EXPECT_FALSE(counters.read(false));
+    setCounter(0, "core_throttle_total_time_ms", "100");
+    clock.advance(1s);
+    ASSERT_TRUE(counters.read(false)); // the folder of processors changed
+
+    setCounter(0, "core_throttle_total_time_ms", "3100");
+    clock.advance(30s); // everything is learnt anew, what was counted is not forgotten
+    EXPECT_DOUBLE_EQ(counters.read(false).value().loss, 0.1);
+
+    tree.remove(processor(0) / "thermal_throttle");
+    clock.advance(1s);
+    EXPECT_FALSE(counters.read(false));
+}
+
 } // namespace
 } // namespace cindertop::linux_platform

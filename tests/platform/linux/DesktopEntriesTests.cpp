@@ -8,8 +8,28 @@
 namespace cindertop::linux_platform {
 namespace {
 
+using Paths = std::vector<std::filesystem::path>;
+
 std::optional<std::string> nameOf(const std::optional<DesktopEntry>& entry) {
     return entry ? std::optional(entry->name) : std::nullopt;
+}
+
+Paths foldersFor(const char* home, const char* dataHome, const char* dataDirectories) {
+    DesktopEnvironment environment;
+    environment.home = home;
+    environment.dataHome = dataHome;
+    environment.dataDirectories = dataDirectories;
+    return environment.applicationFolders();
+}
+
+TEST(DesktopEnvironment, KnowsTheUsualFolders) {
+    EXPECT_EQ(foldersFor("/home/a", "", ""),
+              (Paths{"/home/a/.local/share/applications", "/usr/local/share/applications",
+                     "/usr/share/applications"}));
+    EXPECT_EQ(foldersFor("/home/a", "relative", "/x:relative::/z"),
+              (Paths{"/home/a/.local/share/applications", "/x/applications", "/z/applications"}));
+    EXPECT_EQ(foldersFor("", "/own", "/x"), (Paths{"/own/applications", "/x/applications"}));
+    EXPECT_EQ(foldersFor("", "", "/x"), (Paths{"/x/applications"}));
 }
 
 TEST(DesktopEntries, TakesTheNameInTheUsersLanguage) {
@@ -160,6 +180,14 @@ TEST(LaunchCommand, TellsTheProgramFromWhatStartsIt) {
              {"", std::nullopt},
          })) {
         EXPECT_EQ(parseExec(exec), command) << exec;
+    }
+}
+
+TEST(LaunchCommand, TellsAWrapperByTheNameOfWhatItWraps) {
+    EXPECT_EQ(wrapperOf("/nix/store/1-maps/bin/.maps-wrapped"), "/nix/store/1-maps/bin/maps");
+    EXPECT_EQ(wrapperOf("/gnu/store/1-maps/bin/.maps-real"), "/gnu/store/1-maps/bin/maps");
+    for (const auto* const path : {"/bin/maps", "/bin/maps-wrapped", "/bin/.maps", "/bin/.-wrapped", ""}) {
+        EXPECT_EQ(wrapperOf(path), std::nullopt) << path;
     }
 }
 

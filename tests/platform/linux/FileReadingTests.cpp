@@ -1,7 +1,5 @@
-#include "SteppedClock.h"
 #include "TemporaryTree.h"
 #include "platform/linux/AttributeFile.h"
-#include "platform/linux/DeviceFolder.h"
 #include "platform/linux/FileReading.h"
 
 #include <gmock/gmock.h>
@@ -71,6 +69,21 @@ TEST(FileReading, TakesWholeDecimalNumbersOnly) {
     }
 }
 
+TEST(FileReading, GivesNumbersAndWordsOfFiles) {
+    const TemporaryTree tree;
+    tree.attribute("number", "-1").attribute("word", "  intel_powerclamp ").write("blank", " \n");
+    tree.write("endless", std::string(200, '1'))
+        .write("padded", "5" + std::string(200, ' '))
+        .folder("folder");
+
+    EXPECT_EQ(readInteger(tree.path() / "number"), -1);
+    for (const auto* const file : {"word", "blank", "endless", "padded", "folder", "none"}) {
+        EXPECT_EQ(readInteger(tree.path() / file), std::nullopt) << file;
+    }
+    EXPECT_EQ(readAttribute(tree.path() / "word"), "intel_powerclamp");
+    EXPECT_EQ(readAttribute(tree.path() / "blank"), std::nullopt);
+}
+
 TEST(FileReading, ListsNamesAsPeopleOrderThem) {
     const TemporaryTree tree;
     for (const auto* const name :
@@ -101,52 +114,19 @@ TEST(AttributeFile, AnswersAnewEachTime) {
     EXPECT_EQ(file.word(), std::unexpected(FileError::oversized));
 }
 
-using namespace std::chrono_literals;
-
-class DeviceFolderTest : public testing::Test {
-protected:
-    TemporaryTree tree;
-    SteppedClock clock;
-};
-
-TEST_F(DeviceFolderTest, IsOutdatedWhenADeviceComesGoesOrIsReplaced) {
-    tree.folder("sys/class/thermal/thermal_zone0");
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
-    EXPECT_TRUE(folder.isOutdated());
-    EXPECT_FALSE(folder.isOutdated());
-
-    tree.folder("sys/class/thermal/cooling_device0");
-    EXPECT_TRUE(folder.isOutdated());
-    EXPECT_FALSE(folder.isOutdated());
-
-    tree.folder("sys/class/thermal/new").remove("sys/class/thermal/thermal_zone0");
-    std::filesystem::rename(folder.path() / "new", folder.path() / "thermal_zone0");
-    EXPECT_TRUE(folder.isOutdated());
-
-    tree.remove("sys/class");
-    EXPECT_TRUE(folder.isOutdated());
-    EXPECT_FALSE(folder.isOutdated());
-}
-
-TEST_F(DeviceFolderTest, GrowsOldByItself) {
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
-    EXPECT_TRUE(folder.isOutdated()); // also without a folder: what was learnt is that there is nothing
-    clock.advance(29s);
-    EXPECT_FALSE(folder.isOutdated());
-    clock.advance(1s);
-    EXPECT_TRUE(folder.isOutdated());
-}
-
-TEST_F(DeviceFolderTest, IsNotListedWhileTheKernelReportsNoEvent) {
-    tree.folder("sys/class/thermal").attribute("sys/kernel/uevent_seqnum", "7");
-    DeviceFolder folder(tree.roots(), "class/thermal", clock.clock());
-    EXPECT_TRUE(folder.isOutdated());
-    tree.folder("sys/class/thermal/thermal_zone0"); // cannot be on a real machine without an event
-    EXPECT_FALSE(folder.isOutdated());
-    tree.attribute("sys/kernel/uevent_seqnum", "9");
-    EXPECT_TRUE(folder.isOutdated());
-    tree.attribute("sys/kernel/uevent_seqnum", "10"); // of another class
-    EXPECT_FALSE(folder.isOutdated());
+TEST(AttributeFile, StaysOpenOnSysfsAndAsksTheKernelAgain) {
+    const std::filesystem::path attribute = "/sys/kernel/uevent_seqnum";
+    const auto opened = readInteger(attribute);
+    if (!opened) {
+        GTEST_SKIP() << "no sysfs here";
+    }
+    AttributeFile file(attribute);
+    const auto first = file.integer();
+    const auto second = file.integer();
+    ASSERT_TRUE(first && second);
+    EXPECT_GE(*first, *opened); // the counter only grows
+    EXPECT_GE(*second, *first);
+    EXPECT_LE(*second, readInteger(attribute).value_or(0));
 }
 
 } // namespace

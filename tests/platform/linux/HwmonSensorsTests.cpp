@@ -84,10 +84,36 @@ protected:
     LinuxTemperatureEvents events{sensors};
 };
 
+TEST(SensorsOfMachines, ThinkPad) {
+    Machine thinkPad("thinkpad");
+    EXPECT_EQ(thinkPad.sensors.status().reason, "not read yet");
+    EXPECT_THAT(thinkPad.read(),
+                ElementsAre(Pair("SSD Composite (nvme0)", 38.85), Pair("SSD Sensor 1 (nvme0)", 38.85),
+                            Pair("SSD Sensor 2 (nvme0)", 43.85), Pair("CPU Package 0", 51),
+                            Pair("CPU Core 0", 48), Pair("CPU Core 4", 51), Pair("CPU Core 8", 49),
+                            Pair("CPU Core 12", 47)));
+    EXPECT_EQ(thinkPad.sensors.status(), (SourceStatus{"temperature sensors", true, "8 sensors"}));
+}
+
+TEST(SensorsOfMachines, AmdLaptop) {
+    EXPECT_THAT(Machine("amd-laptop").read(),
+                ElementsAre(Pair("SSD Composite (nvme0)", 41.85), Pair("SSD Sensor 1 (nvme0)", 41.85),
+                            Pair("CPU Control", 58.625), Pair("CPU CCD 1", 55.5), Pair("GPU Edge", 49)));
+}
+
 TEST(SensorsOfMachines, AppleSilicon) {
     EXPECT_THAT(Machine("apple-silicon").read(),
                 ElementsAre(Pair("NAND Flash", 33.1), Pair("Battery Hotspot", 31.9),
                             Pair("Charger Regulator", 34.5), Pair("Battery", 31.2)));
+}
+
+TEST(SensorsOfMachines, NoSensors) {
+    for (const auto* const name : {"bare-vm", "none"}) {
+        Machine bare(name);
+        EXPECT_THAT(bare.read(), IsEmpty());
+        EXPECT_EQ(bare.sensors.status(),
+                  (SourceStatus{"temperature sensors", false, "no known temperature sensor"}));
+    }
 }
 
 TEST(SensorsOfMachines, BrokenFilesAreNoReadings) {
@@ -109,6 +135,16 @@ TEST_F(HwmonSensorsTest, OnlyTheMatchingForTemperaturesListsThem) {
     EXPECT_EQ(services[0]->copyEvent(15)->floatValue(983041), 0);
 }
 
+TEST_F(HwmonSensorsTest, TheStatusCountsWhatAnswers) {
+    addChip(0, "coretemp", "Core 0", "50000");
+    addChip(1, "amdgpu", "edge", "");
+    readAll(events);
+    EXPECT_EQ(sensors.status().reason, "1 of 2 sensors");
+    addChip(0, "coretemp", "Core 0", "");
+    readAfter(30s);
+    EXPECT_EQ(sensors.status(), (SourceStatus{"temperature sensors", false, "2 sensors, none answers"}));
+}
+
 TEST_F(HwmonSensorsTest, EachThingCountsOnce) {
     const std::filesystem::path zone = "sys/class/thermal/thermal_zone0";
     tree.attribute(zone / "type", "gpu-thermal").attribute(zone / "temp", "61000");
@@ -122,6 +158,17 @@ TEST_F(HwmonSensorsTest, EachThingCountsOnce) {
     tree.link(chip(2) / "device", "../../power_supply/BAT0");
     addChip(3, "amdgpu", "edge", "62000"); // not a copy of anything
     EXPECT_THAT(readAll(events), ElementsAre(Pair("GPU Edge", 62), Pair("GPU", 61), Pair("Battery", 30)));
+}
+
+TEST_F(HwmonSensorsTest, ABatteryThatOnlyItsCopyKnowsTheHeatOf) {
+    tree.attribute("sys/class/power_supply/sbs-12/type", "Battery");
+    tree.attribute("sys/class/power_supply/hid-mouse/scope", "Device");
+    int number = 0;
+    for (const auto* const supply : {"sbs-12", "hid-mouse"}) {
+        addChip(number, supply, "temp", "30000");
+        tree.link(chip(number++) / "device", std::filesystem::path("../../power_supply") / supply);
+    }
+    EXPECT_THAT(readAll(events), ElementsAre(Pair("Battery", 30)));
 }
 
 TEST_F(HwmonSensorsTest, SuppliesOfMiceAndChargersAreNoBattery) {

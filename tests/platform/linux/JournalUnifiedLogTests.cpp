@@ -13,6 +13,16 @@
 namespace cindertop::linux_platform {
 namespace {
 
+TEST(JournalUnifiedLog, GivesTheJournalItsFields) {
+    EXPECT_EQ(journalFields(UnifiedLogLevel::error, "app.example", "thermal", "hot = 1"),
+              (std::vector<std::string>{"MESSAGE=hot = 1", "PRIORITY=3", "SYSLOG_IDENTIFIER=cindertop",
+                                        "SUBSYSTEM=app.example", "CATEGORY=thermal"}));
+    EXPECT_EQ(journalFields(UnifiedLogLevel::debug, "", "", "").at(1), "PRIORITY=7");
+    EXPECT_EQ(journalFields(UnifiedLogLevel::info, "", "", "").at(1), "PRIORITY=6");
+    EXPECT_EQ(journalFields(UnifiedLogLevel::warning, "", "", "").at(1), "PRIORITY=4");
+    EXPECT_EQ(journalFields(UnifiedLogLevel::info, "", "", "a\nPRIORITY=0").front(), "MESSAGE=a PRIORITY=0");
+}
+
 TEST(JournalUnifiedLog, WritesOneHarmlessLine) {
     EXPECT_EQ(terminalLine("thermal", "36°C · ok"), "cindertop: [thermal] 36°C · ok\n");
     EXPECT_EQ(terminalLine("app", "a\r\ncindertop: [app] b"), "cindertop: [app] a  cindertop: [app] b\n");

@@ -56,6 +56,16 @@ protected:
     LinuxApplicationCatalog catalog{machine.tree().roots(), processes, desktop.entries()};
 };
 
+TEST_F(LinuxApplicationCatalogTest, DescribesAnInstalledApplication) {
+    machine.run({.identifier = 42, .name = "browser"}).executable(42, browser);
+    EXPECT_EQ(
+        catalog.applicationOfProcess(42),
+        (ProcessApplication{desktop.path("share/applications/browser.desktop"), "browser", "Webbrowser"}));
+    EXPECT_EQ(catalog.openBundle("/Applications/Maps.app"), nullptr);
+    EXPECT_EQ(catalog.status(),
+              (SourceStatus{"applications", true, "6 desktop entries, no units of systemd"}));
+}
+
 TEST_F(LinuxApplicationCatalogTest, TheStrongerMarkWins) {
     machine.run({.identifier = 42, .name = "process"});
     const auto now = [&] {
@@ -77,6 +87,18 @@ TEST_F(LinuxApplicationCatalogTest, TheStrongerMarkWins) {
     EXPECT_EQ(now(), "Karten");
     unit(42, "app.slice/app-flatpak-org.b.Weather-77.scope");
     EXPECT_EQ(now(), "Weather");
+}
+
+TEST_F(LinuxApplicationCatalogTest, NamesSandboxesWithoutAnEntry) {
+    machine.run({.identifier = 42, .name = "a"})
+        .run({.identifier = 43, .name = "b"})
+        .run({.identifier = 44, .name = "c"});
+    unit(42, "app.slice/app-flatpak-org.b.Weather-77.scope");
+    machine.file(43, "root/.flatpak-info", "[Application]\nname=org.c.Chess\n");
+    unit(44, "app.slice/snap.code.insiders-4706fe54-7802-4808-aa7e-ae8b567239e0.scope");
+    EXPECT_EQ(catalog.applicationOfProcess(42), (ProcessApplication{"", "org.b.Weather", "Weather"}));
+    EXPECT_EQ(catalog.applicationOfProcess(43), (ProcessApplication{"", "org.c.Chess", "Chess"}));
+    EXPECT_EQ(catalog.applicationOfProcess(44), (ProcessApplication{"", "code_insiders", "code"}));
 }
 
 TEST_F(LinuxApplicationCatalogTest, TakesAnAmbiguousUnitOnlyForAnInstalledApplication) {
@@ -129,6 +151,24 @@ TEST_F(LinuxApplicationCatalogTest, HelpersBelongToTheNearestAncestor) {
     processes.countProcesses();
     processes.accounting(40);
     EXPECT_EQ(application(41), "none");
+}
+
+TEST_F(LinuxApplicationCatalogTest, NothingPassesThroughShellsTerminalsAndLeaders) {
+    machine.run({.identifier = 40, .name = "terminal"});
+    launchedFrom(40, desktop.path("share/applications/terminal.desktop"), 40);
+    machine.run({.identifier = 41, .name = "bash", .parent = 40})
+        .run({.identifier = 42, .name = "make", .parent = 41})
+        .run({.identifier = 43, .name = "systemd", .parent = 40})
+        .run({.identifier = 44, .name = "daemon", .parent = 43})
+        .run({.identifier = 45, .name = "leader", .parent = 40, .session = 45})
+        .run({.identifier = 46, .name = "worker", .parent = 45, .session = 45})
+        .run({.identifier = 47, .name = "vim", .parent = 40})
+        .run({.identifier = 48, .name = "helper", .parent = 40});
+    unit(47, "app.slice/app-org.gnome.Terminal.slice/vte-spawn-4706fe54-7802-4808-aa7e-ae8b567239e0.scope");
+    for (const auto process : {41, 42, 43, 44, 45, 46, 47}) {
+        EXPECT_EQ(application(process), "none") << process;
+    }
+    EXPECT_EQ(application(48), "Terminal");
 }
 
 TEST_F(LinuxApplicationCatalogTest, ADesktopShellKeepsItsNameToItself) {
@@ -239,6 +279,14 @@ TEST_F(TerminalTest, OwnsNothingThatItsShellsStart) {
         for (const auto process : {shellOfTab, make, monitor, abandoned, detached, multiplexer}) {
             EXPECT_EQ(application(process), "none") << style.name << ": " << process;
         }
+    }
+}
+
+TEST_F(LinuxApplicationCatalogTest, OtherUnitsDecideForTheShellsInThem) {
+    machine.run({.identifier = 40, .name = "sh"}).run({.identifier = 41, .name = "wrapped", .parent = 40});
+    for (const auto process : {40, 41}) {
+        unit(process, "app.slice/app-gnome-mail-40.scope");
+        EXPECT_EQ(application(process), "Post") << "a script that starts the application";
     }
 }
 

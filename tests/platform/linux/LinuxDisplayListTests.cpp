@@ -1,6 +1,7 @@
-#include "MachineTree.h"
+#include "FixtureMachine.h"
 #include "PrivateBus.h"
 #include "ScriptedService.h"
+#include "TemporaryTree.h"
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxDisplayList.h"
 
@@ -123,6 +124,20 @@ TEST_F(DisplaysOfAMachine, AreTheLitOnes) {
     }
 }
 
+TEST_F(DisplaysOfAMachine, GoDarkOneByOne) {
+    connect("card0-eDP-1", "connected", "enabled", "On");
+    connect("card0-DP-1", "connected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 2, 1, 1}));
+    connect("card0-DP-1", "connected", "enabled", "Off");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1, 0}));
+    connect("card0-DP-1", "connected", "disabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1, 0}));
+    connect("card0-DP-1", "disconnected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1, 0}));
+    machine.remove("sys/class/drm/card0-DP-1/dpms").remove("sys/class/drm/card0-DP-1/enabled");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 1, 0})) << "no question to a disconnected one";
+}
+
 TEST_F(DisplaysOfAMachine, AreUnknownWhileOneDoesNotAnswer) {
     for (const auto* const attribute : {"status", "enabled", "dpms"}) {
         connect("card0-eDP-1", "connected", "enabled", "On");
@@ -133,6 +148,31 @@ TEST_F(DisplaysOfAMachine, AreUnknownWhileOneDoesNotAnswer) {
     }
     machine.remove("sys/class/drm/card0-DP-1").link("sys/class/drm/card0-DP-1", "gone");
     EXPECT_EQ(ask(list), (Displays{0, 1, 1, 0})) << "unplugged since the listing";
+}
+
+TEST_F(DisplaysOfAMachine, StayAsCountedUntilTheNextCount) {
+    connect("card0-eDP-1", "connected", "enabled", "On");
+    connect("card0-DP-1", "connected", "enabled", "On");
+    EXPECT_EQ(list.countActiveDisplays().count, 2U);
+    const auto before = list.activeDisplays(2).identifiers;
+    machine.remove("sys/class/drm");
+    EXPECT_EQ(list.activeDisplays(2).identifiers, before);
+    const auto withoutRoom = list.activeDisplays(1);
+    EXPECT_EQ(withoutRoom.count, 1U);
+    EXPECT_EQ(withoutRoom.identifiers.size(), 1U);
+    const auto withTooMuch = list.activeDisplays(3);
+    EXPECT_EQ(withTooMuch.count, 2U);
+    EXPECT_EQ(withTooMuch.identifiers.back(), 0U);
+    EXPECT_NE(list.countActiveDisplays().status, 0);
+}
+
+TEST_F(DisplaysOfAMachine, WithoutAPlaceAreNeitherBuiltInNorExternal) {
+    connect("card0-Unknown-1", "connected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 1, 0, 0}));
+    EXPECT_FALSE(list.canFold());
+    connect("card1-DP-1", "connected", "enabled", "On");
+    EXPECT_EQ(ask(list), (Displays{0, 2, 0, 1}));
+    EXPECT_EQ(list.placeOf(4711), DisplayPlace::external) << "none of the list";
 }
 
 TEST_F(DisplaysOfAMachine, FoldOverAPanelUnderALid) {
@@ -176,6 +216,13 @@ TEST_F(DisplaysOfAMachine, FoldOverAPanelUnderALid) {
         EXPECT_EQ(list.canFold(), canFold)
             << testing::PrintToString(connectors) << testing::PrintToString(facts);
     }
+}
+
+TEST_F(DisplaysOfAMachine, FindALidThatIsPluggedInLater) {
+    connect("card0-DSI-1", "connected", "enabled", "On");
+    EXPECT_FALSE(list.canFold());
+    machine.attribute("sys/class/input/input7/capabilities/sw", "1");
+    EXPECT_TRUE(list.canFold());
 }
 
 TEST_F(DisplaysOfAMachine, FollowALidThatIsNotAnnounced) {

@@ -1,5 +1,6 @@
-#include "MachineTree.h"
+#include "FixtureMachine.h"
 #include "OpenCounter.h"
+#include "TemporaryTree.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/PowerOverview.h"
 
@@ -206,6 +207,54 @@ Properties batteryOf(const LinuxPowerSources& sources) {
 
 PropertyValue number(std::int64_t value) {
     return value;
+}
+
+TEST(LinuxPowerSources, DescribesWholeMachines) {
+    struct Case {
+        std::string machine;
+        std::optional<std::string> source;
+        Properties battery;
+        bool isAvailable;
+    };
+
+    for (const auto& [machine, source, battery, isAvailable] : std::vector<Case>{
+             {"thinkpad",
+              "Battery Power",
+              {{"BatteryInstalled", true},
+               {"CurrentCapacity", number(17056000 + 9081000)},
+               {"MaxCapacity", number(21320000 + 20180000)},
+               {"IsCharging", false},
+               {"FullyCharged", false},
+               {"ExternalConnected", false}},
+              true},
+             {"amd-laptop",
+              "AC Power",
+              {{"BatteryInstalled", true},
+               {"CurrentCapacity", number(63)},
+               {"MaxCapacity", number(100)},
+               {"IsCharging", true},
+               {"FullyCharged", false},
+               {"ExternalConnected", true}},
+              true},
+             {"apple-silicon",
+              "AC Power",
+              {{"BatteryInstalled", true},
+               {"CurrentCapacity", number(71)},
+               {"MaxCapacity", number(100)},
+               {"IsCharging", true},
+               {"FullyCharged", false},
+               {"ExternalConnected", true},
+               {"Temperature", number(3044)}},
+              true},
+             {"bare-vm", "AC Power", {}, false},
+             {"broken", std::nullopt, {{"BatteryInstalled", true}}, false},
+         }) {
+        const LinuxPowerSources sources(fixtureMachine(machine));
+        EXPECT_EQ(sources.providingPowerSourceType(), source) << machine;
+        EXPECT_EQ(batteryOf(sources), battery) << machine;
+        EXPECT_EQ(sources.status().isAvailable, isAvailable) << machine;
+        EXPECT_EQ(sources.matchingServices("IOService")->next(), nullptr) << machine;
+    }
 }
 
 TEST(LinuxPowerSources, WithoutTheFolderNothingIsKnown) {

@@ -1,23 +1,16 @@
 #include "ScriptedProcesses.h"
 #include "platform/linux/LinuxProcessTable.h"
-#include "platform/linux/ProcessStat.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <csignal>
-#include <filesystem>
 #include <limits>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace cindertop::linux_platform {
@@ -71,6 +64,24 @@ TEST_F(LinuxProcessTableTest, ListsTheProcessesInOrderAndInTheRoomGiven) {
     EXPECT_EQ(list(), (std::vector{4, 30}));
 }
 
+TEST_F(LinuxProcessTableTest, OneListingServesBothCallsOfACensus) {
+    machine.run({.identifier = 4, .name = "a"});
+    EXPECT_EQ(table.countProcesses(), 1);
+    machine.run({.identifier = 5, .name = "b"});
+    std::array<std::int32_t, 8> room{};
+    EXPECT_EQ(table.listProcesses(room), 1);
+    EXPECT_EQ(table.listProcesses(room), 2); // which no count went before
+}
+
+TEST_F(LinuxProcessTableTest, FailsWithoutAProcFolder) {
+    LinuxProcessTable none({.proc = "/nonexistent/proc", .sys = {}}, machine.clocks());
+    std::array<std::int32_t, 8> room{};
+    EXPECT_LT(none.countProcesses(), 1);
+    EXPECT_LT(none.listProcesses(room), 1);
+    EXPECT_FALSE(none.accounting(1));
+    EXPECT_EQ(none.status(), (SourceStatus{"processes", false, "/nonexistent/proc: not there"}));
+}
+
 TEST_F(LinuxProcessTableTest, SaysWhatTheLatestCensusSaw) {
     const auto status = [&] { return table.status().reason.substr(machine.tree().path().string().size()); };
     machine.run({.identifier = 4, .name = "a"});
@@ -112,6 +123,12 @@ TEST_F(LinuxProcessTableTest, DescribesAProcess) {
     EXPECT_EQ(table.executablePath(42), "/usr/libexec/gnome-terminal-server");
 }
 
+TEST_F(LinuxProcessTableTest, CutsALongNameBetweenCharacters) {
+    machine.run({.identifier = 42, .name = "0123456789abcde"});
+    machine.file(42, "cmdline", "/bin/0123456789abcdefghijklmnopqrst\xf0\x9f\x94\xa5");
+    EXPECT_EQ(textOf(census(42)->longName), "0123456789abcdefghijklmnopqrst");
+}
+
 TEST_F(LinuxProcessTableTest, MarksKernelThreadsAndAsksThemNoFile) {
     machine.run(
         {.identifier = 9, .name = "kworker/0:1-events_power_efficient", .parent = 2, .flags = 0x04208060});
@@ -137,6 +154,17 @@ TEST_F(LinuxProcessTableTest, OpensNoFileOfAnIdleProcess) {
     EXPECT_EQ(machine.times().cpuTimeReads, 2);
 }
 
+TEST_F(LinuxProcessTableTest, StartTimeStaysWhereItWas) {
+    machine.run({.identifier = 42, .name = "busy"});
+    const auto before = census(42);
+    machine.times().now += seconds(11); // someone set the clock
+    machine.run({.identifier = 42, .name = "busy"});
+    const auto after = census(42);
+    EXPECT_EQ(after->startSeconds, before->startSeconds);
+    EXPECT_EQ(after->identityStamp, before->identityStamp);
+    EXPECT_GT(after->totalUserTime, before->totalUserTime);
+}
+
 TEST_F(LinuxProcessTableTest, StampChangesWithWhatAProcessIs) {
     const ScriptedProcess process{.identifier = 42, .name = "sh", .parent = 7, .startStack = 1000};
     const auto changed = [&](auto change) {
@@ -160,6 +188,30 @@ TEST_F(LinuxProcessTableTest, StampChangesWithWhatAProcessIs) {
         EXPECT_EQ(textOf(after->longName), other.name);
         EXPECT_EQ(after->parentProcessIdentifier, other.parent);
     }
+}
+
+TEST_F(LinuxProcessTableTest, SeesAnotherOwner) {
+    machine.run({.identifier = 42, .name = "login"});
+    const auto before = stamp(42);
+    if (::chown((machine.tree().path() / "proc/42").c_str(), 4321, static_cast<gid_t>(-1)) != 0) {
+        GTEST_SKIP() << "only root gives folders away";
+    }
+    machine.run({.identifier = 42, .name = "login"});
+    EXPECT_EQ(census(42)->realUserIdentifier, 4321U);
+    EXPECT_NE(stamp(42), before);
+}
+
+TEST_F(LinuxProcessTableTest, AReusedIdentifierIsANewProcess) {
+    machine.run({.identifier = 42, .name = "old"});
+    machine.times().cpuTimes[42] = seconds(900);
+    const auto before = census(42);
+    machine.run({.identifier = 42, .name = "old", .startTicks = 300'000});
+    machine.times().cpuTimes[42] = milliseconds(2); // less than before
+    const auto after = census(42);
+    ASSERT_TRUE(after);
+    EXPECT_NE(after->identityStamp, before->identityStamp);
+    EXPECT_EQ(after->startSeconds, 1'003'000U);
+    EXPECT_EQ(after->totalUserTime, 2'000'000U);
 }
 
 TEST_F(LinuxProcessTableTest, AChildOfAVanishedParentIsReadAgain) {
@@ -191,6 +243,17 @@ TEST_F(LinuxProcessTableTest, AChildIsReadAgainWhenItsParentDiesOrIsAnotherProgr
     }
 }
 
+TEST_F(LinuxProcessTableTest, AZombieKeepsWhatItWas) {
+    machine.run({.identifier = 42, .name = "gnome-terminal-", .startStack = 1000});
+    machine.file(42, "cmdline", "/usr/libexec/gnome-terminal-server");
+    const auto before = census(42);
+    machine.file(42, "cmdline", "");
+    machine.run({.identifier = 42, .name = "gnome-terminal-", .state = 'Z'});
+    const auto after = census(42);
+    EXPECT_EQ(textOf(after->longName), "gnome-terminal-server");
+    EXPECT_EQ(after->identityStamp, before->identityStamp);
+}
+
 TEST_F(LinuxProcessTableTest, AProcessThatVanishesBetweenTwoReadsIsAbsent) {
     machine.run({.identifier = 42, .name = "a"}).run({.identifier = 43, .name = "b"});
     EXPECT_EQ(list(), (std::vector{42, 43}));
@@ -215,6 +278,20 @@ TEST_F(LinuxProcessTableTest, AYoungProcessIsLookedAtOnceMore) {
     EXPECT_EQ(stamp(42), settled);
     machine.run({.identifier = 42, .name = "app"});
     EXPECT_EQ(stamp(42), settled);
+}
+
+TEST_F(LinuxProcessTableTest, TimesThatFitNowhereAreAbsent) {
+    for (const auto ticks :
+         {std::numeric_limits<std::uint64_t>::max(), std::uint64_t{922'337'203'685'477'580} / 10}) {
+        machine.run({.identifier = 42, .name = "odd", .startTicks = ticks});
+        const auto odd = census(42);
+        ASSERT_TRUE(odd);
+        EXPECT_EQ(odd->startSeconds, 0U);
+        EXPECT_EQ(odd->startMicroseconds, 0U);
+    }
+    machine.times().now = Instant(std::chrono::minutes(30)); // the machine seems to have started before 1970
+    machine.run({.identifier = 43, .name = "early"});
+    EXPECT_EQ(census(43)->startSeconds, 0U);
 }
 
 TEST_F(LinuxProcessTableTest, ChurnLeavesNeitherStrangersNorLosses) {
@@ -242,160 +319,6 @@ TEST_F(LinuxProcessTableTest, ChurnLeavesNeitherStrangersNorLosses) {
         }
     }
     EXPECT_EQ(table.knownCount(), alive.size());
-}
-
-TEST(ProcessStat, TakesTheFieldsBehindAnyName) {
-    for (const std::string name :
-         {"bash", "a b", "a) S 1 (b", ")", "((", "", "line\nend", "\xff\xfe", "kworker/u8:2-flush"}) {
-        EXPECT_EQ(parseProcessStat(statLine({.identifier = 42,
-                                             .name = name,
-                                             .parent = 7,
-                                             .session = 9,
-                                             .startTicks = 18446744073709551615ULL,
-                                             .startStack = 140724117406912,
-                                             .state = 'R',
-                                             .flags = 0x00200040})),
-                  (ProcessStat{.name = name,
-                               .state = 'R',
-                               .parent = 7,
-                               .session = 9,
-                               .flags = 0x00200040,
-                               .startTicks = 18446744073709551615ULL,
-                               .startStack = 140724117406912}))
-            << name;
-    }
-}
-
-TEST(ProcessStat, RefusesWhatIsNoLine) {
-    const auto line = statLine({.identifier = 42, .name = "x"});
-    for (const auto& broken : {
-             std::string(),
-             std::string(")("),
-             std::string("42 (x)"),
-             std::string("42 (x) "),
-             line.substr(0, line.find(" 2998272")), // ends behind the start time
-             statLine({.identifier = 42, .name = "x", .state = ' '}),
-             std::string("42 (x) S one 7 1 0 -1 0 1 2 3 4 5 6 7 8 20 0 1 0 5 2 3 4 1 1 0 "),
-             std::string("42 (x) S 99999999999 7 1 0 -1 0 1 2 3 4 5 6 7 8 20 0 1 0 5 2 3 4 1 1 0 "),
-             std::string("42 (x) S 1 7 1 0 -1 -4 1 2 3 4 5 6 7 8 20 0 1 0 5 2 3 4 1 1 0 "),
-             std::string("42 (x) S 1 7 1 0 -1 0 1 2 3 4 5 6 7 8 20 0 1 0 -5 2 3 4 1 1 0 "),
-             std::string("42 (x) S 1 7 1 0 -1 0 1 2 3 4 5 6 7 8 20 0 1 0 18446744073709551616 2 3 4 1 1 0 "),
-         }) {
-        EXPECT_FALSE(parseProcessStat(broken)) << broken;
-    }
-}
-
-TEST(ProcessStat, CompletesNamesThatTheKernelCut) {
-    struct Case {
-        std::string_view shortName;
-        std::string_view commandLine;
-        std::string_view name;
-    };
-
-    using namespace std::string_view_literals;
-    for (const auto& [shortName, commandLine, name] : std::to_array<Case>({
-             {"gnome-terminal-", "/usr/libexec/gnome-terminal-server\0--x"sv, "gnome-terminal-server"},
-             {"localsearch-ext", "localsearch-extractor-3\0"sv, "localsearch-extractor-3"},
-             {"Isolated Web Co", "/usr/lib/firefox/firefox\0-contentproc"sv, "Isolated Web Co"},
-             {"gnome-terminal-", "", "gnome-terminal-"},
-             {"bash", "/bin/bash-static\0"sv, "bash"}, // not cut
-             {"chromium-browse", "/usr/lib/c/chromium-browser --type=zygote --dir=/a/b"sv,
-              "chromium-browser"},
-             {"electron-applic", "/opt/e/electron-application /opt/e/app.asar"sv, "electron-application"},
-             {"Sheets - Office", "/opt/s/Sheets - Office Suite\0/home/a"sv, "Sheets - Office Suite"},
-             {"fifteen-bytes-x", "/bin/fifteen-bytes-x/\0"sv, "fifteen-bytes-x"},
-         })) {
-        EXPECT_EQ(uncutName(shortName, commandLine), name);
-    }
-}
-
-TEST(ProcessStat, LeavesOutWhatAKernelWorkerDoesNow) {
-    for (const auto& [name, steady] : std::to_array<std::array<std::string_view, 2>>({
-             {"kworker/0:1-events", "kworker/0:1"},
-             {"kworker/u8:2+flush-259:0", "kworker/u8:2"},
-             {"kworker/1:0H", "kworker/1:0H"},
-             {"kworker/R-rcu_gp", "kworker/R-rcu_gp"},
-             {"irq/24-pciehp", "irq/24-pciehp"},
-         })) {
-        EXPECT_EQ(steadyName(name), steady);
-    }
-}
-
-/// A child that waits for its end.
-class WaitingChild {
-public:
-    WaitingChild() : identifier_(::fork()) {
-        if (identifier_ == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            ::pause();
-            ::_exit(0);
-        }
-    }
-
-    ~WaitingChild() {
-        if (identifier_ > 0) {
-            die();
-            reap();
-        }
-    }
-
-    WaitingChild(const WaitingChild&) = delete;
-    WaitingChild& operator=(const WaitingChild&) = delete;
-
-    pid_t identifier() const { return identifier_; }
-
-    /// Waits until it is dead, but leaves it as a zombie.
-    void die() const {
-        ::kill(identifier_, SIGKILL);
-        siginfo_t information{};
-        ::waitid(P_PID, static_cast<id_t>(identifier_), &information, WEXITED | WNOWAIT);
-    }
-
-    void reap() { ::waitpid(std::exchange(identifier_, -1), nullptr, 0); }
-
-private:
-    pid_t identifier_;
-};
-
-std::vector<std::int32_t> listing(LinuxProcessTable& table) {
-    std::vector<std::int32_t> identifiers(static_cast<std::size_t>(std::max(table.countProcesses(), 0)));
-    identifiers.resize(static_cast<std::size_t>(std::max(table.listProcesses(identifiers), 0)));
-    return identifiers;
-}
-
-std::optional<std::string> nameOf(const std::optional<ProcessAccounting>& process) {
-    return process.transform([](const auto& known) {
-        return std::string(untilZeroByte({known.shortName.data(), known.shortName.size()}));
-    });
-}
-
-TEST(LiveProcesses, FollowsAChildFromBirthToGrave) {
-    LinuxProcessTable table;
-    WaitingChild child;
-    const auto identifier = child.identifier();
-    ASSERT_GT(identifier, 0);
-    EXPECT_TRUE(std::ranges::binary_search(listing(table), identifier));
-    const auto own = table.accounting(::getpid());
-    const auto alive = table.accounting(identifier);
-    ASSERT_TRUE(own && alive);
-    EXPECT_EQ(alive->parentProcessIdentifier, ::getpid());
-    EXPECT_EQ(alive->realUserIdentifier, ::geteuid());
-    EXPECT_EQ(nameOf(alive), nameOf(own));
-    EXPECT_EQ(table.executablePath(identifier), std::filesystem::canonical("/proc/self/exe"));
-    EXPECT_GE(alive->startSeconds, own->startSeconds);
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    EXPECT_LE(std::chrono::seconds(alive->startSeconds), now + std::chrono::seconds(1));
-    EXPECT_GE(std::chrono::seconds(alive->startSeconds), now - std::chrono::minutes(10));
-
-    child.die();
-    const auto zombie = table.accounting(identifier);
-    ASSERT_TRUE(zombie);
-    EXPECT_GE(zombie->totalUserTime, alive->totalUserTime);
-    EXPECT_EQ(nameOf(zombie), nameOf(own));
-
-    child.reap();
-    EXPECT_FALSE(table.accounting(identifier));
-    EXPECT_FALSE(std::ranges::binary_search(listing(table), identifier));
 }
 
 } // namespace

@@ -59,6 +59,17 @@ protected:
     DesktopTree desktop;
 };
 
+TEST_F(RunningApplicationsTest, AreFoundByIdentifierAndPath) {
+    run({.identifier = none + 1, .name = "maps"}, "maps");
+    const LinuxRunningApplications applications(groups());
+    const RunningApplication maps{none + 1, "maps", entry("maps")};
+    EXPECT_EQ(applications.findByBundleIdentifier("maps"), maps);
+    EXPECT_EQ(applications.findByBundlePath(entry("maps")), maps);
+    EXPECT_EQ(applications.findByBundleIdentifier("shell"), std::nullopt);
+    EXPECT_EQ(applications.findByBundleIdentifier(""), std::nullopt);
+    EXPECT_EQ(applications.findByBundlePath(""), std::nullopt);
+}
+
 TEST_F(RunningApplicationsTest, MainIsTheOldestWithAParentOutside) {
     run({.identifier = none + 1, .name = "renderer", .parent = none + 3, .startTicks = 1}, "maps");
     run({.identifier = none + 2, .name = "second", .startTicks = 9}, "maps");

@@ -76,6 +76,40 @@ protected:
     LinuxThermalPressureNotifications pressure{tree.roots(), clock.clock(), heat};
 };
 
+TEST(ThermalPressureOfMachines, RegistersWhereSomethingTells) {
+    struct Case {
+        const char* machine;
+        bool isRegistered;
+        SourceStatus status;
+    };
+
+    const SteppedClock clock;
+    for (const auto& [machine, isRegistered, status] : std::to_array<Case>({
+             {"thinkpad", true, {"CPU throttling", true, "9 CPU cooling devices and 8 throttle counters"}},
+             {"amd-laptop", true, {"CPU throttling", true, "8 CPU cooling devices"}},
+             {"apple-silicon",
+              false,
+              {"CPU throttling", false, "no CPU cooling device and no throttle counter"}},
+             {"bare-vm", false, {"CPU throttling", false, "no CPU cooling device and no throttle counter"}},
+             {"broken", false, {"CPU throttling", false, "no CPU cooling device and no throttle counter"}},
+         })) {
+        const auto folder = std::filesystem::path(CINDERTOP_FIXTURES) / machine;
+        const Roots roots{.proc = folder / "proc", .sys = folder / "sys"};
+        ThermalZones zones(roots, clock.clock());
+        MachineHeat heat(roots, clock.clock(), zones);
+        LinuxThermalPressureNotifications pressure(roots, clock.clock(), heat);
+        EXPECT_FALSE(pressure.status().isAvailable);
+        const auto registration = pressure.registerCheck(name);
+        EXPECT_EQ(registration.status == 0, isRegistered) << machine;
+        EXPECT_EQ(pressure.status(), status) << machine;
+        if (isRegistered) {
+            const auto state = pressure.state(registration.token);
+            EXPECT_EQ(state.status, 0U);
+            EXPECT_EQ(state.raw, 0U) << machine;
+        }
+    }
+}
+
 TEST_F(ThermalPressureTest, RisesAndFallsWithTheHeat) {
     addZone();
     addCooler();
@@ -106,6 +140,29 @@ TEST_F(ThermalPressureTest, RisesAndFallsWithTheHeat) {
         EXPECT_EQ(state.status, 0U);
         EXPECT_EQ(state.raw, raw) << temperature << " " << coolerState;
     }
+}
+
+TEST_F(ThermalPressureTest, AFrequencyCapCountsWhileACoolerIsActive) {
+    addCooler();
+    set(cooler, "max_state", "99");
+    set("sys/devices/system/cpu/cpufreq/policy0/", "scaling_max_freq", "800000");
+    set("sys/devices/system/cpu/cpufreq/policy0/", "cpuinfo_max_freq", "4000000");
+    const auto token = pressure.registerCheck(name).token;
+    EXPECT_EQ(pressure.state(token).raw, 0U);
+    set(cooler, "cur_state", "1");
+    EXPECT_EQ(pressure.state(token).raw, 3U);
+}
+
+TEST_F(ThermalPressureTest, CountersAloneAreEnough) {
+    constexpr auto counter = "sys/devices/system/cpu/cpu0/thermal_throttle/";
+    set(counter, "package_throttle_total_time_ms", "1000");
+    const auto registration = pressure.registerCheck(name);
+    ASSERT_EQ(registration.status, 0U);
+    EXPECT_EQ(pressure.state(registration.token).raw, 0U);
+    clock.advance(1s);
+    set(counter, "package_throttle_total_time_ms", "1600");
+    EXPECT_EQ(pressure.state(registration.token).raw, 2U); // half at most
+    EXPECT_EQ(pressure.status().reason, "1 throttle counter");
 }
 
 TEST_F(ThermalPressureTest, AProcessorNearItsLimitThrottlesWhileTheCounterSaysSo) {
@@ -160,6 +217,17 @@ TEST_F(ThermalPressureTest, FailsWithoutASourceAndWhenItGoesAway) {
     pressure.cancel(registration.token);
     EXPECT_NE(pressure.state(registration.token).status, 0U);
     EXPECT_EQ(pressure.state(other.token).status, 0U);
+}
+
+TEST_F(ThermalPressureTest, SharesTheZonesReadingOfTheTick) {
+    addZone();
+    addCooler();
+    const auto token = pressure.registerCheck(name).token;
+    const OpenCounter temperature(tree.path() / zone / "temp");
+    clock.advance(1s);
+    EXPECT_EQ(heat.read().state, 0);
+    EXPECT_EQ(pressure.state(token).raw, 0U);
+    EXPECT_EQ(temperature.take(), 1);
 }
 
 } // namespace

@@ -147,5 +147,12 @@ TEST_F(LogindSleepTest, OutlivesLogindAndTheBus) {
     EXPECT_TRUE(until([this] { return holdsLock(); }));
 }
 
+TEST_F(LogindSleepTest, SaysNothingWhereThereIsNoLogind) {
+    ASSERT_TRUE(until([this] { return sleep.descriptor().has_value(); }));
+    sleep.update();
+    EXPECT_FALSE(holdsLock());
+    EXPECT_EQ(events, "");
+}
+
 } // namespace
 } // namespace cindertop::linux_platform

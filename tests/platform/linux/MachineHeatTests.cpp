@@ -1,16 +1,13 @@
-#include "MachineTree.h"
+#include "FixtureMachine.h"
 #include "OpenCounter.h"
 #include "SteppedClock.h"
-#include "platform/linux/LinuxHeatSourceSurvey.h"
-#include "platform/linux/LinuxMachine.h"
+#include "TemporaryTree.h"
 #include "platform/linux/MachineHeat.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace cindertop::linux_platform {
@@ -110,44 +107,6 @@ TEST_F(MachineHeatTest, IsReadOnceInATickAndTellsItsSources) {
     clock.advance(1s);
     heat.read();
     EXPECT_EQ(heat.status().reason, "1 zone");
-}
-
-using testing::Contains;
-
-TEST(Fans, TellTheirSpeedOrAreNone) {
-    struct Case {
-        std::string_view file;
-        std::string_view text;
-        bool isFound;
-    };
-
-    for (const auto& [file, text, isFound] : std::to_array<Case>({
-             {"fan1_input", "2400\n", true},
-             {"fan12_input", "0\n", true}, // one that stands still
-             {"fan1_input", "", false},
-             {"fan1_input", "none\n", false},
-             {"fan_input", "2400\n", false},
-             {"fan1_label", "2400\n", false},
-             {"fan1_input_x", "2400\n", false},
-             {"temp1_input", "2400\n", false},
-         })) {
-        const TemporaryTree tree;
-        EXPECT_FALSE(findFan(tree.roots()));
-        tree.attribute("sys/class/hwmon/hwmon0/name", "other");
-        tree.write("sys/class/hwmon/hwmon4/" + std::string(file), text);
-        EXPECT_EQ(findFan(tree.roots()), isFound) << file << " " << text;
-    }
-}
-
-TEST(HeatSourceSurvey, FindsWhatALaptopTells) {
-    LinuxMachine laptop(fixtureMachine("thinkpad"));
-    const auto found = laptop.services().heatSourceSurvey->findHeatSources();
-    EXPECT_GE(found.thermalState, 0);
-    EXPECT_TRUE(found.pressureSource);
-    EXPECT_THAT(found.sensors, Contains("CPU Package 0"));
-
-    LinuxMachine machine(fixtureMachine("bare-vm"));
-    EXPECT_EQ(machine.services().heatSourceSurvey->findHeatSources(), HeatSources{});
 }
 
 } // namespace

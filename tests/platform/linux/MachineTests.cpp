@@ -1,12 +1,11 @@
-#include "MachineTree.h"
+#include "FixtureMachine.h"
+#include "TemporaryTree.h"
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxProcessInformation.h"
 #include "platform/linux/LinuxSystemValues.h"
-#include "platform/linux/OperatingSystemVersion.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,6 +56,27 @@ TEST(LinuxHostStatistics, ReadsTheFirstLineOnly) {
     EXPECT_EQ(statistics.cpuLoad(), (HostCpuLoad{10, 30, 40, 20}));
     EXPECT_TRUE(statistics.status().isAvailable);
     EXPECT_EQ(LinuxHostStatistics(fixtureMachine("broken")).cpuLoad(), std::nullopt);
+}
+
+TEST(LinuxSystemValues, NamesTheMachine) {
+    struct Case {
+        std::string machine;
+        std::optional<std::string> model, brand;
+    };
+
+    for (const auto& [machine, model, brand] : std::to_array<Case>({
+             {"thinkpad", "ThinkPad T480", "Intel(R) Core(TM) i5-8350U CPU @ 1.70GHz"},
+             {"amd-laptop", "Laptop 13 (AMD Ryzen 7040Series)", "AMD Ryzen 7 7840U w/ Radeon  780M Graphics"},
+             {"apple-silicon", "Mac14,2", "Apple M2"},
+             {"bare-vm", "Standard PC (Q35 + ICH9, 2009)", "Intel(R) Xeon(R) Processor @ 2.60GHz"},
+             {"broken", std::nullopt, std::nullopt},
+         })) {
+        const LinuxSystemValues values(fixtureMachine(machine));
+        EXPECT_EQ(values.text("hw.model"), model) << machine;
+        EXPECT_EQ(values.text("machdep.cpu.brand_string"), brand) << machine;
+        EXPECT_EQ(values.text("hw.memsize"), std::nullopt);
+        EXPECT_EQ(values.status().isAvailable, model.has_value()) << machine;
+    }
 }
 
 TEST(LinuxSystemValues, TrustsTheDeviceTreeBeforeTheBootLoader) {
@@ -132,6 +152,31 @@ TEST(LinuxSystemValues, NamesArmProcessorsByTheirChip) {
     }
 }
 
+TEST(MachineIdentity, KnowsWhatItListsOnly) {
+    EXPECT_EQ(parseCompatible("a\0\0b\0c"s), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(appleModelIdentifier({"apple,j293", "apple,t8103"}), std::nullopt);
+    EXPECT_EQ(appleChipBrand({"apple,j293", "apple,t8103"}), "Apple M1");
+    EXPECT_EQ(appleChipBrand({"apple,j314s", "apple,t6000"}), std::nullopt);
+    EXPECT_EQ(parseProcessorModel("processor\t: 0\nmodel\t\t: 142\nmodel name\t: A: B\n"), "A: B");
+    EXPECT_EQ(parseProcessorModel("model name\t:\n"), std::nullopt);
+    EXPECT_EQ(parseProcessorModel("model name\t: cut of"), std::nullopt);
+}
+
+TEST(LinuxProcessInformation, AnswersForThisProcess) {
+    const TemporaryTree tree;
+    tree.attribute("sys/firmware/acpi/platform_profile", "low-power");
+    SystemBus bus(steadyClock(), "unix:path=" + (tree.path() / "no-bus").string());
+    PowerProfile profile(bus, tree.roots());
+    int state = 2;
+    const LinuxProcessInformation information([&] { return state; }, profile, "app.example");
+    EXPECT_EQ(information.thermalState(), 2);
+    state = -1;
+    EXPECT_EQ(information.thermalState(), -1);
+    EXPECT_TRUE(information.isLowPowerModeEnabled());
+    EXPECT_EQ(information.processIdentifier(), ::getpid());
+    EXPECT_EQ(information.bundleIdentifier(), "app.example");
+}
+
 TEST(LinuxProcessInformation, CountsTheProcessorsItMayUse) {
     const TemporaryTree tree;
     SystemBus bus(steadyClock(), "unix:path=" + (tree.path() / "no-bus").string());
@@ -147,39 +192,6 @@ TEST(LinuxProcessInformation, CountsTheProcessorsItMayUse) {
     ASSERT_EQ(::sched_setaffinity(0, sizeof one, &one), 0);
     EXPECT_EQ(information.activeProcessorCount(), 1);
     ASSERT_EQ(::sched_setaffinity(0, sizeof before, &before), 0);
-}
-
-TEST(OperatingSystemVersion, IsReadAsAShellWould) {
-    struct Case {
-        std::string_view text;
-        std::optional<std::string> name;
-    };
-
-    for (const auto& [text, name] : std::to_array<Case>({
-             {"NAME=a\nPRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\n", "Debian GNU/Linux 12 (bookworm)"},
-             {"PRETTY_NAME='a \"b\" \\c'", "a \"b\" \\c"},
-             {"  PRETTY_NAME=\"a \\\"b\\\" \\$c\"\r\n", "a \"b\" $c"},
-             {"PRETTY_NAME=Arch\\ Linux\n", "Arch Linux"},
-             {"#PRETTY_NAME=a\nXPRETTY_NAME=a\nPRETTY_NAME", std::nullopt},
-             {"PRETTY_NAME=\"\"\n", std::nullopt},
-             {"PRETTY_NAME=a\xFF\n", "a\uFFFD"},
-         })) {
-        EXPECT_EQ(osReleaseValue(text, "PRETTY_NAME"), name) << text;
-    }
-}
-
-TEST(OperatingSystemVersion, NamesWhatItCan) {
-    const TemporaryTree tree;
-    const auto version = [&] {
-        return operatingSystemVersion(tree.roots(), tree.path() / "etc", tree.path() / "usr");
-    };
-    EXPECT_EQ(version(), "Linux");
-    tree.attribute("proc/sys/kernel/osrelease", "6.1.0-37-amd64");
-    EXPECT_EQ(version(), "Linux 6.1.0-37-amd64");
-    tree.write("usr", "PRETTY_NAME=Fallback\n");
-    EXPECT_EQ(version(), "Fallback, Linux 6.1.0-37-amd64");
-    tree.write("etc", "PRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\n");
-    EXPECT_EQ(version(), "Debian GNU/Linux 12 (bookworm), Linux 6.1.0-37-amd64");
 }
 
 } // namespace

@@ -10,12 +10,6 @@
 
 namespace cindertop::linux_platform {
 
-/// The trees of a machine under tests/fixtures, for tests that only read.
-inline Roots fixtureMachine(std::string_view name) {
-    const auto machine = std::filesystem::path(CINDERTOP_FIXTURES) / name;
-    return {.proc = machine / "proc", .sys = machine / "sys"};
-}
-
 /// A machine of tests/fixtures/machines, unfolded into a folder of its own. Its file has sections "[folder]"
 /// with lines "file text" and "link -> target"; "\n", "\t" and "\0" in a text stand for these bytes, and each
 /// text without a zero byte ends with a line end. "#" begins a comment.

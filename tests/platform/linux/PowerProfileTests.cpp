@@ -44,6 +44,28 @@ protected:
     PowerProfile profile{bus, machine.roots()};
 };
 
+TEST_F(PowerProfileOnABus, WithoutABusTheFirmwareCounts) {
+    EXPECT_FALSE(profile.isSavingPower());
+    EXPECT_EQ(profile.status(),
+              (SourceStatus{"power profile", false, "system bus not reachable; no platform profile"}));
+    machine.attribute(firmware, "low-power");
+    EXPECT_TRUE(profile.isSavingPower());
+    EXPECT_TRUE(profile.status().isAvailable);
+    machine.attribute(firmware, "balanced");
+    EXPECT_FALSE(profile.isSavingPower());
+}
+
+TEST_F(PowerProfileOnABus, TriesAgainAfterHalfAMinuteAndNotBefore) {
+    profile.isSavingPower();
+    daemon.start();
+    now += 30s - 1ns;
+    profile.isSavingPower();
+    EXPECT_EQ(bus.handle(), nullptr);
+    now += 1ns;
+    profile.isSavingPower();
+    EXPECT_NE(bus.handle(), nullptr);
+}
+
 TEST_F(PowerProfileOnABus, FollowsTheServiceThroughItsLife) {
     daemon.start();
     machine.attribute(firmware, "low-power");

@@ -96,6 +96,18 @@ TEST_F(PropertyListUserDefaultsTest, KeepsForeignKeys) {
     EXPECT_EQ(defaults.value("added.meanwhile"), PropertyValue(std::int64_t{5}));
 }
 
+TEST_F(PropertyListUserDefaultsTest, WritesOnceSyncedAndOnlyWhenSomethingChanged) {
+    PropertyListUserDefaults defaults(file, files);
+    const std::vector<UserDefaultsChange> changes{
+        {"a", true}, {"b", "x"s}, {"a", false}, {"c", std::nullopt}};
+    defaults.apply(changes);
+    EXPECT_EQ(defaults.value("a"), PropertyValue(false));
+    EXPECT_EQ(std::ranges::count(files.calls, Call::rename), 1);
+    EXPECT_EQ(std::ranges::count(files.calls, Call::sync), 1);
+    defaults.apply(changes);
+    EXPECT_EQ(std::ranges::count(files.calls, Call::rename), 1);
+}
+
 TEST_F(PropertyListUserDefaultsTest, PutsABrokenFileAside) {
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(CINDERTOP_FIXTURES) /
                                                                  "persistence/preferences/broken")) {
@@ -227,6 +239,14 @@ TEST_F(PropertyListUserDefaultsTest, TriesOnceMoreAtItsEnd) {
         files.repair();
     }
     EXPECT_TRUE(stored().contains("a"));
+}
+
+TEST_F(PropertyListUserDefaultsTest, DropsWhatNoFileCanHold) {
+    PropertyListUserDefaults defaults(file, files);
+    defaults.set("number", std::numeric_limits<double>::infinity());
+    defaults.set("key\x01", true);
+    defaults.set("text", "a\x01\r\n"s);
+    EXPECT_EQ(stored(), (PropertyListValue::Dictionary{{"text", {"a\n"s}}}));
 }
 
 } // namespace

@@ -175,5 +175,25 @@ TEST(SensorNames, NeverBearTheSameName) {
     }
 }
 
+TEST(SensorNames, ShowTheControlTemperatureWhereThatChipHasNoDie) {
+    EXPECT_EQ(
+        namesOf({chipSource("k10temp", "Tctl", "", "hwmon1"), chipSource("k10temp", "Tdie", "", "hwmon1"),
+                 chipSource("k10temp", "Tctl", "", "hwmon2")}),
+        (Names{"CPU Die", "CPU Control"}));
+}
+
+TEST(SensorNames, FindTheirFilesAndCopies) {
+    EXPECT_EQ(parseTemperatureInput("temp1_input"), 1);
+    EXPECT_EQ(parseTemperatureInput("temp14_input"), 14);
+    for (const auto* const file : {"temp_input", "temp1_label", "temp1_input_", "in1_input", "tempx_input",
+                                   "temp99999999999999999999_input", "temp1000_input"}) {
+        EXPECT_EQ(parseTemperatureInput(file), std::nullopt) << file;
+    }
+    EXPECT_TRUE(isHwmonNameOf("macsmc_battery", "macsmc-battery"));
+    EXPECT_TRUE(isHwmonNameOf("cpu_thermal", "cpu-thermal"));
+    EXPECT_FALSE(isHwmonNameOf("cpu_thermal", "cpu-thermal1"));
+    EXPECT_FALSE(isHwmonNameOf("coretemp", "acpitz"));
+}
+
 } // namespace
 } // namespace cindertop::linux_platform

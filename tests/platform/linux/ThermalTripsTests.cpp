@@ -130,6 +130,15 @@ TEST(ThermalTrips, TurnATemperatureIntoAState) {
     EXPECT_EQ(thermalStateOf({}, 140000), 0);
 }
 
+TEST(ThermalTrips, KnowsTheKindsByTheirNames) {
+    EXPECT_EQ(parseTripKind("passive\n"), TripKind::passive);
+    EXPECT_EQ(parseTripKind("hot"), TripKind::hot);
+    EXPECT_EQ(parseTripKind("critical"), TripKind::critical);
+    for (const auto* const text : {"", "Critical", "hotter", "passive2", "0", "active", "active3"}) {
+        EXPECT_EQ(parseTripKind(text), std::nullopt) << text;
+    }
+}
+
 TEST(ThermalTrips, CountInZonesOfTheMachineOnly) {
     for (const auto* const type :
          {"acpitz", "B0D4", "TCPU", "cpu-thermal", "SEN1", "TSKN", "gpu_thermal", "soc-thermal"}) {

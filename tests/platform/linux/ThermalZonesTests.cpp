@@ -52,6 +52,30 @@ protected:
     ThermalZones zones{tree.roots(), clock.clock()};
 };
 
+TEST(ThermalZonesOfMachines, GiveStateAndStatus) {
+    struct Case {
+        const char* machine;
+        ThermalZoneReading reading;
+        SourceStatus status;
+    };
+
+    const SteppedClock clock;
+    for (const auto& [machine, reading, status] : std::to_array<Case>({
+             {"thinkpad", {.state = 0}, {"thermal zones", true, "3 zones"}},
+             {"amd-laptop", {.state = 0}, {"thermal zones", true, "1 zone"}},
+             {"apple-silicon", unavailable, {"thermal zones", false, "no thermal zones"}},
+             {"bare-vm", unavailable, {"thermal zones", false, "no thermal zones"}},
+             {"broken", unavailable, {"thermal zones", false, "no thermal zone has an answer now"}},
+             {"none", unavailable, {"thermal zones", false, "no thermal zones"}},
+         })) {
+        const auto folder = std::filesystem::path(CINDERTOP_FIXTURES) / machine;
+        ThermalZones zones({.proc = folder / "proc", .sys = folder / "sys"}, clock.clock());
+        EXPECT_FALSE(zones.status().isAvailable);
+        EXPECT_EQ(zones.read(), reading) << machine;
+        EXPECT_EQ(zones.status(), status) << machine;
+    }
+}
+
 TEST_F(ThermalZonesTest, FollowTheHeat) {
     struct Case {
         const char* temperature;
@@ -165,6 +189,24 @@ TEST_F(ThermalZonesTest, SlowDriversAreAskedOnceInATick) {
     now += 1s;
     EXPECT_EQ(slow.read().state, 0);
     EXPECT_EQ(first.take(), 1);
+}
+
+TEST_F(ThermalZonesTest, AskTheDriverOnceInATick) {
+    zones.read();
+    const OpenCounter temperature(tree.path() / zone(0) / "temp");
+    const OpenCounter trip(tree.path() / zone(0) / "trip_point_1_temp");
+
+    tree.attribute(zone(0) / "temp", "90000");
+    temperature.take();
+    EXPECT_EQ(stateAfter(49ms), 0);
+    EXPECT_EQ(zones.temperature("thermal_zone0"), 45000);
+    EXPECT_EQ(temperature.take(), 0);
+
+    clock.advance(1ms);
+    EXPECT_EQ(zones.temperature("thermal_zone0"), 90000);
+    EXPECT_EQ(zones.read().state, 2);
+    EXPECT_EQ(temperature.take(), 1);
+    EXPECT_EQ(trip.take(), 0);
 }
 
 TEST_F(ThermalZonesTest, LearnTripsAnewEveryHalfMinuteAndDevicesAtOnce) {

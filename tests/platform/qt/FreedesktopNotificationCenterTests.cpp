@@ -190,6 +190,41 @@ TEST_F(FreedesktopNotificationCenterTest, BeginsAnewWithAnotherServer) {
     EXPECT_EQ(server->notified.back().replacedId(), 500U);
 }
 
+TEST_F(FreedesktopNotificationCenterTest, KeepsNoNumberOfAServerThatHasBeenReplaced) {
+    startServer(100);
+    EXPECT_EQ(post(request("shown")), "shown");
+    server->behaviour = Behaviour::hangs;
+    results.clear();
+    add(request("under way"));
+    runUntil([&] { return server->notified.size() == 2; });
+    const auto former = std::move(server);
+    former->resign();
+    startServer(500);
+    settle();
+    former->answerLate(100U);
+    awaitResults(1);
+    EXPECT_EQ(post(request("next")), "shown");
+    EXPECT_EQ(server->notified.back().replacedId(), 0U);
+}
+
+TEST_F(FreedesktopNotificationCenterTest, TellsThatANotificationFailed) {
+    startServer();
+    for (const auto behaviour : {Behaviour::fails, Behaviour::answersNonsense}) {
+        server->behaviour = behaviour;
+        EXPECT_EQ(post(request("asked for capabilities")), "failed");
+        EXPECT_TRUE(server->notified.empty());
+    }
+    server->behaviour = Behaviour::answers;
+    EXPECT_EQ(post(request("fine")), "shown");
+    for (const auto behaviour : {Behaviour::fails, Behaviour::answersNonsense}) {
+        server->behaviour = behaviour;
+        EXPECT_EQ(post(request("asked to show")), "failed");
+    }
+    server->behaviour = Behaviour::answers;
+    EXPECT_EQ(post(request("fine")), "shown");
+    EXPECT_EQ(server->notified.back().replacedId(), 100U);
+}
+
 TEST_F(FreedesktopNotificationCenterTest, WaitsForNoHungServer) {
     startServer();
     server->behaviour = Behaviour::hangs;
@@ -223,6 +258,29 @@ TEST_F(FreedesktopNotificationCenterTest, TellsWhatIsAllowed) {
     server.reset();
     EXPECT_EQ(askForPermission(), "error");
     EXPECT_EQ(readStatus(), Status::unknown);
+}
+
+TEST_F(FreedesktopNotificationCenterTest, CountsAServerThatTheBusCanStart) {
+    fakes::writeText(services / "notifications.service",
+                     "[D-BUS Service]\nName=org.freedesktop.Notifications\nExec=/bin/false\n");
+    daemon.stop();
+    EXPECT_EQ(readStatus(), Status::unknown);
+    EXPECT_EQ(post(request("into the void")), "failed");
+    daemon.start();
+    openCenter();
+    EXPECT_EQ(readStatus(), Status::notDetermined);
+    EXPECT_EQ(askForPermission(), "granted");
+    EXPECT_EQ(post(request("it does not start")), "failed");
+}
+
+TEST_F(FreedesktopNotificationCenterTest, AnswersWithoutABusAndAsManyTimesAsAsked) {
+    center = std::make_unique<FreedesktopNotificationCenter>(QDBusConnection("none"), clock, defaults,
+                                                             [] { return false; });
+    EXPECT_EQ(readStatus(), Status::unknown);
+    add(request("nowhere"));
+    add(request("nowhere"));
+    runDueTimers();
+    EXPECT_EQ(results, Texts(2, "failed"));
 }
 
 TEST_F(FreedesktopNotificationCenterTest, AnswersNothingOnceDestroyed) {

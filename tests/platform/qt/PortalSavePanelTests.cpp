@@ -183,4 +183,15 @@ TEST(SavePlace, IsNeverAnotherFile) {
     }
 }
 
+TEST_F(PortalSavePanelTest, EndsItsPanelsWithTheBus) {
+    const ScriptedPortal portal(daemon.address());
+    choose();
+    runUntil([&] { return portal.asked.size() == 1; });
+    panel->useBus(QDBusConnection("no such connection"));
+    EXPECT_EQ(places, std::vector<std::string>{"nowhere"});
+    choose();
+    await(2);
+    EXPECT_EQ(places.back(), "/otherwise/a.json");
+}
+
 } // namespace cindertop::desktop

@@ -54,6 +54,12 @@ public:
     ScriptedNotificationServer(const ScriptedNotificationServer&) = delete;
     ScriptedNotificationServer& operator=(const ScriptedNotificationServer&) = delete;
 
+    /// Gives the service's name up, for another server to take.
+    void resign() { connection_.unregisterService("org.freedesktop.Notifications"); }
+
+    /// Answers the last call that hangs.
+    void answerLate(const QVariant& answer) { connection_.send(unanswered_.createReply(answer)); }
+
     QString introspect(const QString& /*path*/) const override { return {}; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
@@ -78,7 +84,7 @@ private:
         return replaced == 0 ? nextId_++ : replaced;
     }
 
-    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) const {
+    void reply(const QDBusMessage& message, const QVariant& answer, const QDBusConnection& connection) {
         switch (behaviour) {
         case Behaviour::answers:
             connection.send(message.createReply(answer));
@@ -90,6 +96,7 @@ private:
             connection.send(message.createReply("nonsense"));
             return;
         case Behaviour::hangs:
+            unanswered_ = message;
             return;
         }
     }
@@ -97,6 +104,7 @@ private:
     QString connectionName_; ///< each server has its own, as a number
     QDBusConnection connection_;
     uint nextId_;
+    QDBusMessage unanswered_;
 };
 
 } // namespace cindertop::desktop

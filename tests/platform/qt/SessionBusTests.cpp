@@ -70,6 +70,12 @@ TEST_F(SessionBusTest, FindsABusThatStartsLateAndOneThatComesBack) {
     EXPECT_FALSE(clock.nextDue()) << "a connected program waits for nothing";
 }
 
+TEST_F(SessionBusTest, IsQuietWithoutAnAddress) {
+    SessionBus bus(clock, "");
+    EXPECT_FALSE(bus.connection().isConnected());
+    EXPECT_FALSE(clock.nextDue());
+}
+
 TEST(SessionBusAddress, IsTheOneOfTheEnvironmentAndStartsNoBus) {
     const auto with = [](const QByteArray& address, const QByteArray& folder) {
         qputenv("DBUS_SESSION_BUS_ADDRESS", address);

@@ -1,7 +1,3 @@
-#include "ThermalReadings.h"
-#include "fakes/FakeClock.h"
-#include "fakes/FakeProcessInformation.h"
-#include "fakes/FakeTemperatureEvents.h"
 #include "fakes/FakeThermalPressureNotifications.h"
 #include "fakes/FakeUnifiedLog.h"
 #include "thermal/ThermalProviders.h"
@@ -12,97 +8,12 @@
 #include <array>
 #include <limits>
 #include <thread>
-#include <utility>
 #include <vector>
 
-namespace cindertop {
-namespace {
-
 // NOLINTBEGIN(modernize-use-designated-initializers): the struct of a table's rows names its columns
+namespace cindertop {
 
-struct Machine {
-    fakes::FakeClock clock;
-    fakes::FakeProcessInformation process;
-    std::shared_ptr<fakes::FakeThermalPressureNotifications> notifications =
-        std::make_shared<fakes::FakeThermalPressureNotifications>();
-    std::shared_ptr<fakes::FakeUnifiedLog> log = std::make_shared<fakes::FakeUnifiedLog>();
-    SystemThermalStateProvider provider{
-        process,
-        DarwinThermalPressureProvider(DarwinThermalPressureReader::ownOnFirstUse(notifications, log)), clock};
-};
-
-TEST(SystemThermalStateProvider, MapsTheProcessState) {
-    Machine machine;
-    for (const auto& [raw, state] : std::to_array<std::pair<int, SystemThermalState>>({
-             {0, SystemThermalState::nominal},
-             {1, SystemThermalState::fair},
-             {2, SystemThermalState::serious},
-             {3, SystemThermalState::critical},
-             {4, SystemThermalState::unavailable},
-             {-1, SystemThermalState::unavailable},
-             {std::numeric_limits<int>::max(), SystemThermalState::unavailable},
-         })) {
-        machine.process.state = raw;
-        machine.clock.advance(std::chrono::nanoseconds(1));
-        EXPECT_EQ(machine.provider.read(), (ThermalReading{.systemState = state,
-                                                           .pressureLevel = ThermalPressureLevel::nominal,
-                                                           .temperatures = {},
-                                                           .dataSource = ThermalDataSource::official,
-                                                           .measuredAt = machine.clock.time}));
-    }
-}
-
-TEST(SystemThermalStateProvider, WithoutPressureTheStateStillStands) {
-    Machine machine;
-    machine.notifications->registrationStatus = 9;
-    machine.process.state = 2;
-    const auto reading = machine.provider.read();
-    EXPECT_EQ(reading.systemState, SystemThermalState::serious);
-    EXPECT_EQ(reading.pressureLevel, ThermalPressureLevel::unavailable);
-    EXPECT_TRUE(machine.log->lines.empty());
-}
-
-using Kind = ThermalSensorKind;
-
-TEST(ExperimentalSensorTemperatureProvider, ListsPlausibleNamedSensorsInTheSystemsOrder) {
-    fakes::FakeTemperatureEvents events;
-    events.sensors = {
-        {"PMU tdie1", 55.5},
-        {"too hot", 150},
-        {"cold", -40},
-        {"warm", 130},
-        {std::nullopt, 50},
-        {"", 50},
-        {std::int64_t{7}, 50},
-        {true, 50},
-        {"no event", std::nullopt},
-        {"no number", std::numeric_limits<double>::quiet_NaN()},
-        {"NAND CH0 temp", 40},
-        {"PMU tdie1", 56},
-    };
-    ExperimentalSensorTemperatureProvider provider(events);
-    const std::vector expected{sensor(Kind::cpu, 55.5, "PMU tdie1"), sensor(Kind::other, -40, "cold"),
-                               sensor(Kind::other, 130, "warm"), sensor(Kind::storage, 40, "NAND CH0 temp"),
-                               sensor(Kind::cpu, 56, "PMU tdie1")};
-    EXPECT_EQ(provider.readTemperatures(), expected);
-    EXPECT_EQ(events.lastMatching, (TemperatureEventClient::Matching{65280, 5}));
-
-    events.sensors = {{"cold", 20}};
-    EXPECT_EQ(provider.readTemperatures(), std::vector{sensor(Kind::other, 20, "cold")}) << "nothing is kept";
-    EXPECT_EQ(events.clientsCreated, 2);
-}
-
-TEST(ExperimentalSensorTemperatureProvider, EveryFailureIsAnEmptyList) {
-    for (const auto part :
-         {&fakes::FakeTemperatureEvents::hasClient, &fakes::FakeTemperatureEvents::hasServices,
-          &fakes::FakeTemperatureEvents::supported}) {
-        fakes::FakeTemperatureEvents events;
-        events.sensors = {{"cpu", 50}};
-        events.*part = false;
-        EXPECT_TRUE(ExperimentalSensorTemperatureProvider(events).readTemperatures().empty());
-        EXPECT_EQ(events.clientsCreated, events.supported ? 1 : 0) << "an unsupported system is left alone";
-    }
-}
+namespace {
 
 using Level = ThermalPressureLevel;
 using fakes::FakeThermalPressureNotifications;
@@ -162,6 +73,28 @@ TEST(DarwinThermalPressureReader, AFailedQueryForgetsNothing) {
     EXPECT_EQ(services.log->lines.size(), 1);
 }
 
+TEST(DarwinThermalPressureReader, CancelsItsRegistrationAtItsEnd) {
+    const Services services;
+    {
+        const DarwinThermalPressureReader reader(services.notifications, services.log);
+        EXPECT_TRUE(services.notifications->cancelledTokens.empty());
+    }
+    EXPECT_EQ(services.notifications->cancelledTokens,
+              std::vector{FakeThermalPressureNotifications::givenToken});
+}
+
+TEST(DarwinThermalPressureReader, OneReaderServesTheProcess) {
+    static const Services first; // as long as the reader, which a repeated run finds made
+    static const bool wasMade = !first.notifications->registeredNames.empty();
+    const Services second;
+    const auto source = DarwinThermalPressureReader::sharedOnFirstUse(first.notifications, first.log);
+    EXPECT_FALSE(wasMade);
+    auto& reader = source();
+    EXPECT_EQ(&DarwinThermalPressureReader::shared(second.notifications, second.log), &reader);
+    EXPECT_EQ(first.notifications->registeredNames.size(), 1);
+    EXPECT_TRUE(second.notifications->registeredNames.empty());
+}
+
 TEST(DarwinThermalPressureReader, ConcurrentCallersMakeOneReaderAndLogEachChangeOnce) {
     constexpr std::size_t callers = 4;
     constexpr std::size_t readsEach = 100;
@@ -187,10 +120,8 @@ TEST(DarwinThermalPressureReader, ConcurrentCallersMakeOneReaderAndLogEachChange
                            line(UnifiedLogLevel::info, "Darwin thermal pressure raw state: 1 -> moderate")}));
 }
 
-// NOLINTEND(modernize-use-designated-initializers)
 } // namespace
 
-// NOLINTEND(modernize-use-designated-initializers)
+} // namespace cindertop
 
 // NOLINTEND(modernize-use-designated-initializers)
-} // namespace cindertop
