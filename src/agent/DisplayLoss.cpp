@@ -2,8 +2,12 @@
 
 #include "app/AppState.h"
 
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <QString>
+#include <QThread>
+#include <QtGlobal>
 #include <cstdlib>
-#include <thread>
 
 #include <unistd.h>
 
@@ -11,25 +15,49 @@ namespace cindertop::agent {
 
 namespace {
 
-AppState* stateToFinish = nullptr;
+/// A disk that takes longer keeps the program from ending no more.
+constexpr std::chrono::seconds longestEnd{5};
 
-/// On a thread of its own, because exit() has already destroyed what was local to the main thread.
-void finishState() {
-    if (stateToFinish != nullptr) {
-        std::thread([] { stateToFinish->finish(); }).join();
-        // main() has not returned: its objects still use what exit() would destroy next.
-        ::_exit(EXIT_FAILURE);
+AppState* stateToFinish = nullptr;
+QtMessageHandler formerHandler = nullptr;
+
+/// What Qt's platform plugins say before they end the program; there is no other notice.
+bool tellsOfTheLoss(const QString& message) {
+    return message.startsWith("The X11 connection broke") || message.startsWith("The Wayland connection ");
+}
+
+void end() {
+    stateToFinish->finish();
+    stateToFinish->environment().defaults.apply({}); // what could not be stored before
+    // main() has not returned: its objects still use what exit() would destroy.
+    ::_exit(EXIT_FAILURE);
+}
+
+void watchMessages(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (formerHandler != nullptr) {
+        formerHandler(type, context, message);
     }
+    if (!tellsOfTheLoss(message)) {
+        return;
+    }
+    auto* const application = QCoreApplication::instance();
+    if (QThread::currentThread() == application->thread()) {
+        end();
+    }
+    // Wayland's own thread ends the program when this returns.
+    QMetaObject::invokeMethod(application, end, Qt::QueuedConnection);
+    std::this_thread::sleep_for(longestEnd);
 }
 
 } // namespace
 
 DisplayLoss::DisplayLoss(AppState& state) {
-    static const bool isRegistered = std::atexit(finishState) == 0;
-    stateToFinish = isRegistered ? &state : nullptr;
+    stateToFinish = &state;
+    formerHandler = qInstallMessageHandler(watchMessages);
 }
 
 DisplayLoss::~DisplayLoss() {
+    qInstallMessageHandler(formerHandler);
     stateToFinish = nullptr;
 }
 

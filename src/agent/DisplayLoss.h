@@ -6,9 +6,9 @@ class AppState;
 
 namespace cindertop::agent {
 
-/// Qt ends the program with exit() when the display server goes away, as it does at the end of many sessions.
-/// While this lives, the state's files are written before the program ends like that, with status 1. One at a
-/// time; main thread.
+/// Qt ends the program on the spot when the display server goes away, as it does at the end of many sessions:
+/// with exit() on X11, with _exit() on Wayland. While this lives, what is kept is written before that, and
+/// the program ends with status 1. One at a time; main thread.
 class DisplayLoss {
 public:
     /// `state` must outlive this.

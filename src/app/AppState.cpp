@@ -63,13 +63,13 @@ void AppState::finish() {
         environment_.sleep->observe({});
     }
     environment_.executor.stop();
+    // What cannot be written now has nowhere else to go.
+    diagnosticLogService_.save();
     if (!published_.settings
              ->historyEnabled) { // it may have been switched off just now, and the clearing been dropped
         thermalHistoryStore_.clear();
         return;
     }
-    // What cannot be written now has nowhere else to go.
-    diagnosticLogService_.save();
     [[maybe_unused]] const auto saved = attempt([this] { return thermalHistoryStore_.save(); });
 }
 
