@@ -26,10 +26,11 @@ constexpr std::array metricsOptions{
     OptionRow{"--textfile",
               "Keep the file cindertop.prom in FOLDER up to date until you end it. It is for the textfile "
               "collector of Prometheus' node exporter, changes every 15 s, and goes when the command ends.",
-              {"FOLDER", ValueKind::folder}}};
-constexpr std::array replayOptions{
-    OptionRow{"--until", "Play so much of the scenario.", secondsValue},
-    OptionRow{"--state-dir", "Keep the files of the replay in FOLDER.", {"FOLDER", ValueKind::folder}}};
+              {"FOLDER", ValueKind::folder, "a folder"}}};
+constexpr std::array replayOptions{OptionRow{"--until", "Play so much of the scenario.", secondsValue},
+                                   OptionRow{"--state-dir",
+                                             "Keep the files of the replay in FOLDER.",
+                                             {"FOLDER", ValueKind::folder, "a folder"}}};
 constexpr std::array recordOptions{
     OptionRow{"--seconds", "Record for so long, instead of 60 or until Ctrl-C.", secondsValue}};
 constexpr std::array generalOptions{helpOption, versionOption};
@@ -146,6 +147,9 @@ std::expected<Arguments, std::string> parseArguments(std::span<const std::string
     auto line = readCommandLine(table, words);
     if (!line) {
         return std::unexpected(std::move(line).error());
+    }
+    if (line->has("--format") && line->has("--json")) {
+        return std::unexpected(std::string("--json and --format exclude each other"));
     }
     const auto until = line->number("--until");
     return Arguments{.command = commandIn(*line),

@@ -34,7 +34,7 @@ bool fits(const ValueRow& row, std::string_view value) {
         const auto number = numberIn(value);
         return number && *number >= row.least && *number <= row.most;
     }
-    return true;
+    return row.kind != ValueKind::folder || !value.empty();
 }
 
 bool hasOption(std::span<const OptionRow> options, std::string_view name) {

@@ -44,8 +44,8 @@ ProcessOffenderConfiguration everyOffender(const ProcessInformation& process) {
 }
 
 ProcessOffenderConfiguration configurationFor(Command command, const ProcessInformation& process) {
-    return command == Command::offenders ? everyOffender(process)
-                                         : ProcessOffenderConfiguration::defaultConfiguration(process);
+    const bool showsAll = command == Command::offenders || command == Command::metrics;
+    return showsAll ? everyOffender(process) : ProcessOffenderConfiguration::defaultConfiguration(process);
 }
 
 /// The live machine, with everything that measuring it needs.

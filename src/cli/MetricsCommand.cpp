@@ -82,7 +82,7 @@ public:
     MetricsPrinter(const std::filesystem::path& file, MetricsDetail detail) : file_(file), detail_(detail) {}
 
     WriteResult show(const MachineReport& report) override {
-        return file_.replace(metricsText(report.snapshot, day_.now(), detail_));
+        return file_.replace(metricsText(report, day_.now(), detail_));
     }
 
     void resize() override {}
@@ -123,7 +123,7 @@ ExitStatus showMetrics(const Arguments& arguments, Output& output, std::optional
     const auto detail = detailOf(arguments);
     if (!arguments.textfileFolder) {
         const auto report = machineSource(Command::metrics, agent)->look();
-        return exitStatus(output.write(metricsText(report.snapshot, RecordedDay().now(), detail)));
+        return exitStatus(output.write(metricsText(report, RecordedDay().now(), detail)));
     }
     const auto file = std::filesystem::path(*arguments.textfileFolder) / "cindertop.prom";
     const auto end = keepFile(file, detail);

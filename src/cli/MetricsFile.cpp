@@ -29,12 +29,14 @@ WriteResult writeWhole(int descriptor, std::string_view text) {
 } // namespace
 
 MetricsFile::~MetricsFile() {
-    std::error_code ignored;
-    std::filesystem::remove(file_, ignored);
+    if (isWritten_) {
+        std::error_code ignored;
+        std::filesystem::remove(file_, ignored);
+    }
 }
 
 /// The preferences' own way to replace a file keeps it private, and syncs: both would be wrong here.
-WriteResult MetricsFile::replace(std::string_view text) const {
+WriteResult MetricsFile::replace(std::string_view text) {
     // Hidden, and with another ending, so that no collector reads it.
     auto name = (file_.parent_path() / ("." + file_.filename().string() + ".XXXXXX")).string();
     const int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
@@ -51,6 +53,7 @@ WriteResult MetricsFile::replace(std::string_view text) const {
     if (!written) {
         ::unlink(name.c_str());
     }
+    isWritten_ = isWritten_ || written;
     return written;
 }
 

@@ -101,8 +101,8 @@ std::optional<double> flagOf(std::optional<bool> flag) {
     return flag ? std::optional<double>(*flag ? 1 : 0) : std::nullopt;
 }
 
-void addHeat(MetricsPage& page, const MachineSnapshot& snapshot) {
-    const auto& score = snapshot.score;
+void addHeat(MetricsPage& page, const MachineReport& report) {
+    const auto& score = report.snapshot.score;
     if (!isHeatKnown(score)) {
         return;
     }
@@ -116,8 +116,12 @@ void addHeat(MetricsPage& page, const MachineSnapshot& snapshot) {
         page.cases("pressure", "pressure", score.pressureLevel,
                    "1 for how far the processor is slowed down because of heat, 0 for the others.");
     }
-    page.gauge("pressure_sustained", flagOf(snapshot.context.sustainedPressure.isSustained),
-               "Whether the level has been serious or critical for a while.");
+    // Who has only begun to measure does not know how long a serious level has lasted.
+    const bool isSustained = report.snapshot.context.sustainedPressure.isSustained;
+    if (report.advice || isSustained || score.level < ThermalLevel::serious) {
+        page.gauge("pressure_sustained", flagOf(isSustained),
+                   "Whether the level has been serious or critical for a while.");
+    }
 }
 
 /// Two sensors may share a name; two series may not.
@@ -166,7 +170,7 @@ void addCategories(MetricsPage& page, const std::vector<ProcessOffender>& offend
         shares[offender.category] += offender.cpuPercent;
     }
     page.begin("category_cpu_ratio", "gauge",
-               "Share of the whole processor that the busiest applications of each kind use.");
+               "Share of the whole processor that the applications of each kind use.");
     for (const auto& row : casesOf<ProcessOffenderCategory>()) {
         page.sample(shares[row.value] / percent, {{"category", std::string(row.name)}});
     }
@@ -199,14 +203,16 @@ void addProcessor(MetricsPage& page, const MachineSnapshot& snapshot, MetricsDet
 
 void addDay(MetricsPage& page, const ThermalMonitoringSnapshot& history) {
     const auto& day = history.todaySummary;
-    if (day.levelDurations.totalDuration() == 0 || !areLevelsMeasured(history)) {
+    const auto& durations = day.levelDurations;
+    const bool mayBeUnmeasured = history.samples.empty() && durations.totalDuration() == durations.normal;
+    if (durations.totalDuration() == 0 || mayBeUnmeasured || !areLevelsMeasured(history)) {
         return;
     }
     page.begin("level_seconds_total", "counter", "Time at each level since midnight.");
-    page.sample(day.levelDurations.normal, {{"level", "normal"}});
-    page.sample(day.levelDurations.fair, {{"level", "fair"}});
-    page.sample(day.levelDurations.serious, {{"level", "serious"}});
-    page.sample(day.levelDurations.critical, {{"level", "critical"}});
+    page.sample(durations.normal, {{"level", "normal"}});
+    page.sample(durations.fair, {{"level", "fair"}});
+    page.sample(durations.serious, {{"level", "serious"}});
+    page.sample(durations.critical, {{"level", "critical"}});
     page.begin("throttling_episodes_total", "counter", "How often pressure became sustained since midnight.");
     page.sample(static_cast<double>(day.throttlingEpisodeCount));
     page.begin("critical_episodes_total", "counter", "How often the level became critical since midnight.");
@@ -215,15 +221,15 @@ void addDay(MetricsPage& page, const ThermalMonitoringSnapshot& history) {
 
 } // namespace
 
-std::string metricsText(const MachineSnapshot& snapshot, const ThermalMonitoringSnapshot& history,
+std::string metricsText(const MachineReport& report, const ThermalMonitoringSnapshot& history,
                         MetricsDetail detail) {
     MetricsPage page;
     page.begin("build_info", "gauge", "The version that wrote these metrics.");
     page.sample(1, {{"version", std::string(version)}});
-    addHeat(page, snapshot);
-    addTemperatures(page, snapshot);
-    addPower(page, snapshot);
-    addProcessor(page, snapshot, detail);
+    addHeat(page, report);
+    addTemperatures(page, report.snapshot);
+    addPower(page, report.snapshot);
+    addProcessor(page, report.snapshot, detail);
     addDay(page, history);
     return std::move(page).text();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/MachineSampler.h"
 #include "persistence/ThermalHistory.h"
+#include "report/MachineReport.h"
 
 #include <string>
 
@@ -13,9 +13,9 @@ enum class MetricsDetail {
     applications, ///< the applications by name as well
 };
 
-/// The machine in Prometheus' text format, and the day so far where the history knows it. What is not known
-/// has no series.
-std::string metricsText(const MachineSnapshot& snapshot, const ThermalMonitoringSnapshot& history,
+/// The machine, with advice where an agent tells it, in Prometheus' text format, and the day so far where the
+/// history knows it. What is not known has no series.
+std::string metricsText(const MachineReport& report, const ThermalMonitoringSnapshot& history,
                         MetricsDetail detail);
 
 } // namespace cindertop::cli

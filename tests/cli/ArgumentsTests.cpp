@@ -64,6 +64,8 @@ TEST(Arguments, AreRefusedWithTheWordInQuestion) {
              {{"--json", "export", "a"}, "\"export\" takes no --json"},
              {{"settings", "a", "b", "c"}, "unexpected argument \"c\""},
              {{"record", "a", "--seconds"}, "--seconds needs a value"},
+             {{"metrics", "--textfile", ""}, "--textfile needs a folder, not \"\""},
+             {{"watch", "--json", "--format", "waybar"}, "--json and --format exclude each other"},
              {{"record", "a", "--seconds", "0"}, "--seconds needs a number of seconds above 0, not \"0\""},
              {{"replay", "a", "--until", "1s"}, "--until needs a number of seconds above 0, not \"1s\""},
              {{"replay", "a", "--seconds", "1"}, "\"replay\" takes no --seconds"},

@@ -39,7 +39,7 @@ ThermalMonitoringSnapshot someDay() {
 }
 
 TEST(Metrics, TellEveryFactInBaseUnits) {
-    EXPECT_EQ(samples(metricsText(hotLaptop(), someDay(), MetricsDetail::applications)),
+    EXPECT_EQ(samples(metricsText({hotLaptop()}, someDay(), MetricsDetail::applications)),
               R"(cindertop_score 78
 cindertop_level{level="normal"} 0
 cindertop_level{level="fair"} 0
@@ -81,17 +81,35 @@ cindertop_critical_episodes_total 0
 }
 
 TEST(Metrics, HaveNoSeriesForWhatIsNotKnown) {
-    EXPECT_EQ(samples(metricsText(unknownMachine(), ThermalMonitoringSnapshot::empty(),
+    EXPECT_EQ(samples(metricsText({unknownMachine()}, ThermalMonitoringSnapshot::empty(),
                                   MetricsDetail::applications)),
               "");
     auto machine = unknownMachine();
     machine.sources = {{std::string(powerProfileSource), true, "a service"}};
-    EXPECT_EQ(samples(metricsText(machine, ThermalMonitoringSnapshot::empty(), MetricsDetail::applications)),
-              "cindertop_power_saver 0\n");
+    EXPECT_EQ(
+        samples(metricsText({machine}, ThermalMonitoringSnapshot::empty(), MetricsDetail::applications)),
+        "cindertop_power_saver 0\n");
+}
+
+TEST(Metrics, DoNotCallALevelShortThatMayHaveLasted) {
+    const auto& empty = ThermalMonitoringSnapshot::empty();
+    auto machine = hotLaptop();
+    machine.context.sustainedPressure = SustainedThermalPressureSnapshot::inactive();
+    const auto sustained = HasSubstr("cindertop_pressure_sustained 0\n");
+    EXPECT_THAT(metricsText({machine}, empty, MetricsDetail::categories), Not(sustained)) << "begun just now";
+    EXPECT_THAT(metricsText({machine, MachineAdvice{}}, empty, MetricsDetail::categories), sustained);
+    machine.score.level = ThermalLevel::fair;
+    EXPECT_THAT(metricsText({machine}, empty, MetricsDetail::categories), sustained);
+}
+
+TEST(Metrics, CountNoTimeThatNobodyMeasured) {
+    auto day = someDay();
+    day.todaySummary.levelDurations = ThermalLevelDurations(3600, 0, 0, 0);
+    EXPECT_THAT(metricsText({hotLaptop()}, day, MetricsDetail::categories), Not(HasSubstr("level_seconds")));
 }
 
 TEST(Metrics, NameApplicationsOnlyWhenAsked) {
-    const auto text = metricsText(hotLaptop(), someDay(), MetricsDetail::categories);
+    const auto text = metricsText({hotLaptop()}, someDay(), MetricsDetail::categories);
     EXPECT_THAT(text, Not(HasSubstr("Browser")));
     EXPECT_THAT(text, HasSubstr("category=\"browserWorkload\"} 0.3325\n"));
 }
@@ -102,7 +120,7 @@ TEST(Metrics, KeepSeriesApartAndLabelsWhole) {
                             {"b", "NVMe", 41, ThermalSensorKind::storage},
                             {"c", "\"C:\\\"\n\xFF", -5.5, ThermalSensorKind::other}};
     machine.offenders.offenders.push_back(machine.offenders.offenders[0]);
-    const auto text = metricsText(machine, someDay(), MetricsDetail::applications);
+    const auto text = metricsText({machine}, someDay(), MetricsDetail::applications);
     EXPECT_THAT(text, HasSubstr("{sensor=\"NVMe\",kind=\"storage\"} 40\n"
                                 "cindertop_temperature_celsius{sensor=\"NVMe 2\",kind=\"storage\"} 41\n"
                                 R"(cindertop_temperature_celsius{sensor="\"C:\\\"\n)"
@@ -114,7 +132,7 @@ TEST(MetricsFile, IsWholeReadableByOthersAndGoesWithItsKeeper) {
     const fakes::TemporaryFolder folder;
     const auto path = folder / "cindertop.prom";
     {
-        const MetricsFile file(path);
+        MetricsFile file(path);
         ASSERT_TRUE(file.replace("a 1\n"));
         std::ifstream former(path);
         ASSERT_TRUE(file.replace("b 2\n"));
@@ -127,6 +145,12 @@ TEST(MetricsFile, IsWholeReadableByOthersAndGoesWithItsKeeper) {
     const auto failed = MetricsFile(folder.path() / "missing" / "cindertop.prom").replace("c 3\n");
     ASSERT_FALSE(failed);
     EXPECT_EQ(failed.error().code, ENOENT);
+
+    fakes::writeText(path, "another keeper's\n");
+    {
+        const MetricsFile unwritten(path);
+    }
+    EXPECT_EQ(fakes::textOf(path), "another keeper's\n");
 }
 
 } // namespace
