@@ -71,7 +71,7 @@ TEST_F(SessionBusTest, FindsABusThatStartsLateAndOneThatComesBack) {
 }
 
 TEST_F(SessionBusTest, IsQuietWithoutAnAddress) {
-    SessionBus bus(clock, "");
+    const SessionBus bus(clock, "");
     EXPECT_FALSE(bus.connection().isConnected());
     EXPECT_FALSE(clock.nextDue());
 }
