@@ -3,9 +3,9 @@
 #include "app/AppState.h"
 
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QString>
 #include <QThread>
+#include <QTimer>
 #include <QtGlobal>
 #include <cstdlib>
 
@@ -45,7 +45,7 @@ void watchMessages(QtMsgType type, const QMessageLogContext& context, const QStr
         end();
     }
     // Wayland's own thread ends the program when this returns.
-    QMetaObject::invokeMethod(application, end, Qt::QueuedConnection);
+    QTimer::singleShot(0, application, end);
     std::this_thread::sleep_for(longestEnd);
 }
 
