@@ -2,32 +2,18 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusVariant>
 #include <utility>
 
 namespace cindertop::agent {
 
 namespace {
 
-constexpr QLatin1String agentInterface{"app.cindertop.Agent"};
-constexpr QLatin1String propertiesInterface{"org.freedesktop.DBus.Properties"};
 constexpr QLatin1String snapshotProperty{"Snapshot"};
-
-void send(const QDBusConnection& connection, const QDBusMessage& message) {
-    // Without a caller or a bus no answer is needed.
-    [[maybe_unused]] const bool isSent = connection.send(message);
-}
-
-void reply(const QDBusConnection& connection, const QDBusMessage& question, const QDBusMessage& answer) {
-    if (question.isReplyRequired()) {
-        send(connection, answer);
-    }
-}
 
 } // namespace
 
-AgentBus::AgentBus(QDBusConnection connection, AppState& state, BusActions actions)
-    : connection_(std::move(connection)),
+AgentBus::AgentBus(const QDBusConnection& connection, AppState& state, BusActions actions)
+    : BusObject(connection, busPath, busName),
       methods_(state, std::move(actions)),
       published_(methods_.properties()) {
     publishing_.setSingleShot(true);
@@ -40,29 +26,27 @@ AgentBus::AgentBus(QDBusConnection connection, AppState& state, BusActions actio
 }
 
 AgentBus::~AgentBus() {
-    disappear();
+    leaveBus();
 }
 
-void AgentBus::disappear() {
-    if (!connection_.isConnected()) {
-        return; // Qt would ask a bus that is not there
+void AgentBus::leaveBus() {
+    if (auto bus = connection(); bus.isConnected()) { // Qt would ask a bus that is not there
+        bus.unregisterService(busName);
     }
-    connection_.unregisterObject(busPath);
-    connection_.unregisterService(busName);
 }
 
 AgentBus::Claim AgentBus::useBus(const QDBusConnection& connection) {
-    disappear();
-    connection_ = connection;
+    leaveBus();
+    moveTo(connection);
     isSnapshotKnown_ = false;
     return claimName();
 }
 
 AgentBus::Claim AgentBus::claimName() {
-    if (!connection_.isConnected() || !connection_.registerVirtualObject(busPath, this)) {
+    if (!appear()) {
         return Claim::refused;
     }
-    const auto reply = connection_.interface()->registerService(
+    const auto reply = connection().interface()->registerService(
         busName, QDBusConnectionInterface::DontQueueService, QDBusConnectionInterface::DontAllowReplacement);
     if (!reply.isValid()) {
         return Claim::refused;
@@ -105,9 +89,7 @@ void AgentBus::publishTick() {
 void AgentBus::publish(const QVariantMap& changed) {
     const auto invalidated = isSnapshotKnown_ ? QStringList{snapshotProperty} : QStringList{};
     isSnapshotKnown_ = false;
-    auto signal = QDBusMessage::createSignal(busPath, propertiesInterface, "PropertiesChanged");
-    signal << QString(agentInterface) << changed << invalidated;
-    send(connection_, signal);
+    sendChanges(changed, invalidated);
 }
 
 QString AgentBus::introspect(const QString& path) const {
@@ -115,60 +97,35 @@ QString AgentBus::introspect(const QString& path) const {
 }
 
 bool AgentBus::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
-    if (message.interface() == propertiesInterface) {
-        answerProperties(message, connection);
-        return true;
+    if (!isCall(message)) {
+        return BusObject::handleMessage(message, connection);
     }
-    const bool isOurs = message.interface().isEmpty() || message.interface() == agentInterface;
-    if (!isOurs) {
-        return false;
-    }
-    const auto answerWith = [connection, message](const BusAnswer& answer) {
-        reply(connection, message,
-              answer ? message.createReply(*answer)
-                     : message.createErrorReply(answer.error().name, answer.error().message));
+    const auto answerLater = [connection, message](const Answer& answer) {
+        reply(connection, message, answer);
     };
-    if (methods_.startCall(message.member(), message.signature(), answerWith)) {
-        return true;
+    if (!methods_.startCall(message.member(), message.signature(), answerLater)) {
+        BusObject::handleMessage(message, connection);
+        publishChanges();
     }
-    answerWith(methods_.call(message.member(), message.signature(), message.arguments()));
-    publishChanges();
     return true;
 }
 
-void AgentBus::answerProperties(const QDBusMessage& message, const QDBusConnection& connection) {
-    const auto refuse = [&](const char* error, const QString& text) {
-        reply(connection, message, message.createErrorReply(error, text));
-    };
-    const auto interface = message.arguments().value(0).toString();
-    if (!interface.isEmpty() && interface != agentInterface) {
-        refuse("org.freedesktop.DBus.Error.UnknownInterface", "There is no interface " + interface);
-    } else if (message.member() == QLatin1String("GetAll") && message.signature() == QLatin1String("s")) {
-        auto properties = methods_.properties();
-        properties.insert(snapshotProperty, methods_.snapshot());
-        isSnapshotKnown_ = true;
-        reply(connection, message, message.createReply(QVariant(properties)));
-    } else if (message.member() == QLatin1String("Get") && message.signature() == QLatin1String("ss")) {
-        answerGet(message, connection);
-    } else if (message.member() == QLatin1String("Set")) {
-        refuse("org.freedesktop.DBus.Error.PropertyReadOnly",
-               "Properties are read only; call Set of the agent");
-    } else {
-        refuse("org.freedesktop.DBus.Error.UnknownMethod", "There is no such method of properties");
-    }
+ui::BusAnswer AgentBus::call(const QDBusMessage& message) {
+    return methods_.call(message.member(), message.signature(), message.arguments());
 }
 
-void AgentBus::answerGet(const QDBusMessage& message, const QDBusConnection& connection) {
-    const auto name = message.arguments().at(1).toString();
-    auto value = methods_.properties().value(name);
-    if (name == snapshotProperty) {
-        value = methods_.snapshot();
-        isSnapshotKnown_ = true;
+QVariantMap AgentBus::properties() const {
+    auto properties = methods_.properties();
+    properties.insert(snapshotProperty, propertyValue(snapshotProperty));
+    return properties;
+}
+
+QVariant AgentBus::propertyValue(const QString& name) const {
+    if (name != snapshotProperty) {
+        return methods_.properties().value(name);
     }
-    reply(connection, message,
-          value.isValid() ? message.createReply(QVariant::fromValue(QDBusVariant(value)))
-                          : message.createErrorReply("org.freedesktop.DBus.Error.UnknownProperty",
-                                                     "There is no property " + name));
+    isSnapshotKnown_ = true;
+    return methods_.snapshot();
 }
 
 } // namespace cindertop::agent

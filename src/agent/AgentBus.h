@@ -1,11 +1,10 @@
 #pragma once
 
 #include "agent/BusMethods.h"
+#include "ui/tray/BusObject.h"
 
 #include <QDBusConnection>
-#include <QDBusVirtualObject>
 #include <QProperty>
-#include <QStringList>
 #include <QTimer>
 #include <QVariantMap>
 
@@ -15,7 +14,7 @@ inline constexpr const char* busName = "app.cindertop.Agent";
 inline constexpr const char* busPath = "/app/cindertop/Agent";
 
 /// Puts the running program on the session bus: see docs/bus.md. Main thread.
-class AgentBus final : public QDBusVirtualObject {
+class AgentBus final : public ui::BusObject {
 public:
     enum class Claim {
         done,    ///< the program answers under the name
@@ -24,7 +23,7 @@ public:
     };
 
     /// `state` must outlive this.
-    AgentBus(QDBusConnection connection, AppState& state, BusActions actions);
+    AgentBus(const QDBusConnection& connection, AppState& state, BusActions actions);
     ~AgentBus() override;
 
     /// Takes the name on the bus.
@@ -42,19 +41,21 @@ public:
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
+protected:
+    QVariantMap properties() const override;
+    QVariant propertyValue(const QString& name) const override;
+    Answer call(const QDBusMessage& message) override;
+
 private:
-    void disappear();
+    void leaveBus();
     void publishLater();
     void publish(const QVariantMap& changed);
     QVariantMap takeChanges();
-    void answerProperties(const QDBusMessage& message, const QDBusConnection& connection);
-    void answerGet(const QDBusMessage& message, const QDBusConnection& connection);
 
-    QDBusConnection connection_;
     BusMethods methods_;
-    QVariantMap published_;        ///< the properties as last announced, without the snapshot
-    bool isSnapshotKnown_ = false; ///< a client has read the snapshot since it was invalidated
-    QTimer publishing_;            ///< soon
+    QVariantMap published_;                ///< the properties as last announced, without the snapshot
+    mutable bool isSnapshotKnown_ = false; ///< a client has read the snapshot since it was invalidated
+    QTimer publishing_;                    ///< soon
     QPropertyNotifier pausedNotifier_;
     QPropertyNotifier termsNotifier_;
     QPropertyNotifier notificationNotifier_;

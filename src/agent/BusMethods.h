@@ -1,23 +1,18 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "ui/tray/BusObject.h"
 
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
-#include <expected>
 #include <functional>
 #include <utility>
 
 namespace cindertop::agent {
 
-/// What a caller on the bus is told when a call cannot be carried out.
-struct BusError {
-    QString name; ///< "app.cindertop.Error.InvalidValue"
-    QString message;
-};
-
-using BusAnswer = std::expected<QVariantList, BusError>;
+using ui::BusAnswer;
+using ui::BusError;
 
 /// What the bus's methods do besides what the program's state does. All are set.
 struct BusActions {

@@ -4,8 +4,7 @@
 #include "platform/linux/ProcessHandle.h"
 #include "support/UserFolders.h"
 
-#include <systemd/sd-bus.h>
-
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <system_error>
@@ -22,6 +21,9 @@ std::string whyNoAgent() {
 
 namespace {
 
+using linux_platform::BusError;
+using linux_platform::BusMessage;
+
 constexpr const char* agentName = "app.cindertop.Agent";
 constexpr const char* agentPath = "/app/cindertop/Agent";
 constexpr const char* agentInterface = "app.cindertop.Agent";
@@ -37,16 +39,6 @@ std::unexpected<std::string> failure(int code) {
                            std::error_code(-code, std::generic_category()).message());
 }
 
-struct ErrorHolder {
-    sd_bus_error error{};
-
-    ErrorHolder() = default;
-    ErrorHolder(const ErrorHolder&) = delete;
-    ErrorHolder& operator=(const ErrorHolder&) = delete;
-
-    ~ErrorHolder() { sd_bus_error_free(&error); }
-};
-
 /// An agent that runs owns its name; asking for the owner never starts one.
 bool hasOwner(sd_bus* bus) {
     int answer = 0;
@@ -54,9 +46,8 @@ bool hasOwner(sd_bus* bus) {
     const int code =
         sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                            "NameHasOwner", nullptr, &reply, "s", agentName);
-    const bool isRead = code >= 0 && sd_bus_message_read(reply, "b", &answer) >= 0;
-    sd_bus_message_unref(reply);
-    return isRead && answer != 0;
+    const BusMessage owned(reply);
+    return code >= 0 && sd_bus_message_read(reply, "b", &answer) >= 0 && answer != 0;
 }
 
 std::optional<PreferenceValue> readValue(sd_bus_message* message) {
@@ -97,55 +88,49 @@ int appendValue(sd_bus_message* message, const PreferenceValue& value) {
     return sd_bus_message_append(message, "v", "s", std::get<std::string>(value).c_str());
 }
 
+int noArguments(sd_bus_message* /*call*/) {
+    return 0;
+}
+
+AgentClient::Result<void> withoutValue(const AgentClient::Result<BusMessage>& answer) {
+    return answer ? AgentClient::Result<void>() : std::unexpected(answer.error());
+}
+
 } // namespace
 
-void AgentClient::Closer::operator()(sd_bus* bus) const {
-    sd_bus_flush_close_unref(bus);
-}
-
-void AgentClient::MessageCloser::operator()(sd_bus_message* message) const {
-    sd_bus_message_unref(message);
-}
-
 std::optional<AgentClient> AgentClient::find() {
-    sd_bus* bus = nullptr;
-    if (sd_bus_open_user(&bus) < 0) {
+    auto bus = linux_platform::openBus({}, sd_bus_open_user);
+    if (!bus) {
         return std::nullopt;
     }
-    AgentClient client(bus);
-    sd_bus_set_method_call_timeout(bus, static_cast<std::uint64_t>(timeLimit.count()));
-    return hasOwner(bus) ? std::optional(std::move(client)) : std::nullopt;
+    sd_bus_set_method_call_timeout(bus.get(), static_cast<std::uint64_t>(timeLimit.count()));
+    return hasOwner(bus.get()) ? std::optional(AgentClient(std::move(bus))) : std::nullopt;
 }
 
-AgentClient::Result<AgentClient::Message> AgentClient::newCall(const char* interface, const char* method) {
-    sd_bus_message* message = nullptr;
-    const int code =
-        sd_bus_message_new_method_call(bus_.get(), &message, agentName, agentPath, interface, method);
-    if (code < 0) {
+template <typename Append>
+AgentClient::Result<BusMessage> AgentClient::ask(const char* interface, const char* method, Append append) {
+    const auto call = linux_platform::newCall(bus_.get(), {agentName, agentPath, interface}, method);
+    if (!call) {
+        return failure(-ENOMEM);
+    }
+    if (const int code = append(call.get()); code < 0) {
         return failure(code);
     }
-    sd_bus_message_set_auto_start(message, 0);
-    return Message(message);
-}
-
-AgentClient::Result<AgentClient::Message> AgentClient::answerTo(Message call) {
-    ErrorHolder holder;
+    BusError holder;
     sd_bus_message* reply = nullptr;
     const int code = sd_bus_call(bus_.get(), call.get(), 0, &holder.error, &reply);
     if (code < 0) {
         const bool isAnswer = sd_bus_error_is_set(&holder.error) != 0 && holder.error.message != nullptr;
-        return isAnswer ? Result<Message>(std::unexpected(std::string(holder.error.message))) : failure(code);
+        return isAnswer ? Result<BusMessage>(std::unexpected(std::string(holder.error.message)))
+                        : failure(code);
     }
-    return Message(reply);
+    return BusMessage(reply);
 }
 
 AgentClient::Result<std::string> AgentClient::snapshot() {
-    auto call = newCall(propertiesInterface, "Get");
-    if (!call) {
-        return std::unexpected(call.error());
-    }
-    sd_bus_message_append(call->get(), "ss", agentInterface, "Snapshot");
-    const auto answer = answerTo(std::move(*call));
+    const auto answer = ask(propertiesInterface, "Get", [](sd_bus_message* call) {
+        return sd_bus_message_append(call, "ss", agentInterface, "Snapshot");
+    });
     if (!answer) {
         return std::unexpected(answer.error());
     }
@@ -155,22 +140,17 @@ AgentClient::Result<std::string> AgentClient::snapshot() {
 }
 
 AgentClient::Result<void> AgentClient::call(const char* method) {
-    auto call = newCall(agentInterface, method);
-    if (!call) {
-        return std::unexpected(call.error());
-    }
-    const auto answer = answerTo(std::move(*call));
-    return answer ? Result<void>() : std::unexpected(answer.error());
+    return withoutValue(ask(agentInterface, method, noArguments));
 }
 
 AgentClient::Result<int> AgentClient::agentProcess() {
-    ErrorHolder holder;
+    BusError holder;
     sd_bus_message* reply = nullptr;
     std::uint32_t process = 0;
     int code = sd_bus_call_method(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                                   "org.freedesktop.DBus", "GetConnectionUnixProcessID", &holder.error, &reply,
                                   "s", agentName);
-    const Message message(reply);
+    const BusMessage message(reply);
     if (code >= 0) {
         code = sd_bus_message_read(reply, "u", &process);
     }
@@ -191,11 +171,7 @@ AgentClient::Result<void> AgentClient::quit() {
 }
 
 AgentClient::Result<AgentClient::Settings> AgentClient::settings() {
-    auto call = newCall(agentInterface, "Settings");
-    if (!call) {
-        return std::unexpected(call.error());
-    }
-    const auto answer = answerTo(std::move(*call));
+    const auto answer = ask(agentInterface, "Settings", noArguments);
     if (!answer) {
         return std::unexpected(answer.error());
     }
@@ -216,31 +192,16 @@ AgentClient::Result<AgentClient::Settings> AgentClient::settings() {
 }
 
 AgentClient::Result<void> AgentClient::set(const std::string& name, const PreferenceValue& value) {
-    auto call = newCall(agentInterface, "Set");
-    if (!call) {
-        return std::unexpected(call.error());
-    }
-    int code = sd_bus_message_append(call->get(), "s", name.c_str());
-    if (code >= 0) {
-        code = appendValue(call->get(), value);
-    }
-    if (code < 0) {
-        return failure(code);
-    }
-    const auto answer = answerTo(std::move(*call));
-    return answer ? Result<void>() : std::unexpected(answer.error());
+    return withoutValue(ask(agentInterface, "Set", [&](sd_bus_message* call) {
+        const int code = sd_bus_message_append(call, "s", name.c_str());
+        return code < 0 ? code : appendValue(call, value);
+    }));
 }
 
 AgentClient::Result<void> AgentClient::exportDiagnostics(const std::string& file) {
-    auto call = newCall(agentInterface, "ExportDiagnostics");
-    if (!call) {
-        return std::unexpected(call.error());
-    }
-    if (const int code = sd_bus_message_append(call->get(), "s", file.c_str()); code < 0) {
-        return failure(code);
-    }
-    const auto answer = answerTo(std::move(*call));
-    return answer ? Result<void>() : std::unexpected(answer.error());
+    return withoutValue(ask(agentInterface, "ExportDiagnostics", [&file](sd_bus_message* call) {
+        return sd_bus_message_append(call, "s", file.c_str());
+    }));
 }
 
 } // namespace cindertop::cli

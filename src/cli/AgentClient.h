@@ -1,17 +1,14 @@
 #pragma once
 
 #include "persistence/Preferences.h"
+#include "platform/linux/BusHandles.h"
 
 #include <expected>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-struct sd_bus;
-struct sd_bus_message;
 
 namespace cindertop::cli {
 
@@ -49,23 +46,14 @@ public:
     Result<void> exportDiagnostics(const std::string& file);
 
 private:
-    struct Closer {
-        void operator()(sd_bus* bus) const;
-    };
-
-    struct MessageCloser {
-        void operator()(sd_bus_message* message) const;
-    };
-
-    using Message = std::unique_ptr<sd_bus_message, MessageCloser>;
-
-    explicit AgentClient(sd_bus* bus) : bus_(bus) {}
+    explicit AgentClient(linux_platform::BusConnection bus) : bus_(std::move(bus)) {}
 
     Result<int> agentProcess();
-    Result<Message> newCall(const char* interface, const char* method);
-    Result<Message> answerTo(Message call);
+    /// Calls a method and reads what it answers. Where the agent refuses, the error is its sentence.
+    template <typename Append>
+    Result<linux_platform::BusMessage> ask(const char* interface, const char* method, Append append);
 
-    std::unique_ptr<sd_bus, Closer> bus_;
+    linux_platform::BusConnection bus_;
 };
 
 } // namespace cindertop::cli

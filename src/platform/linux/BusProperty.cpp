@@ -15,10 +15,6 @@ constexpr auto retryPause = 30s;
 /// sd-bus must not measure the time limit by its own clock.
 constexpr std::uint64_t noTimeout = UINT64_MAX;
 
-struct MessageRelease {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-
 std::optional<std::string_view> readText(sd_bus_message* message) {
     const char* text = nullptr;
     return sd_bus_message_read(message, "s", &text) > 0 ? std::optional<std::string_view>(text)
@@ -68,11 +64,6 @@ bool seekEntry(sd_bus_message* message, const std::string& member) {
     return false;
 }
 
-/// A failed subscription leaves the property to its first answer; sd-bus by itself would drop the connection.
-int ignoreRefusal(sd_bus_message* /*message*/, void* /*property*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 } // namespace
 
 BusProperty::BusProperty(SystemBus& bus, BusPropertyName name) : bus_(bus), name_(std::move(name)) {}
@@ -117,38 +108,29 @@ bool BusProperty::shouldAskAgain() const {
     return bus_.now() - askedAt_ >= pause;
 }
 
-BusProperty::Slot BusProperty::listen(const std::string& match, sd_bus_message_handler_t handler) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus_.handle(), &slot, match.c_str(), handler, ignoreRefusal, this);
-    return Slot(slot);
-}
-
 void BusProperty::subscribe() {
     connection_ = bus_.connection();
     value_.reset();
     isAnnounced_ = false;
-    changes_ = listen("type='signal',sender='" + name_.service + "',path='" + name_.path + "',interface='" +
-                          propertiesInterface + "',member='PropertiesChanged',arg0='" + name_.interface + "'",
-                      onChange);
-    owners_ = listen("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',interface='"
-                     "org.freedesktop.DBus',member='NameOwnerChanged',arg0='" +
-                         name_.service + "'",
-                     onOwner);
+    changes_ = listen(bus_.handle(),
+                      signalMatch({name_.service.c_str(), name_.path.c_str(), propertiesInterface},
+                                  "PropertiesChanged", name_.interface),
+                      onChange, this);
+    owners_ = listen(bus_.handle(), ownerMatch(name_.service), onOwner, this);
     ask();
 }
 
 void BusProperty::ask() {
-    sd_bus_message* request = nullptr;
-    if (sd_bus_message_new_method_call(bus_.handle(), &request, name_.service.c_str(), name_.path.c_str(),
-                                       propertiesInterface, "Get") < 0) {
+    const auto request =
+        newCall(bus_.handle(), {name_.service.c_str(), name_.path.c_str(), propertiesInterface}, "Get");
+    if (!request) {
         return;
     }
-    const std::unique_ptr<sd_bus_message, MessageRelease> owner(request);
     askedAt_ = bus_.now();
     sd_bus_slot* slot = nullptr;
-    isAsking_ = sd_bus_message_set_auto_start(request, 0) >= 0 &&
-                sd_bus_message_append(request, "ss", name_.interface.c_str(), name_.member.c_str()) >= 0 &&
-                sd_bus_call_async(bus_.handle(), &slot, request, onAnswer, this, noTimeout) >= 0;
+    isAsking_ =
+        sd_bus_message_append(request.get(), "ss", name_.interface.c_str(), name_.member.c_str()) >= 0 &&
+        sd_bus_call_async(bus_.handle(), &slot, request.get(), onAnswer, this, noTimeout) >= 0;
     answer_.reset(slot);
 }
 

@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -40,17 +39,10 @@ public:
     std::optional<PropertyValue> value();
 
 private:
-    struct SlotRelease {
-        void operator()(sd_bus_slot* slot) const { sd_bus_slot_unref(slot); }
-    };
-
-    using Slot = std::unique_ptr<sd_bus_slot, SlotRelease>;
-
     void subscribe();
     void ask();
     void dropOutdated();
     bool shouldAskAgain() const;
-    Slot listen(const std::string& match, sd_bus_message_handler_t handler);
 
     static int onAnswer(sd_bus_message* message, void* property, sd_bus_error* error);
     static int onChange(sd_bus_message* message, void* property, sd_bus_error* error);
@@ -66,9 +58,9 @@ private:
     bool isRefused_ = false; ///< the last question had no answer, or none that is a value
     std::uint64_t connection_ = 0;
     std::optional<PropertyValue> value_;
-    Slot changes_;
-    Slot owners_;
-    Slot answer_;
+    BusSlot changes_;
+    BusSlot owners_;
+    BusSlot answer_;
 };
 
 } // namespace cindertop::linux_platform

@@ -1,15 +1,13 @@
 #include "platform/linux/LinuxRunningApplications.h"
 
+#include "platform/linux/BusHandles.h"
 #include "platform/linux/ProcessHandle.h"
 #include "support/Text.h"
-
-#include <systemd/sd-bus.h>
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
-#include <memory>
 #include <utility>
 
 namespace cindertop::linux_platform {
@@ -20,35 +18,11 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::microseconds patience = 2s;
 
-struct BusRelease {
-    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
-};
-
-using Bus = std::unique_ptr<sd_bus, BusRelease>;
-
-struct MessageRelease {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-
 /// What is left until then; never negative.
 std::uint64_t microsecondsUntil(std::chrono::steady_clock::time_point deadline) {
     const auto left =
         std::chrono::duration_cast<std::chrono::microseconds>(deadline - std::chrono::steady_clock::now());
     return static_cast<std::uint64_t>(std::max(left, 0us).count());
-}
-
-Bus connect(const std::string& address) {
-    sd_bus* bus = nullptr;
-    if (address.empty()) {
-        return Bus(sd_bus_open_user(&bus) >= 0 ? bus : nullptr);
-    }
-    if (sd_bus_new(&bus) < 0) {
-        return nullptr;
-    }
-    Bus owned(bus);
-    const bool isStarted = sd_bus_set_address(bus, address.c_str()) >= 0 &&
-                           sd_bus_set_bus_client(bus, 1) >= 0 && sd_bus_start(bus) >= 0;
-    return isStarted ? std::move(owned) : nullptr;
 }
 
 /// A call by itself would wait much longer for a bus that takes the connection and then says nothing.
@@ -67,19 +41,17 @@ bool isReadyBefore(sd_bus* bus, std::chrono::steady_clock::time_point deadline) 
 
 bool killUnit(const std::string& address, const std::string& unit) {
     const auto deadline = std::chrono::steady_clock::now() + patience;
-    const auto bus = connect(address);
-    sd_bus_message* request = nullptr;
-    if (!bus || !isReadyBefore(bus.get(), deadline) ||
-        sd_bus_message_new_method_call(bus.get(), &request, "org.freedesktop.systemd1",
-                                       "/org/freedesktop/systemd1", "org.freedesktop.systemd1.Manager",
-                                       "KillUnit") < 0) {
+    const auto bus = openBus(address, sd_bus_open_user);
+    if (!bus || !isReadyBefore(bus.get(), deadline)) {
         return false;
     }
-    const std::unique_ptr<sd_bus_message, MessageRelease> owner(request);
+    const auto request =
+        newCall(bus.get(),
+                {"org.freedesktop.systemd1", "/org/freedesktop/systemd1", "org.freedesktop.systemd1.Manager"},
+                "KillUnit");
     const auto left = std::max<std::uint64_t>(microsecondsUntil(deadline), 1); // 0 is "as long as it likes"
-    return sd_bus_message_set_auto_start(request, 0) >= 0 &&
-           sd_bus_message_append(request, "ssi", unit.c_str(), "all", SIGKILL) >= 0 &&
-           sd_bus_call(bus.get(), request, left, nullptr, nullptr) >= 0;
+    return request && sd_bus_message_append(request.get(), "ssi", unit.c_str(), "all", SIGKILL) >= 0 &&
+           sd_bus_call(bus.get(), request.get(), left, nullptr, nullptr) >= 0;
 }
 
 } // namespace

@@ -8,14 +8,8 @@ namespace cindertop::linux_platform {
 
 namespace {
 
-constexpr auto service = "org.freedesktop.login1";
-constexpr auto path = "/org/freedesktop/login1";
-constexpr auto manager = "org.freedesktop.login1.Manager";
-
-/// Without the signal sleep is not announced; the connection stays all the same.
-int ignoreRefusedMatch(sd_bus_message* /*message*/, void* /*sleep*/, sd_bus_error* /*error*/) {
-    return 0;
-}
+constexpr BusAddress manager{"org.freedesktop.login1", "/org/freedesktop/login1",
+                             "org.freedesktop.login1.Manager"};
 
 } // namespace
 
@@ -46,29 +40,19 @@ std::optional<int> LogindSleep::descriptor() const {
     return descriptor < 0 ? std::nullopt : std::optional(descriptor);
 }
 
-LogindSleep::Slot LogindSleep::listen(const char* match, sd_bus_message_handler_t handler) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus_.handle(), &slot, match, handler, ignoreRefusedMatch, this);
-    return Slot(slot);
-}
-
 void LogindSleep::subscribe() {
     lock_ = {};
     isGoingToSleep_ = false;
-    sleepSignals_ = listen("type='signal',sender='org.freedesktop.login1',path='/org/freedesktop/login1',"
-                           "interface='org.freedesktop.login1.Manager',member='PrepareForSleep'",
-                           onPrepareForSleep);
-    owners_ = listen("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-                     "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
-                     "arg0='org.freedesktop.login1'",
-                     onOwner);
+    sleepSignals_ = listen(bus_.handle(), signalMatch(manager, "PrepareForSleep"), onPrepareForSleep, this);
+    owners_ = listen(bus_.handle(), ownerMatch(manager.service), onOwner, this);
     takeLock();
 }
 
 void LogindSleep::takeLock() {
     sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus_.handle(), &slot, service, path, manager, "Inhibit", onLock, this, "ssss",
-                             "sleep", "Cindertop", "The thermal history is written", "delay");
+    sd_bus_call_method_async(bus_.handle(), &slot, manager.service, manager.path, manager.interface,
+                             "Inhibit", onLock, this, "ssss", "sleep", "Cindertop",
+                             "The thermal history is written", "delay");
     answer_.reset(slot);
 }
 

@@ -4,8 +4,6 @@
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SystemBus.h"
 
-#include <systemd/sd-bus.h>
-
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -36,14 +34,7 @@ public:
     bool holdsLock() const { return lock_.isOpen(); }
 
 private:
-    struct SlotRelease {
-        void operator()(sd_bus_slot* slot) const { sd_bus_slot_unref(slot); }
-    };
-
-    using Slot = std::unique_ptr<sd_bus_slot, SlotRelease>;
-
     void subscribe();
-    Slot listen(const char* match, sd_bus_message_handler_t handler);
     void takeLock();
     void release(std::uint64_t sleep);
     void announceSleep();
@@ -59,9 +50,9 @@ private:
     std::uint64_t sleeps_ = 0; ///< an observer that is ready for an older one does not end the present lock
     bool isGoingToSleep_ = false;
     FileDescriptor lock_;
-    Slot sleepSignals_;
-    Slot owners_;
-    Slot answer_;
+    BusSlot sleepSignals_;
+    BusSlot owners_;
+    BusSlot answer_;
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true); ///< for observers that are slow
 };
 

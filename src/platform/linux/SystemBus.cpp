@@ -12,27 +12,7 @@ constexpr auto retryInterval = 30s;
 /// More than any desktop sends between two updates; a bus that never pauses must not block the caller.
 constexpr int messagesPerUpdate = 256;
 
-sd_bus* openAt(const std::string& address) {
-    sd_bus* bus = nullptr;
-    if (address.empty()) {
-        return sd_bus_open_system(&bus) >= 0 ? bus : nullptr;
-    }
-    if (sd_bus_new(&bus) < 0) {
-        return nullptr;
-    }
-    if (sd_bus_set_address(bus, address.c_str()) < 0 || sd_bus_set_bus_client(bus, 1) < 0 ||
-        sd_bus_start(bus) < 0) {
-        return sd_bus_unref(bus);
-    }
-    return bus;
-}
-
 } // namespace
-
-void SystemBus::Closer::operator()(sd_bus* bus) const {
-    // Subscriptions keep the connection alive: without the close it would stay open for as long as they live.
-    sd_bus_close_unref(bus);
-}
 
 SystemBus::SystemBus(MonotonicClock clock, std::string address)
     : clock_(std::move(clock)), address_(std::move(address)) {}
@@ -43,7 +23,7 @@ void SystemBus::connect() {
         return;
     }
     nextAttempt_ = now + retryInterval;
-    bus_.reset(openAt(address_));
+    bus_ = openBus(address_, sd_bus_open_system);
     if (bus_) {
         ++connection_;
     }

@@ -1,12 +1,10 @@
 #pragma once
 
+#include "platform/linux/BusHandles.h"
 #include "platform/linux/SystemClock.h"
-
-#include <systemd/sd-bus.h>
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 namespace cindertop::linux_platform {
@@ -35,15 +33,11 @@ public:
     std::uint64_t connection() const { return connection_; }
 
 private:
-    struct Closer {
-        void operator()(sd_bus* bus) const;
-    };
-
     void connect();
 
     MonotonicClock clock_;
     std::string address_;
-    std::unique_ptr<sd_bus, Closer> bus_;
+    BusConnection bus_;
     std::uint64_t connection_ = 0;
     std::chrono::nanoseconds nextAttempt_ = std::chrono::nanoseconds::min();
 };
