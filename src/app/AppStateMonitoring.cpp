@@ -151,7 +151,7 @@ AppState::Readings AppState::takeReadings(const Tick& tick) {
         engines_.reset();
         thermalHistoryStore_.noteSleep();
     }
-    engines_.setSensorsObserved(tick.isObserved);
+    engines_.setHardwareObserved(tick.isObserved);
     const auto score = engines_.readScore(tick.configuration);
     Readings readings{.score = score,
                       .context = engines_.context.snapshot(score, tick.now, tick.awake),

@@ -9,7 +9,7 @@ MachineSampler::MachineSampler(Machine machine, DarwinThermalPressureReader::Sou
     : machine_(std::move(machine)),
       engines_(machine_, std::move(pressureReader)),
       offenderConfiguration_(std::move(offenderConfiguration)) {
-    engines_.setSensorsObserved(true); // what a sampler finds is being shown
+    engines_.setHardwareObserved(true); // what a sampler finds is being shown
 }
 
 void MachineSampler::prime() {

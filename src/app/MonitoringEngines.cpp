@@ -30,15 +30,24 @@ private:
 MonitoringEngines::MonitoringEngines(const Machine& machine,
                                      DarwinThermalPressureReader::Source pressureReader)
     : temperatureEvents_(machine.temperatureEvents),
+      meters_(machine.meters),
       thermal(SystemThermalStateProvider(
                   machine.process, DarwinThermalPressureProvider(std::move(pressureReader)), machine.clock),
               std::make_unique<KeptTemperatures>(machine.temperatureEvents, temperatures_), ThermalScorer()),
       context(std::make_unique<SystemDisplayContextProvider>(machine.displays),
               std::make_unique<SystemPowerContextProvider>(machine.powerSources, machine.process),
-              SustainedThermalPressureConfiguration::defaults()),
+              SustainedThermalPressureConfiguration::defaults(),
+              HardwareContextProvider(machine.meters, machine.clocks, machine.process)),
       offenders(std::make_unique<SystemProcessCPUProvider>(machine.processes, machine.applications),
                 machine.comparison, machine.operatingSystem),
       cpuUsage(std::make_unique<DarwinSystemCPUTimeProvider>(machine.hostStatistics)) {}
+
+void MonitoringEngines::setHardwareObserved(bool isObserved) {
+    temperatureEvents_.setObserved(isObserved);
+    if (meters_ != nullptr) {
+        meters_->setObserved(isObserved);
+    }
+}
 
 ThermalScore MonitoringEngines::readScore(const ThermalEngineConfiguration& configuration) {
     temperatures_.clear();

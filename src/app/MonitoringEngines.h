@@ -24,8 +24,8 @@ public:
     /// Measures, and keeps what the sensors said.
     ThermalScore readScore(const ThermalEngineConfiguration& configuration);
 
-    /// Tells the machine whether the list of all sensors is being shown.
-    void setSensorsObserved(bool areObserved) { temperatureEvents_.setObserved(areObserved); }
+    /// Tells the machine whether all sensors, meters and fans are being shown.
+    void setHardwareObserved(bool isObserved);
 
     /// Every sensor that answered at the latest score, in the system's order; a score tells only the hottest.
     const std::vector<TemperatureReading>& temperatures() const { return temperatures_; }
@@ -34,6 +34,7 @@ private:
     class KeptTemperatures;
 
     TemperatureEvents& temperatureEvents_;
+    HardwareMeters* meters_;
     std::vector<TemperatureReading> temperatures_;
 
 public:

@@ -16,7 +16,8 @@ PowerContextSnapshot::PowerContextSnapshot(bool isAvailable, PowerSourceKind sou
                                            std::optional<bool> isCharging, std::optional<bool> isFullyCharged,
                                            bool isLowPowerModeEnabled,
                                            std::optional<double> batteryTemperatureCelsius,
-                                           std::optional<BatteryTemperatureLevel> batteryTemperatureLevel)
+                                           std::optional<BatteryTemperatureLevel> batteryTemperatureLevel,
+                                           std::optional<double> batteryWatts)
     : isAvailable(isAvailable),
       source(source),
       batteryLevelPercent(
@@ -25,7 +26,10 @@ PowerContextSnapshot::PowerContextSnapshot(bool isAvailable, PowerSourceKind sou
       isFullyCharged(isFullyCharged),
       isLowPowerModeEnabled(isLowPowerModeEnabled),
       batteryTemperatureCelsius(batteryTemperatureCelsius),
-      batteryTemperatureLevel(batteryTemperatureLevel) {}
+      batteryTemperatureLevel(batteryTemperatureLevel),
+      batteryWatts(batteryWatts.and_then([](double watts) {
+          return std::isfinite(watts) && watts != 0 ? std::optional(watts) : std::nullopt;
+      })) {}
 
 const PowerContextSnapshot& PowerContextSnapshot::unavailable() {
     static const PowerContextSnapshot snapshot(false, PowerSourceKind::unknown, std::nullopt, std::nullopt,
@@ -125,6 +129,8 @@ PowerSourceKind sourceByPlug(std::optional<bool> isExternalConnected) {
     return *isExternalConnected ? PowerSourceKind::acPower : PowerSourceKind::batteryPower;
 }
 
+constexpr double milliwattsOfWatt = 1000;
+
 } // namespace
 
 SystemPowerContextProvider::SystemPowerContextProvider(const PowerSources& powerSources,
@@ -145,10 +151,14 @@ PowerContextSnapshot SystemPowerContextProvider::readPowerContext() const {
     const auto isCharging = booleanProperty(*battery, "IsCharging");
     const auto isFullyCharged = booleanProperty(*battery, "FullyCharged");
     const auto isExternalConnected = booleanProperty(*battery, "ExternalConnected");
+    const auto watts = integerProperty(*battery, batteryRateProperty).transform([](std::int64_t milliwatts) {
+        return static_cast<double>(milliwatts) / milliwattsOfWatt;
+    });
     return {true,           source == PowerSourceKind::unknown ? sourceByPlug(isExternalConnected) : source,
             percent,        isCharging,
             isFullyCharged, process_.isLowPowerModeEnabled(),
-            temperature,    temperature.transform(batteryTemperatureLevelFor)};
+            temperature,    temperature.transform(batteryTemperatureLevelFor),
+            watts};
 }
 
 } // namespace cindertop

@@ -70,12 +70,15 @@ struct PowerContextSnapshot {
     bool isLowPowerModeEnabled;
     std::optional<double> batteryTemperatureCelsius;
     std::optional<BatteryTemperatureLevel> batteryTemperatureLevel;
+    std::optional<double> batteryWatts; ///< into the battery; negative: drawn from it; never 0
 
-    /// A percentage outside 0 to 100 becomes the nearer bound.
+    /// A percentage outside 0 to 100 becomes the nearer bound. A battery that gives and takes nothing, and a
+    /// rate that is no number, are absent watts.
     PowerContextSnapshot(bool isAvailable, PowerSourceKind source, std::optional<int> batteryLevelPercent,
                          std::optional<bool> isCharging, std::optional<bool> isFullyCharged,
                          bool isLowPowerModeEnabled, std::optional<double> batteryTemperatureCelsius,
-                         std::optional<BatteryTemperatureLevel> batteryTemperatureLevel);
+                         std::optional<BatteryTemperatureLevel> batteryTemperatureLevel,
+                         std::optional<double> batteryWatts = std::nullopt);
 
     /// Nothing is known: no battery, source `unknown`, Low Power Mode off.
     static const PowerContextSnapshot& unavailable();

@@ -15,10 +15,12 @@ const SystemContextSnapshot& SystemContextSnapshot::placeholder() {
 
 SystemContextEngine::SystemContextEngine(std::unique_ptr<const DisplayContextProviding> displayProvider,
                                          std::unique_ptr<const PowerContextProviding> powerProvider,
-                                         SustainedThermalPressureConfiguration pressureConfiguration)
+                                         SustainedThermalPressureConfiguration pressureConfiguration,
+                                         std::optional<HardwareContextProvider> hardware)
     : displayProvider_(std::move(displayProvider)),
       powerProvider_(std::move(powerProvider)),
-      pressureTracker_(pressureConfiguration) {}
+      pressureTracker_(pressureConfiguration),
+      hardware_(hardware) {}
 
 SystemContextSnapshot SystemContextEngine::snapshot(const std::optional<ThermalScore>& thermalScore,
                                                     Instant now, AwakeTime awake) {
@@ -26,6 +28,7 @@ SystemContextSnapshot SystemContextEngine::snapshot(const std::optional<ThermalS
     return {.displays = displayProvider_->readDisplayContext(),
             .power = powerProvider_->readPowerContext(),
             .sustainedPressure = pressureTracker_.update(thermalScore, awake),
+            .hardware = hardware_ ? hardware_->readHardwareContext() : HardwareContextSnapshot{},
             .measuredAt = now};
 }
 

@@ -3,11 +3,13 @@
 #include "platform/ApplicationCatalog.h"
 #include "platform/Clock.h"
 #include "platform/DisplayList.h"
+#include "platform/HardwareMeters.h"
 #include "platform/HeatSourceSurvey.h"
 #include "platform/HostStatistics.h"
 #include "platform/PowerSources.h"
 #include "platform/ProcessInformation.h"
 #include "platform/ProcessTable.h"
+#include "platform/ProcessorClocks.h"
 #include "platform/SourceStatus.h"
 #include "platform/SystemValues.h"
 #include "platform/TemperatureEvents.h"
@@ -37,6 +39,8 @@ struct Machine {
     const LocalizedComparison& comparison;              ///< of the user's language
     std::function<std::vector<SourceStatus>()> sources; ///< what the latest reads found about each source
     HeatSourceSurvey* heatSourceSurvey = nullptr; ///< none where a table of machines alone decides the check
+    HardwareMeters* meters = nullptr;             ///< none where the system has no such readings
+    ProcessorClocks* clocks = nullptr;            ///< likewise
 };
 
 } // namespace cindertop

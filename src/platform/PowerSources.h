@@ -28,6 +28,9 @@ public:
 /// The class of batteries and supplies.
 inline constexpr std::string_view powerSourceClass = "IOPMPowerSource";
 
+/// The property of a battery that tells how fast it is charged, in milliwatts; negative: discharged.
+inline constexpr std::string_view batteryRateProperty = "ChargeRateMilliwatts";
+
 /// What the machine runs on.
 class PowerSources {
 public:

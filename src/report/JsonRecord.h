@@ -65,6 +65,24 @@ struct UnusualJsonField {
     }
 };
 
+/// A member that is left out where it is as it was made.
+template <typename Record, typename Value>
+struct OptionalJsonField {
+    const char* key;
+    Value Record::* member;
+
+    void write(const Record& record, Json& object, Instant start) const {
+        if (record.*member != Value{}) {
+            object[key] = encodeJson(record.*member, start);
+        }
+    }
+
+    Value read(const Json& object) const {
+        const auto found = object.find(key);
+        return found == object.end() ? Value{} : decodeJson<Value>(*found);
+    }
+};
+
 /// A member that is null as long as the whole record has only its default values.
 template <typename Record, typename Value>
 struct MeasuredJsonField {

@@ -39,6 +39,7 @@ inline constexpr auto jsonFields<PowerContextSnapshot> = std::tuple{
     JsonField{"isLowPowerModeEnabled", &PowerContextSnapshot::isLowPowerModeEnabled},
     JsonField{"batteryTemperatureCelsius", &PowerContextSnapshot::batteryTemperatureCelsius},
     JsonField{"batteryTemperatureLevel", &PowerContextSnapshot::batteryTemperatureLevel},
+    OptionalJsonField{"batteryWatts", &PowerContextSnapshot::batteryWatts},
 };
 
 template <>
@@ -50,10 +51,49 @@ inline constexpr auto jsonFields<SustainedThermalPressureSnapshot> = std::tuple{
 };
 
 template <>
+inline constexpr auto jsonFields<ChipPowerReading> = std::tuple{
+    JsonField{"name", &ChipPowerReading::name},
+    JsonField{"watts", &ChipPowerReading::watts},
+};
+
+template <>
+inline constexpr auto jsonFields<FanReading> = std::tuple{
+    JsonField{"name", &FanReading::name},
+    JsonField{"revolutionsPerMinute", &FanReading::revolutionsPerMinute},
+};
+
+template <>
+inline constexpr auto jsonFields<MeterReadings> = std::tuple{
+    JsonField{"machineWatts", &MeterReadings::machineWatts},
+    JsonField{"chips", &MeterReadings::chips},
+    JsonField{"fans", &MeterReadings::fans},
+};
+
+template <>
+inline constexpr auto jsonFields<ClockLimit> = std::tuple{
+    JsonField{"allowedHertz", &ClockLimit::allowedHertz},
+    JsonField{"possibleHertz", &ClockLimit::possibleHertz},
+};
+
+template <>
+inline constexpr auto jsonFields<SpeedLimits> = std::tuple{
+    JsonField{"clock", &SpeedLimits::clock},
+    JsonField{"isOfSomeCores", &SpeedLimits::isOfSomeCores},
+    JsonField{"heldBy", &SpeedLimits::heldBy},
+};
+
+template <>
+inline constexpr auto jsonFields<HardwareContextSnapshot> = std::tuple{
+    OptionalJsonField{"meters", &HardwareContextSnapshot::meters},
+    OptionalJsonField{"processor", &HardwareContextSnapshot::processor},
+};
+
+template <>
 inline constexpr auto jsonFields<SystemContextSnapshot> = std::tuple{
     JsonField{"displays", &SystemContextSnapshot::displays},
     JsonField{"power", &SystemContextSnapshot::power},
     JsonField{"sustainedPressure", &SystemContextSnapshot::sustainedPressure},
+    OptionalJsonField{"hardware", &SystemContextSnapshot::hardware},
 };
 
 template <>

@@ -49,14 +49,15 @@ TEST(SystemPowerContextProvider, ReadsABattery) {
                                                     {"IsCharging", false},
                                                     {"FullyCharged", true},
                                                     {"ExternalConnected", true},
-                                                    {"Temperature", whole(3131)}}};
+                                                    {"Temperature", whole(3131)},
+                                                    {"ChargeRateMilliwatts", whole(-11340)}}};
         return made;
     }();
     fakes::FakeProcessInformation process;
     process.lowPowerMode = true;
     EXPECT_EQ(SystemPowerContextProvider(sources, process).readPowerContext(),
               PowerContextSnapshot(true, Kind::batteryPower, 57, false, true, true, 3131 / 10.0 - 273.15,
-                                   BatteryTemperatureLevel::warm));
+                                   BatteryTemperatureLevel::warm, -11.34));
 }
 
 TEST(SystemPowerContextProvider, WithoutABatterySourceAndLowPowerModeRemain) {
@@ -93,7 +94,7 @@ TEST(SystemPowerContextProvider, TheFirstInstalledBatteryEndsTheWalk) {
                                    "0: BatteryInstalled", "0 released", "1: BatteryInstalled", "1 released",
                                    "2: BatteryInstalled", "walk released", "2: Temperature",
                                    "2: CurrentCapacity", "2: MaxCapacity", "2: IsCharging", "2: FullyCharged",
-                                   "2: ExternalConnected", "2 released"}));
+                                   "2: ExternalConnected", "2: ChargeRateMilliwatts", "2 released"}));
 }
 
 TEST(SystemPowerContextProvider, ThePlugDecidesOnlyWhereTheSourceIsUnknown) {
