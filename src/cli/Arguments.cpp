@@ -1,5 +1,6 @@
 #include "cli/Arguments.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -17,10 +18,30 @@ constexpr ValueRow secondsValue{"SECONDS", ValueKind::number, "a number of secon
 constexpr OptionRow json{"--json", "JSON instead of text. \"watch\" writes one object a line."};
 constexpr std::array readOptions{json};
 constexpr std::array<std::string_view, 1> lineFormats{"waybar"};
+constexpr auto orders = [] {
+    std::array<std::string_view, casesOf<OffenderOrder>().size()> names;
+    std::ranges::transform(casesOf<OffenderOrder>(), names.begin(), [](const auto& row) { return row.name; });
+    return names;
+}();
+constexpr double shortestInterval = 0.2;
 constexpr std::array watchOptions{
-    json, OptionRow{"--format",
-                    "Write lines for a status bar. \"waybar\" is what a custom module of Waybar reads.",
-                    {"FORMAT", ValueKind::choice, "waybar", lineFormats}}};
+    json,
+    OptionRow{"--format",
+              "Write lines for a status bar. \"waybar\" is what a custom module of Waybar reads.",
+              {"FORMAT", ValueKind::choice, "waybar", lineFormats}},
+    OptionRow{"--interval",
+              "Look every so many seconds, at least 0.2. A running agent measures at its own pace all the "
+              "same.",
+              {"SECONDS",
+               ValueKind::number,
+               "a number of seconds, at least 0.2",
+               {},
+               shortestInterval,
+               longestSeconds}},
+    OptionRow{"--sort",
+              "Order the applications on the screen by their share of the processor, or by name. Where the "
+              "screen has not room for all, it is the busiest that are shown.",
+              {"ORDER", ValueKind::choice, "cpu or name", orders}}};
 constexpr std::array metricsOptions{
     OptionRow{"--names", "Name the applications in the metrics. Without it, only kinds of work are told."},
     OptionRow{"--textfile",
@@ -46,12 +67,13 @@ constexpr std::array commands{
                readOptions,
                "Show how hot the machine is, and why. The thermal score, the agent's advice, temperatures, "
                "power, displays, the busiest applications, and which sources of facts this machine has."},
-    CommandRow{"watch",
-               {},
-               watchOptions,
-               "Show it again and again until you press q or Ctrl-C. On a terminal on one screen, elsewhere "
-               "a line a tick. "
-               "It looks every 2 s while the machine is cool, and up to five times a second when it is hot."},
+    CommandRow{
+        "watch",
+        {},
+        watchOptions,
+        "Show it again and again until you press q or Ctrl-C. On a terminal on one screen, elsewhere "
+        "a line when something has changed, or after ten seconds. It looks every 2 s while the machine "
+        "is cool, and up to five times a second when it is hot."},
     CommandRow{"offenders", {}, readOptions, "Show every application with its processes, the busiest first."},
     CommandRow{"history",
                {},
@@ -130,6 +152,14 @@ Format formatIn(const CommandLine& line) {
     return line.has("--json") ? Format::json : Format::text;
 }
 
+OffenderOrder orderIn(const CommandLine& line) {
+    return fromRawValue<OffenderOrder>(line.value("--sort").value_or("")).value_or(OffenderOrder::cpu);
+}
+
+/// An order is one of the screen, and there is one format.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 3> exclusions{
+    {{"--json", "--format"}, {"--json", "--sort"}, {"--format", "--sort"}}};
+
 Command commandIn(const CommandLine& line) {
     if (line.command == nullptr) {
         return line.has(helpOption.name) ? Command::help : Command::version;
@@ -148,8 +178,10 @@ std::expected<Arguments, std::string> parseArguments(std::span<const std::string
     if (!line) {
         return std::unexpected(std::move(line).error());
     }
-    if (line->has("--format") && line->has("--json")) {
-        return std::unexpected(std::string("--json and --format exclude each other"));
+    for (const auto& [one, other] : exclusions) {
+        if (line->has(one) && line->has(other)) {
+            return std::unexpected(std::string(one).append(" and ").append(other) + " exclude each other");
+        }
     }
     const auto until = line->number("--until");
     return Arguments{.command = commandIn(*line),
@@ -158,7 +190,9 @@ std::expected<Arguments, std::string> parseArguments(std::span<const std::string
                      .seconds = until ? until : line->number("--seconds"),
                      .stateDirectory = line->value("--state-dir"),
                      .showsNames = line->has("--names"),
-                     .textfileFolder = line->value("--textfile")};
+                     .textfileFolder = line->value("--textfile"),
+                     .interval = line->number("--interval"),
+                     .order = orderIn(*line)};
 }
 
 } // namespace cindertop::cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
+#include "cli/OffenderOrder.h"
 
 #include <cstdint>
 #include <expected>
@@ -46,6 +47,8 @@ struct Arguments {
     std::optional<std::string> stateDirectory{}; ///< where a replay keeps its files
     bool showsNames = false;                     ///< of applications, in metrics
     std::optional<std::string> textfileFolder{}; ///< where metrics are kept up to date
+    std::optional<double> interval{};            ///< seconds between the looks of a watch
+    OffenderOrder order{};                       ///< of the applications on its screen
 
     bool operator==(const Arguments&) const = default;
 };

@@ -30,7 +30,17 @@ WriteResult showStatus(CommandEnvironment& environment, Format format);
 /// Measures for a moment and shows the applications.
 WriteResult showOffenders(CommandEnvironment& environment, Format format);
 
+/// Whether a watch redraws one screen instead of writing lines.
+bool isShownOnScreen(Format format, const TerminalTraits& terminal);
+
+struct WatchWishes {
+    Format format{};
+    std::optional<Seconds> interval{}; ///< none: as often as the heat recommends
+    OffenderOrder order{};             ///< on a screen
+};
+
 /// Shows tick after tick. The answer is the signal that ended it, none when the user did.
-std::expected<std::optional<int>, WriteError> watch(CommandEnvironment& environment, Format format);
+std::expected<std::optional<int>, WriteError> watch(CommandEnvironment& environment,
+                                                    const WatchWishes& wishes);
 
 } // namespace cindertop::cli

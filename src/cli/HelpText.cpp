@@ -10,6 +10,7 @@ namespace cindertop::cli {
 namespace {
 
 constexpr int helpColumns = 79;
+constexpr std::string_view usageIndent = "       ";
 constexpr std::size_t longestTerm = 18; ///< the text of a longer one starts on the next line
 
 std::string paragraph(std::string_view text, std::size_t indent = 0) {
@@ -54,6 +55,17 @@ std::string tailOf(const CommandRow& command) {
     return tail;
 }
 
+/// A usage line; what is too long goes on below its options.
+std::string brokenUsage(std::string line) {
+    const auto room = static_cast<std::size_t>(helpColumns) - usageIndent.size();
+    if (line.size() > room) {
+        const auto end = line.rfind(" [", room);
+        const auto indent = line.find(" [");
+        line = line.substr(0, end) + '\n' + std::string(usageIndent.size() + indent, ' ') + line.substr(end);
+    }
+    return line + '\n';
+}
+
 } // namespace
 
 std::string termOf(const CommandRow& command) {
@@ -91,8 +103,9 @@ std::string helpText(const ProgramTable& program) {
     std::string text = paragraph(std::string(program.name) + ' ' + std::string(program.summary));
     std::string_view before = "\nusage: ";
     for (const auto& line : usageOf(program)) {
-        text += std::string(before) + line + '\n';
-        before = "       ";
+        text += before;
+        text += brokenUsage(line);
+        before = usageIndent;
     }
     text += program.introduction.empty() ? "" : '\n' + paragraph(program.introduction);
     const auto name = [](const auto& row) { return termOf(row); };

@@ -43,22 +43,30 @@ ProcessOffenderConfiguration everyOffender(const ProcessInformation& process) {
     return configuration;
 }
 
-ProcessOffenderConfiguration configurationFor(Command command, const ProcessInformation& process) {
-    const bool showsAll = command == Command::offenders || command == Command::metrics;
-    return showsAll ? everyOffender(process) : ProcessOffenderConfiguration::defaultConfiguration(process);
+ProcessOffenderConfiguration configurationFor(Measuring measuring, const ProcessInformation& process) {
+    return measuring.listsEverything ? everyOffender(process)
+                                     : ProcessOffenderConfiguration::defaultConfiguration(process);
+}
+
+/// A screen is filled as far as it goes. Who chooses how often to look wants new shares each time.
+Measuring measuringFor(const Arguments& arguments, const TerminalTraits& terminal) {
+    const bool isScreen = arguments.command == Command::watch && isShownOnScreen(arguments.format, terminal);
+    return {.listsEverything = arguments.command == Command::offenders || isScreen,
+            .census = arguments.interval ? SampledMachine::Census::each : SampledMachine::Census::whenDue};
 }
 
 /// The live machine, with everything that measuring it needs.
 class LiveMachine final : public MachineSource {
 public:
-    explicit LiveMachine(Command command)
+    explicit LiveMachine(Measuring measuring)
         : services_(machine_.services()),
           sampler_(services_,
                    // What a single look finds is shown, not logged.
                    DarwinThermalPressureReader::sharedOnFirstUse(services_.pressure,
                                                                  std::make_shared<SilentUnifiedLog>()),
-                   configurationFor(command, services_.process)),
-          source_(sampler_, [](Seconds duration) { std::this_thread::sleep_for(duration); }) {}
+                   configurationFor(measuring, services_.process)),
+          source_(
+              sampler_, [](Seconds duration) { std::this_thread::sleep_for(duration); }, measuring.census) {}
 
     MachineReport look() override { return source_.look(); }
 
@@ -129,34 +137,38 @@ void recordFor(Seconds length, ScenarioRecorder& recorder) {
 
 } // namespace
 
-std::unique_ptr<MachineSource> measuredMachine(Command command) {
-    return std::make_unique<LiveMachine>(command);
+std::unique_ptr<MachineSource> measuredMachine(Measuring measuring) {
+    return std::make_unique<LiveMachine>(measuring);
 }
 
-std::unique_ptr<MachineSource> machineSource(Command command, std::optional<AgentClient>& agent) {
+std::unique_ptr<MachineSource> machineSource(Measuring measuring, std::optional<AgentClient>& agent) {
     if (!agent) {
-        return measuredMachine(command);
+        return measuredMachine(measuring);
     }
-    return std::make_unique<AgentMachine>(*agent, [command] { return measuredMachine(command); });
+    return std::make_unique<AgentMachine>(*agent, [measuring] { return measuredMachine(measuring); });
 }
 
 ExitStatus showMachine(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
     const auto settings = userSettings();
-    const auto source = machineSource(arguments.command, agent);
-    CommandEnvironment environment{
-        .machine = *source,
-        .output = output,
-        .terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); },
-        .temperatures = TemperatureFormatter::ofUser().in(settings->temperatureUnit),
-        .system = linux_platform::operatingSystem,
-        .verbosity = settings->recommendationVerbosity};
+    const auto terminal = [&output] { return traitsOf(readTerminalFacts(output.descriptor())); };
+    const auto source = machineSource(measuringFor(arguments, terminal()), agent);
+    CommandEnvironment environment{.machine = *source,
+                                   .output = output,
+                                   .terminal = terminal,
+                                   .temperatures =
+                                       TemperatureFormatter::ofUser().in(settings->temperatureUnit),
+                                   .system = linux_platform::operatingSystem,
+                                   .verbosity = settings->recommendationVerbosity};
     switch (arguments.command) {
     case Command::status:
         return exitStatus(showStatus(environment, arguments.format));
     case Command::offenders:
         return exitStatus(showOffenders(environment, arguments.format));
     default:
-        return exitStatus(watch(environment, arguments.format));
+        return exitStatus(watch(environment, {.format = arguments.format,
+                                              .interval = arguments.interval.transform(
+                                                  [](double seconds) { return Seconds{seconds}; }),
+                                              .order = arguments.order}));
     }
 }
 

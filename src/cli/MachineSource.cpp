@@ -13,8 +13,8 @@ constexpr Seconds measuringTime{0.5};
 
 } // namespace
 
-SampledMachine::SampledMachine(MachineSampler& sampler, std::function<void(Seconds)> sleep)
-    : sampler_(sampler), sleep_(std::move(sleep)) {}
+SampledMachine::SampledMachine(MachineSampler& sampler, std::function<void(Seconds)> sleep, Census census)
+    : sampler_(sampler), sleep_(std::move(sleep)), census_(census) {}
 
 MachineReport SampledMachine::look() {
     sampler_.prime();
@@ -23,7 +23,7 @@ MachineReport SampledMachine::look() {
 }
 
 MachineReport SampledMachine::next() {
-    return {.snapshot = sampler_.sample()};
+    return {.snapshot = census_ == Census::each ? sampler_.sampleNow() : sampler_.sample()};
 }
 
 namespace {

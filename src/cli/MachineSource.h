@@ -24,8 +24,12 @@ public:
 /// Measures by itself, without advice: that takes more than a look.
 class SampledMachine final : public MachineSource {
 public:
+    /// When `next` counts the processes.
+    enum class Census { whenDue, each };
+
     /// `sampler` must outlive this.
-    SampledMachine(MachineSampler& sampler, std::function<void(Seconds)> sleep);
+    SampledMachine(MachineSampler& sampler, std::function<void(Seconds)> sleep,
+                   Census census = Census::whenDue);
 
     MachineReport look() override;
     MachineReport next() override;
@@ -33,6 +37,7 @@ public:
 private:
     MachineSampler& sampler_;
     std::function<void(Seconds)> sleep_;
+    Census census_;
 };
 
 /// Asks the running agent, so that the machine is not measured twice. Measures by itself while the agent

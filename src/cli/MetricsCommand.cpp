@@ -23,6 +23,7 @@ namespace {
 /// As often as collectors look, at the most.
 constexpr Seconds metricsPeriod{15};
 constexpr int noOutput = -1;
+constexpr Measuring everyApplication{.listsEverything = true};
 
 MetricsDetail detailOf(const Arguments& arguments) {
     return arguments.showsNames ? MetricsDetail::applications : MetricsDetail::categories;
@@ -68,7 +69,7 @@ public:
             return *std::move(report);
         }
         if (!measured_) {
-            measured_ = measuredMachine(Command::metrics);
+            measured_ = measuredMachine(everyApplication);
         }
         return measured_->next();
     }
@@ -95,26 +96,12 @@ private:
     RecordedDay day_;
 };
 
-/// The wake-ups of a watch, at one pace whatever the heat.
-class SteadyEvents final : public WatchEvents {
-public:
-    explicit SteadyEvents(WatchEvents& events) : events_(events) {}
-
-    void startTimer(Seconds /*delay*/) override { events_.startTimer(metricsPeriod); }
-
-    Wake wait() override { return events_.wait(); }
-
-private:
-    WatchEvents& events_;
-};
-
 Watch::End keepFile(const std::filesystem::path& file, MetricsDetail detail) {
     const SignalDescriptor signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
-    LiveWatchEvents live(signals, noOutput, LiveWatchEvents::Keyboard::ignored);
-    SteadyEvents events(live);
+    LiveWatchEvents events(signals, noOutput, LiveWatchEvents::Keyboard::ignored);
     AnyMachine machine;
     MetricsPrinter printer(file, detail);
-    return Watch(machine, events, printer).run();
+    return Watch(machine, events, printer, metricsPeriod).run();
 }
 
 } // namespace
@@ -122,7 +109,7 @@ Watch::End keepFile(const std::filesystem::path& file, MetricsDetail detail) {
 ExitStatus showMetrics(const Arguments& arguments, Output& output, std::optional<AgentClient>& agent) {
     const auto detail = detailOf(arguments);
     if (!arguments.textfileFolder) {
-        const auto report = machineSource(Command::metrics, agent)->look();
+        const auto report = machineSource(everyApplication, agent)->look();
         return exitStatus(output.write(metricsText(report, RecordedDay().now(), detail)));
     }
     const auto file = std::filesystem::path(*arguments.textfileFolder) / "cindertop.prom";

@@ -1,5 +1,6 @@
 #include "cli/OffenderTable.h"
 
+#include "support/Text.h"
 #include "terminal/ValueText.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ranges>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -124,9 +126,21 @@ int wantedRows(const ProcessOffender& offender, int listedAtMost) {
     return static_cast<int>(listed) + (offender.processCount > listed ? 1 : 0);
 }
 
-/// A lone "and 12 more" says nothing that the row above does not say.
-int grantedRows(int wanted, int spare) {
-    return spare < std::min(wanted, 2) ? 0 : std::min(wanted, spare);
+/// Rows below each offender: evenly one process more for each, the busiest first, as long as there is room.
+std::vector<int> sharedRows(std::span<const ProcessOffender> offenders, int spare, int listedAtMost) {
+    std::vector<int> rows(offenders.size());
+    const auto mostKnown = std::ranges::max(
+        offenders | std::views::transform([](const auto& each) { return std::ssize(each.children); }));
+    for (int listed = 1; listed <= std::min<std::int64_t>(mostKnown, listedAtMost); ++listed) {
+        for (std::size_t index = 0; index < offenders.size(); ++index) {
+            const int wanted = wantedRows(offenders[index], listed);
+            if (wanted - rows[index] <= spare) {
+                spare -= wanted - rows[index];
+                rows[index] = wanted;
+            }
+        }
+    }
+    return rows;
 }
 
 void appendChildren(std::vector<Line>& lines, const ProcessOffender& offender, int rows, const Table& table) {
@@ -139,6 +153,20 @@ void appendChildren(std::vector<Line>& lines, const ProcessOffender& offender, i
     if (!allFit) {
         lines.push_back(table.line(remainderRow(offender.processCount - listed)));
     }
+}
+
+/// The places of the offenders in the order in which they are listed.
+std::vector<std::size_t> indicesInOrder(std::span<const ProcessOffender> offenders, OffenderOrder order) {
+    std::vector<std::size_t> indices;
+    indices.reserve(offenders.size());
+    for (std::size_t index = 0; index < offenders.size(); ++index) {
+        indices.push_back(index);
+    }
+    if (order == OffenderOrder::name) {
+        std::ranges::stable_sort(
+            indices, {}, [offenders](std::size_t index) { return lowerCased(offenders[index].displayName); });
+    }
+    return indices;
 }
 
 std::string_view emptyText(ProcessOffenderSnapshotState state) {
@@ -172,14 +200,16 @@ std::vector<Line> offenderTable(const ProcessOffenderSnapshot& snapshot, const P
         return lines;
     }
     const auto count = std::min(static_cast<int>(snapshot.offenders.size()), room.rows - 1);
-    int spare = room.rows - 1 - count;
-    for (const auto& offender : snapshot.offenders | std::views::take(count)) {
-        const int rows = grantedRows(wantedRows(offender, room.childrenOfOffender), spare);
-        lines.push_back(table.line(offenderRow(offender, table)));
-        if (rows > 0) {
-            appendChildren(lines, offender, rows, table);
+    if (count == 0) {
+        return lines;
+    }
+    const auto offenders = std::span(snapshot.offenders).first(static_cast<std::size_t>(count));
+    const auto rows = sharedRows(offenders, room.rows - 1 - count, room.childrenOfOffender);
+    for (const auto index : indicesInOrder(offenders, room.order)) {
+        lines.push_back(table.line(offenderRow(offenders[index], table)));
+        if (rows[index] > 0) {
+            appendChildren(lines, offenders[index], rows[index], table);
         }
-        spare -= rows;
     }
     return lines;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/OffenderOrder.h"
 #include "cpu/ProcessOffender.h"
 #include "terminal/StyledText.h"
 
@@ -14,11 +15,13 @@ struct OffenderTableRoom {
 
     int rows = unlimited;               ///< the heading included
     int childrenOfOffender = unlimited; ///< processes below each application
+    OffenderOrder order{};              ///< of those that have room
 };
 
 /// Applications and groups, the busiest first, their processes indented below them: name, identifier or count
-/// of processes, share of the whole machine. An offender with one process is one row. Groups come before the
-/// processes of others when room is short. A list that is not ready is one row that says so.
+/// of processes, share of the whole machine. An offender with one process is one row. When room is short, the
+/// busiest get a row each, and what is left goes to their processes, shared out evenly. A list that is not
+/// ready is one row that says so.
 std::vector<Line> offenderTable(const ProcessOffenderSnapshot& snapshot, const PageFormat& format,
                                 const OffenderTableRoom& room);
 

@@ -12,7 +12,7 @@ namespace cindertop::cli {
 namespace {
 
 constexpr int childrenOnStatusPage = 3;
-constexpr int rowsOfScreenPerChild = 8;
+constexpr int rowsOfScreenPerSensorRow = 6;
 constexpr int widestBar = 60;
 
 std::vector<Line> scoreLines(const MachineSnapshot& snapshot, const PageFormat& format) {
@@ -91,16 +91,18 @@ Line footerLine(const MachineSnapshot& snapshot) {
              Tone::faint}};
 }
 
-/// All sensors in one line, as far as it goes.
-std::vector<Line> sensorSummary(const MachineSnapshot& snapshot, const PageStyle& style) {
+/// The sensors in one line, or all of them where they leave the applications enough of the screen.
+std::vector<Line> watchSensors(const MachineSnapshot& snapshot, const PageStyle& style, int rows) {
     auto table = sensorTable(snapshot, style);
-    table.resize(std::min<std::size_t>(table.size(), 1));
+    if (static_cast<int>(table.size()) > rows / rowsOfScreenPerSensorRow) {
+        table.resize(std::min<std::size_t>(table.size(), 1));
+    }
     return table;
 }
 
-std::vector<Line> watchFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
+std::vector<Line> watchFacts(const MachineSnapshot& snapshot, const PageStyle& style, int rows) {
     auto facts = thermalFacts(snapshot, style);
-    append(facts, sensorSummary(snapshot, style));
+    append(facts, watchSensors(snapshot, style, rows));
     append(facts, surroundingFacts(snapshot, style));
     return facts;
 }
@@ -152,9 +154,10 @@ std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle
     return offenderTable(snapshot.offenders, style.format, {});
 }
 
-std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, int rows,
+std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, const ScreenLayout& layout,
                             std::string_view time) {
     const auto& snapshot = report.snapshot;
+    const int rows = layout.rows;
     constexpr int smallestWithFooter = 4;
     constexpr int smallestTable = 4; // a blank line, the heading and two rows
     std::vector<Line> lines{titleLine("Cindertop", time, style.format.columns)};
@@ -163,18 +166,16 @@ std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style,
     }
     append(lines, scoreLines(snapshot, style.format));
     append(lines, adviceLines(report.advice, style));
-    auto facts = watchFacts(snapshot, style);
+    auto facts = watchFacts(snapshot, style, rows);
     const auto room = [&] { return rows - static_cast<int>(lines.size()) - 1; }; // 1 for the footer
     if (room() > static_cast<int>(facts.size()) + smallestTable) {
         lines.emplace_back();
         append(lines, std::move(facts));
     }
     if (room() >= smallestTable) {
-        // By the size of the screen alone, so that the list does not jump from tick to tick.
-        const int children = std::max(childrenOnStatusPage, rows / rowsOfScreenPerChild);
         lines.emplace_back();
-        append(lines, offenderTable(snapshot.offenders, style.format,
-                                    {.rows = room(), .childrenOfOffender = children}));
+        append(lines,
+               offenderTable(snapshot.offenders, style.format, {.rows = room(), .order = layout.order}));
     }
     lines.resize(static_cast<std::size_t>(std::max(rows, 1)));
     if (rows >= smallestWithFooter) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/MachineFacts.h"
+#include "cli/OffenderOrder.h"
 #include "report/MachineReport.h"
 
 #include <string>
@@ -15,8 +16,14 @@ std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style
 /// All applications with all their processes.
 std::vector<Line> offendersPage(const MachineSnapshot& snapshot, const PageStyle& style);
 
-/// A screen of exactly that many rows, at least 1, the most important first. `time` stands in the corner.
-std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, int rows,
+/// What a screen has room for, and how its applications are ordered.
+struct ScreenLayout {
+    int rows = 24; ///< at least 1
+    OffenderOrder order{};
+};
+
+/// A screen of exactly that many rows, the most important first. `time` stands in the corner.
+std::vector<Line> watchPage(const MachineReport& report, const PageStyle& style, const ScreenLayout& layout,
                             std::string_view time);
 
 /// One tick in one line, for files and pipes.

@@ -10,7 +10,7 @@ Watch::End Watch::run() {
         if (const auto shown = show(report); !shown) {
             return std::unexpected(shown.error());
         }
-        events_.startTimer(tickDelay(report.snapshot.score.recommendedSamplingHz));
+        events_.startTimer(interval_.value_or(tickDelay(report.snapshot.score.recommendedSamplingHz)));
         const auto wake = pause(report);
         if (!wake) {
             return std::unexpected(wake.error());

@@ -9,15 +9,16 @@
 
 namespace cindertop::cli {
 
-/// Samples and shows until something ends it, as often as the heat recommends.
+/// Samples and shows until something ends it, as often as the heat recommends or the user wants.
 class Watch {
 public:
     /// The signal that ended it; none when the user did.
     using End = std::expected<std::optional<int>, WriteError>;
 
-    /// All three must outlive the watch.
-    Watch(MachineSource& machine, WatchEvents& events, WatchPrinter& printer)
-        : machine_(machine), events_(events), printer_(printer) {}
+    /// All three must outlive the watch. `interval` is the user's wish instead of what the heat recommends.
+    Watch(MachineSource& machine, WatchEvents& events, WatchPrinter& printer,
+          std::optional<Seconds> interval = std::nullopt)
+        : machine_(machine), events_(events), printer_(printer), interval_(interval) {}
 
     End run();
 
@@ -29,6 +30,7 @@ private:
     MachineSource& machine_;
     WatchEvents& events_;
     WatchPrinter& printer_;
+    std::optional<Seconds> interval_;
 };
 
 } // namespace cindertop::cli

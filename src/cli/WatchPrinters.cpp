@@ -15,7 +15,8 @@ WriteResult ScreenPrinter::show(const MachineReport& report) {
     screen_.enter();
     std::vector<std::string> lines;
     const auto time = localTimeOfDay(report.snapshot.measuredAt);
-    for (const auto& line : watchPage(report, place_.style, place_.rows, time)) {
+    for (const auto& line :
+         watchPage(report, place_.style, {.rows = place_.rows, .order = place_.order}, time)) {
         lines.push_back(encoded(line, place_.style.format));
     }
     return screen_.draw(lines);
@@ -35,7 +36,8 @@ LinePrinter::LinePrinter(const Output& output, Encoder encoder)
     : output_(output), encoder_(std::move(encoder)) {}
 
 WriteResult LinePrinter::show(const MachineReport& report) {
-    return output_.write(encoder_(report) + '\n');
+    const auto line = encoder_(report);
+    return line ? output_.write(*line + '\n') : WriteResult();
 }
 
 } // namespace cindertop::cli

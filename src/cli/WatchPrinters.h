@@ -6,6 +6,8 @@
 #include "terminal/Screen.h"
 
 #include <functional>
+#include <optional>
+#include <string>
 
 namespace cindertop::cli {
 
@@ -27,6 +29,7 @@ public:
     struct Place {
         PageStyle style;
         int rows;
+        OffenderOrder order{};
     };
 
     /// `output` must outlive the printer and be a terminal that can redraw; `readPlace` tells its size each
@@ -43,10 +46,11 @@ private:
     Screen screen_;
 };
 
-/// Writes each tick as a line.
+/// Writes each tick that is worth it as a line.
 class LinePrinter final : public WatchPrinter {
 public:
-    using Encoder = std::function<std::string(const MachineReport&)>;
+    /// None: nothing to tell.
+    using Encoder = std::function<std::optional<std::string>(const MachineReport&)>;
 
     /// `output` must outlive the printer.
     LinePrinter(const Output& output, Encoder encoder);

@@ -118,7 +118,7 @@ TEST(StatusPage, LeadsWithTheNoteAndAddsWhatTheUserWants) {
     EXPECT_EQ(concise.find(others), std::string::npos);
     wide.verbosity = RecommendationVerbosity::detailed;
     EXPECT_THAT(text(statusPage(report, wide), wide), HasSubstr("Open it.\n" + others));
-    EXPECT_THAT(text(watchPage(report, wide, 40, "23:02:11"), wide), HasSubstr(others));
+    EXPECT_THAT(text(watchPage(report, wide, {.rows = 40}, "23:02:11"), wide), HasSubstr(others));
 }
 
 TEST(Pages, FitEveryWidth) {
@@ -127,7 +127,7 @@ TEST(Pages, FitEveryWidth) {
         for (int columns = 1; columns <= 130; ++columns) {
             const auto narrow = style(columns, charset);
             for (const auto& page : {statusPage({machine, {}}, narrow), offendersPage(machine, narrow),
-                                     watchPage({machine, {}}, narrow, 24, "23:02:11")}) {
+                                     watchPage({machine, {}}, narrow, {.rows = 24}, "23:02:11")}) {
                 for (const auto& line : page) {
                     const auto shownLine = encoded(line, narrow.format);
                     EXPECT_LE(columnsOf(shownLine), columns) << shownLine;
@@ -158,7 +158,7 @@ TEST(Pages, ColourTheLevelButSayItToo) {
 TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
     const auto screen = style(80, Charset::unicode);
     for (int rows = 1; rows <= 60; ++rows) {
-        const auto page = watchPage({hotLaptop(), {}}, screen, rows, "23:02:11");
+        const auto page = watchPage({hotLaptop(), {}}, screen, {.rows = rows}, "23:02:11");
         ASSERT_EQ(page.size(), static_cast<std::size_t>(rows));
         const auto content = text(page, screen);
         EXPECT_THAT(content, HasSubstr("Cindertop"));
@@ -168,10 +168,64 @@ TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
     }
 }
 
+/// Applications a to h, busiest first, each with `processes` processes that are all known.
+MachineSnapshot busyMachine(int processes) {
+    auto machine = hotLaptop();
+    auto& offenders = machine.offenders.offenders;
+    offenders.clear();
+    for (const char name : std::string("hgfedcba")) {
+        ProcessOffender::Fields fields{
+            .id = {name}, .displayName = {name}, .processCount = processes, .cpuPercent = name - 90.0};
+        for (int pid = 0; pid < processes; ++pid) {
+            fields.children.emplace_back(pid + 1, 0, "child", 1, false, std::nullopt);
+        }
+        offenders.emplace_back(fields);
+    }
+    return machine;
+}
+
+TEST(WatchPage, FillsTheHeightWithProcessesEvenly) {
+    const auto screen = style(80, Charset::unicode);
+    const auto count = [&](int rows, std::string_view word) {
+        const auto content = text(watchPage({busyMachine(12), {}}, screen, {.rows = rows}, "now"), screen);
+        int found = 0;
+        for (auto at = content.find(word); at != std::string::npos; at = content.find(word, at + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    EXPECT_EQ(count(160, "  child "), 96); // all
+    EXPECT_EQ(count(160, " more"), 0);
+    EXPECT_EQ(count(60, " more"), 8);
+    for (const int rows :
+         {40, 50, 60, 80}) { // the title, 12 rows of facts, two headings, a blank, the footer
+        const auto page = watchPage({busyMachine(12), {}}, screen, {.rows = rows}, "now");
+        EXPECT_LE(std::ranges::count(page, Line()), 3) << rows; // between the parts, and what is left over
+    }
+}
+
+TEST(WatchPage, OrdersByNameTheBusiestThatHaveRoom) {
+    const auto screen = style(80, Charset::unicode);
+    const auto names = [&](int rows, OffenderOrder order) {
+        std::string found;
+        for (const auto& line :
+             watchPage({busyMachine(1), {}}, screen, {.rows = rows, .order = order}, "now")) {
+            if (line.size() > 1 && line[0].tone == Tone::strong && line[0].text.substr(1, 2) == "  ") {
+                found += line[0].text[0];
+            }
+        }
+        return found;
+    };
+    EXPECT_EQ(names(40, OffenderOrder::cpu), "hgfedcba");
+    EXPECT_EQ(names(40, OffenderOrder::name), "abcdefgh");
+    EXPECT_EQ(names(10, OffenderOrder::cpu), "hgfe");
+    EXPECT_EQ(names(10, OffenderOrder::name), "efgh");
+}
+
 TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
     for (const auto charset : {Charset::unicode, Charset::ascii}) {
         const auto wide = style(110, charset);
-        EXPECT_EQ(text(watchPage({hotLaptop(), {}}, wide, 24, "23:02:11"), wide).find("▃█") !=
+        EXPECT_EQ(text(watchPage({hotLaptop(), {}}, wide, {.rows = 24}, "23:02:11"), wide).find("▃█") !=
                       std::string::npos,
                   charset == Charset::unicode);
     }

@@ -77,6 +77,17 @@ TEST_F(WatchTest, LooksAsOftenAsTheHeatRecommends) {
               std::chrono::milliseconds(3400));
 }
 
+TEST_F(WatchTest, LooksAsOftenAsTheUserWantsAndCountsTheProcessesEachTime) {
+    machine.pressure->play({0, 2, 2});
+    SampledMachine eager(sampler, [](Seconds) {}, SampledMachine::Census::each);
+    events.wakes = {{tick}, {tick}};
+    EXPECT_EQ(Watch(eager, events, printer, Seconds{0.5}).run(), Watch::End(std::nullopt));
+    EXPECT_EQ(events.delays, (std::vector<double>{0.5, 0.5, 0.5}));
+    for (const auto& snapshot : printer.shown) {
+        EXPECT_EQ(snapshot.offenders.measuredAt, snapshot.measuredAt);
+    }
+}
+
 TEST_F(WatchTest, RedrawsTheSameTickForAnotherSizeAndAfterASuspension) {
     events.wakes = {{resized}, {suspended}, {tick}};
     EXPECT_EQ(watch.run(), Watch::End(std::nullopt));
