@@ -4,6 +4,7 @@
 #include "ui/presentation/PopoverPresentation.h"
 #include "ui/presentation/SettingsPresentation.h"
 #include "ui/theme/Appearance.h"
+#include "ui/views/WindowFit.h"
 #include "ui/views/controls/ApplicationIconProvider.h"
 #include "ui/views/controls/ThemeSingleton.h"
 #include "ui/views/popover/ShadowImageProvider.h"
@@ -13,10 +14,13 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <utility>
 
 namespace cindertop::ui {
 
 namespace {
+
+constexpr QSize smallestSettings{320, 280}; ///< points
 
 /// A window shows one view, which learns what it presents before its bindings run.
 class QuickViews final : public Views {
@@ -30,19 +34,25 @@ public:
     }
 
     std::unique_ptr<QWindow> makePopover(PopoverPresentation& presentation) override {
-        auto window = makeWindow("Popover/RootPopoverView", presentation);
-        if (window && !presentation.isWindow()) {
+        const bool isPanel = !presentation.isWindow();
+        WindowFit::Wishes wishes;
+        if (isPanel) {
+            wishes.overhang = [&presentation] { return presentation.shadowMargin(); };
+        }
+        auto window = makeWindow("Popover/RootPopoverView", presentation, std::move(wishes));
+        if (window && isPanel) {
             window->setColor(Qt::transparent); // round corners and a shadow
         }
         return window;
     }
 
     std::unique_ptr<QWindow> makeSettings(SettingsPresentation& presentation) override {
-        return makeWindow("Settings/SettingsWindowView", presentation);
+        return makeWindow("Settings/SettingsWindowView", presentation,
+                          {.smallest = smallestSettings, .overhang = nullptr});
     }
 
     std::unique_ptr<QWindow> makeOnboarding(OnboardingPresentation& presentation) override {
-        return makeWindow("Onboarding/OnboardingView", presentation);
+        return makeWindow("Onboarding/OnboardingView", presentation, {});
     }
 
 private:
@@ -55,7 +65,8 @@ private:
         }
     }
 
-    std::unique_ptr<QQuickWindow> makeWindow(const char* view, QObject& presentation) {
+    std::unique_ptr<QQuickWindow> makeWindow(const char* view, QObject& presentation,
+                                             WindowFit::Wishes wishes) {
         QQmlComponent component(&engine_, QUrl(QString("qrc:/qt/qml/Cindertop/%1.qml").arg(view)));
         auto* const root = qobject_cast<QQuickItem*>(
             component.createWithInitialProperties({{"presentation", QVariant::fromValue(&presentation)}}));
@@ -69,20 +80,8 @@ private:
         window->setColor(appearance_.materials().popover);
         root->setParent(window->contentItem()); // which deletes it
         root->setParentItem(window->contentItem());
-        const auto fit = [window = window.get(), root] { holdToSize(*window, root->size().toSize()); };
-        QObject::connect(root, &QQuickItem::widthChanged, window.get(), fit);
-        QObject::connect(root, &QQuickItem::heightChanged, window.get(), fit);
-        fit();
+        new WindowFit(*window, *root, std::move(wishes)); // the window deletes it
         return window;
-    }
-
-    /// The limits go first: a window manager lets no window leave them, and shows no way to resize where
-    /// there is nothing between them.
-    static void holdToSize(QWindow& window, const QSize& size) {
-        window.setMaximumSize(size.expandedTo(window.minimumSize()));
-        window.setMinimumSize(size);
-        window.setMaximumSize(size);
-        window.resize(size);
     }
 
     const Appearance& appearance_;

@@ -1,6 +1,7 @@
 #include "ui/windows/ProgramWindows.h"
 
 #include "ui/windows/IdleMemory.h"
+#include "ui/windows/WindowSize.h"
 #include "ui/windows/X11.h"
 
 #include <utility>
@@ -42,6 +43,7 @@ void ProgramWindows::present(AppState& state, ProgramActions actions, std::funct
 }
 
 void ProgramWindows::closeAll() {
+    rememberSizes();
     popover_.reset();
     onboarding_.reset();
     settings_.reset();
@@ -87,9 +89,11 @@ void ProgramWindows::show(std::unique_ptr<Controller>& controller, const Descrip
             problems_.say("The window \"" + description.title + "\" cannot be shown.");
             return;
         }
-        controller->window =
-            std::make_unique<WindowController>(std::move(library), std::move(window), description.title,
-                                               description.layer, [&controller] { controller.reset(); });
+        controller->window = std::make_unique<WindowController>(
+            std::move(library), std::move(window), description.title, description.layer, [this, &controller] {
+                rememberSizes();
+                controller.reset();
+            });
     }
     // Where there is nothing in the panel, a minimised window without an entry would be lost.
     controller->window->setTaskBarEntry(hasTaskBarEntry_ || description.kind == WindowKind::overview);
@@ -112,7 +116,21 @@ void ProgramWindows::closeOnboarding() {
 void ProgramWindows::showSettings() {
     show(settings_,
          {.kind = WindowKind::settings, .title = "Settings", .layer = WindowController::Layer::aboveOthers},
-         [](Views& views, auto& presentation) { return views.makeSettings(presentation); });
+         [this](Views& views, auto& presentation) {
+             auto window = views.makeSettings(presentation);
+             const auto size = storedSettingsSize(state_->environment().defaults);
+             if (window && size) {
+                 window->resize(*size);
+             }
+             return window;
+         });
+}
+
+void ProgramWindows::rememberSizes() {
+    const auto size = settings_ ? settings_->window->chosenSize() : std::nullopt;
+    if (size) {
+        storeSettingsSize(state_->environment().defaults, *size);
+    }
 }
 
 void ProgramWindows::showOverview() {

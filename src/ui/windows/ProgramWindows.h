@@ -94,6 +94,9 @@ private:
     template <typename Controller, typename Make>
     void show(std::unique_ptr<Controller>& controller, const Description& description, Make make);
 
+    /// What the user made of the windows that are open.
+    void rememberSizes();
+
     Appearance& appearance_;
     Problems problems_;
     ViewsLibrary library_;

@@ -1,5 +1,6 @@
 #include "ui/windows/WindowController.h"
 
+#include "ui/windows/WindowFrame.h"
 #include "ui/windows/X11.h"
 
 #include <QEvent>
@@ -22,9 +23,22 @@ WindowController::~WindowController() {
 }
 
 void WindowController::show() {
-    centre();
-    window_->showNormal();
+    const bool isFirst = !window_->isVisible();
+    const auto shape = window_->windowStates() & ~Qt::WindowMinimized;
+    if (shape == Qt::WindowNoState) {
+        centre();
+    }
+    window_->setWindowStates(shape);
+    window_->setVisible(true);
+    if (isFirst) {
+        firstSize_ = window_->size();
+    }
     activate();
+}
+
+std::optional<QSize> WindowController::chosenSize() const {
+    const bool isChosen = window_->windowStates() == Qt::WindowNoState && window_->size() != firstSize_;
+    return isChosen ? std::optional(window_->size()) : std::nullopt;
 }
 
 void WindowController::setTaskBarEntry(bool isShown) {
@@ -54,9 +68,10 @@ void WindowController::centre() {
     if (screen == nullptr) {
         return;
     }
-    auto frame = window_->geometry();
+    const auto margins = frameOf(*window_);
+    auto frame = QRect(QPoint(), window_->size()).marginsAdded(margins);
     frame.moveCenter(screen->availableGeometry().center());
-    window_->setPosition(frame.topLeft());
+    window_->setPosition(frame.marginsRemoved(margins).topLeft());
 }
 
 } // namespace cindertop::ui

@@ -3,9 +3,11 @@
 #include "ui/windows/Views.h"
 
 #include <QObject>
+#include <QSize>
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace cindertop::ui {
 
@@ -28,6 +30,10 @@ public:
     void activate();
     void close();
 
+    /// The size that the user gave the window since it was shown; none where it has still its first size, and
+    /// while it fills the screen.
+    std::optional<QSize> chosenSize() const;
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -36,6 +42,7 @@ private:
     std::shared_ptr<Views> views_;
     std::unique_ptr<QWindow> window_; ///< goes before what made it
     std::function<void()> didClose_;
+    QSize firstSize_; ///< when it was shown
     bool isClosed_ = false;
 };
 

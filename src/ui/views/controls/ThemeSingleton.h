@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QObject>
+#include <algorithm>
 
 #include <QtQml/qqmlregistration.h>
 
@@ -22,6 +23,7 @@ class ThemeSingleton : public QObject {
 
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    Q_PROPERTY(double textRoom READ textRoom NOTIFY changed)
 
     Q_PROPERTY(QColor accent READ accent CONSTANT)
     Q_PROPERTY(QColor ember READ ember CONSTANT)
@@ -99,6 +101,9 @@ public:
     bool isDark() const { return appearance_.isDark(); }
 
     bool reducesMotion() const { return appearance_.reducesMotion(); }
+
+    /// How much larger than usual what holds text has to be, at least 1.
+    double textRoom() const { return std::max(appearance_.textScale(), 1.0); }
 
     QColor accent() const { return Theme::Colors::accent; }
 

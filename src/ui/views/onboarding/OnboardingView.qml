@@ -2,22 +2,21 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Onboarding
 
-// What the program is, whether it is made for this machine, and the terms of use. As high as its content.
+// What the program is, whether it is made for this machine, and the terms of use. As high as its content, where the screen is.
 Rectangle {
     id: root
 
     required property OnboardingPresentation presentation
 
-    width: 420
-    height: content.implicitHeight + 30 + Theme.xl
+    implicitWidth: 420 * Theme.textRoom
+    implicitHeight: content.implicitHeight
     color: Theme.window
 
-    Column {
+    ScrollArea {
         id: content
 
-        x: 30
-        y: 30
-        width: parent.width - 60
+        anchors.fill: parent
+        padding: 28
         spacing: Theme.xl
 
         OnboardingHeader {

@@ -13,8 +13,8 @@ Item {
     // The light falls from above.
     readonly property int fall: margin / 5
 
-    width: panel.width + 2 * margin
-    height: panel.height + 2 * margin
+    implicitWidth: (presentation.isWindow ? 320 : 272) * Theme.textRoom + 2 * margin
+    implicitHeight: content.implicitHeight + 2 * margin
 
     TapHandler {
         // The margin is seen as what lies behind it.
@@ -47,10 +47,8 @@ Item {
     Rectangle {
         id: panel
 
-        x: root.margin
-        y: root.margin
-        width: root.presentation.isWindow ? 320 : 272
-        height: content.implicitHeight
+        anchors.fill: parent
+        anchors.margins: root.margin
         radius: root.presentation.hasCompositor ? Theme.radiusWindow : 0
         color: Theme.window
         border.width: root.presentation.isWindow ? 0 : 1
@@ -59,13 +57,16 @@ Item {
         Accessible.role: Accessible.Pane
         Accessible.name: "Cindertop"
 
-        MenuBarContentView {
-            id: content
+        ScrollArea {
+            anchors.fill: parent
 
-            width: parent.width
-            height: implicitHeight
-            focus: true
-            presentation: root.presentation
+            MenuBarContentView {
+                id: content
+
+                width: parent.width
+                focus: true
+                presentation: root.presentation
+            }
         }
     }
 }

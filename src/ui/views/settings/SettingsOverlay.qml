@@ -12,7 +12,7 @@ FocusScope {
     // Has the keyboard's focus at first.
     required property Item initialFocus
     default property alias content: body.data
-    property alias panelWidth: panel.width
+    property real panelWidth: 330
 
     signal cancelled
 
@@ -34,18 +34,17 @@ FocusScope {
         id: panel
 
         anchors.centerIn: parent
-        width: 330
-        height: body.implicitHeight + 40
+        width: Math.min(root.panelWidth * Theme.textRoom, parent.width - 2 * Theme.sm)
+        height: Math.min(body.implicitHeight, parent.height - 2 * Theme.sm)
         radius: Theme.radiusWindow
         depth: 24
         color: Theme.card
 
-        Column {
+        ScrollArea {
             id: body
 
-            x: 20
-            y: 20
-            width: parent.width - 40
+            anchors.fill: parent
+            padding: 20
         }
     }
 

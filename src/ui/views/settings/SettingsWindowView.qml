@@ -12,8 +12,9 @@ Rectangle {
     required property SettingsPresentation presentation
     readonly property bool isCovered: presentation.hasConfirmation || presentation.isAboutPresented
 
-    width: 460
-    height: 640
+    // At first; the user may change it.
+    implicitWidth: 460 * Theme.textRoom
+    implicitHeight: 640 * Theme.textRoom
     color: Theme.window
 
     onIsCoveredChanged: if (!isCovered) {

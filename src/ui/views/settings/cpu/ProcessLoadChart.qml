@@ -9,7 +9,7 @@ Item {
 
     required property ProcessOffenderDetail offender
 
-    implicitHeight: 120
+    implicitHeight: Math.max(120, Math.min(240, width * 0.24))
 
     Accessible.role: Accessible.Chart
     Accessible.name: "CPU History"

@@ -3,25 +3,30 @@ import Cindertop.Controls
 import Cindertop.Settings
 
 // How today's time was spent, by level.
-Card {
+SettingsSection {
     id: root
 
     required property MonitoringPresentation presentation
 
-    padding: Theme.sm
+    title: "Time by Level"
+    symbolName: "speedometer"
 
-    Repeater {
-        model: root.presentation.levelLabels
+    Card {
+        padding: Theme.sm
 
-        MonitoringLevelStatRow {
-            required property int index
-            required property string modelData
+        Repeater {
+            model: root.presentation.levelLabels
 
-            level: index
-            label: modelData
-            duration: root.presentation.levelDurations[index]
-            durationText: root.presentation.durationText(duration)
-            total: root.presentation.totalDuration
+            MonitoringLevelStatRow {
+                required property int index
+                required property string modelData
+
+                level: index
+                label: modelData
+                duration: root.presentation.levelDurations[index]
+                durationText: root.presentation.durationText(duration)
+                total: root.presentation.totalDuration
+            }
         }
     }
 }

@@ -37,12 +37,13 @@ HiddenScrollerScrollView {
         }
     }
 
-    MonitoringTodaySummary {
-        presentation: root.presentation
-    }
-
-    MonitoringLevelStatsSection {
-        visible: root.presentation.hasLevels
-        presentation: root.presentation
+    SettingsColumns {
+        first: MonitoringTodaySummary {
+            presentation: root.presentation
+        }
+        second: MonitoringLevelStatsSection {
+            visible: root.presentation.hasLevels
+            presentation: root.presentation
+        }
     }
 }

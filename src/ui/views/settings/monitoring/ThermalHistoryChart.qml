@@ -18,7 +18,7 @@ Column {
         id: chart
 
         width: parent.width
-        height: 180
+        height: Math.max(180, Math.min(360, width * 0.36))
         activeFocusOnTab: root.presentation.hasChart
         onActiveFocusChanged: root.presentation.inspectedPosition = -1
         Keys.onLeftPressed: root.presentation.moveInspection(-1)
