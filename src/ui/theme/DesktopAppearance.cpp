@@ -55,8 +55,8 @@ void DesktopAppearance::useBus(const QDBusConnection& bus) {
     if (!bus_.isConnected()) {
         return;
     }
-    bus_.connect(service, path, interface, "SettingChanged", this,
-                 SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // Qt refuses a slot that takes the arguments: it does not know their types yet.
+    bus_.connect(service, path, interface, "SettingChanged", this, SLOT(settingChanged(QDBusMessage)));
     readAll();
 }
 
@@ -66,9 +66,11 @@ void DesktopAppearance::readAll() {
     read(interfaceGroup, textScale);
 }
 
-void DesktopAppearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
-    if (group == appearanceGroup || group == interfaceGroup) {
-        apply(key, unwrapped(value.variant()));
+void DesktopAppearance::settingChanged(const QDBusMessage& signal) {
+    const auto arguments = signal.arguments();
+    const auto group = arguments.value(0).toString();
+    if (signal.signature() == "ssv" && (group == appearanceGroup || group == interfaceGroup)) {
+        apply(arguments[1].toString(), unwrapped(arguments[2]));
     }
 }
 

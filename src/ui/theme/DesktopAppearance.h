@@ -3,8 +3,8 @@
 #include "ui/theme/Appearance.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
-#include <QDBusVariant>
 #include <QObject>
 #include <QString>
 #include <optional>
@@ -24,7 +24,7 @@ public:
     void useBus(const QDBusConnection& bus);
 
 private:
-    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    Q_SLOT void settingChanged(const QDBusMessage& signal);
     void readAll();
     void read(const QString& group, const QString& key);
     void apply(const QString& key, const QVariant& value);
