@@ -66,7 +66,7 @@ protected:
         set(cooler, "cur_state", "0");
         set(cooler, "max_state", "3");
         set(zone, "cdev0_trip_point", "1");
-        tree.link(std::string(zone) + "cdev0", "../cooling_device0");
+        tree.link("sys/class/thermal/thermal_zone0/cdev0", "../cooling_device0");
     }
 
     TemporaryTree tree;
