@@ -56,6 +56,18 @@ std::chrono::nanoseconds SensorDevice::timeToFallAsleep() {
                                : std::chrono::nanoseconds(0);
 }
 
+/// One that somebody still reads survives a new scan: it knows when it was read.
+std::shared_ptr<SensorDevice> SensorDevices::at(const std::filesystem::path& power) {
+    std::erase_if(known_, [](const auto& each) { return each.second.expired(); });
+    auto& known = known_[power];
+    auto device = known.lock();
+    if (!device) {
+        device = std::make_shared<SensorDevice>(power);
+        known = device;
+    }
+    return device;
+}
+
 namespace {
 
 constexpr std::chrono::seconds storagePeriod{30};
@@ -76,10 +88,12 @@ struct HwmonSensors::Sensor {
     std::optional<double> celsius;                  ///< what it answered
 };
 
-HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones)
+HwmonSensors::HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones,
+                           std::shared_ptr<SensorDevices> devices)
     : roots_(roots),
       clock_(std::move(clock)),
       zones_(zones),
+      devices_(std::move(devices)),
       chipFolder_(roots, "class/hwmon", clock_),
       zoneFolder_(roots, "class/thermal", clock_),
       supplyFolder_(roots, "class/power_supply", clock_) {}
@@ -162,33 +176,18 @@ void HwmonSensors::learn() {
     SensorList sensors;
     for (const auto& [source, name, role] : namedSensors(sources)) {
         const auto& sensor = found[source];
-        sensors.push_back(std::make_shared<Sensor>(Sensor{.product = name,
-                                                          .isStorage = role == SensorRole::storage,
-                                                          .device = deviceAt(sensor.power, sensors),
-                                                          .zone = sensor.zone,
-                                                          .file = AttributeFile(sensor.file),
-                                                          .unitsADegree = sensor.unitsADegree,
-                                                          .readAt = {},
-                                                          .celsius = {}}));
+        sensors.push_back(std::make_shared<Sensor>(
+            Sensor{.product = name,
+                   .isStorage = role == SensorRole::storage,
+                   .device = sensor.power.empty() ? nullptr : devices_->at(sensor.power),
+                   .zone = sensor.zone,
+                   .file = AttributeFile(sensor.file),
+                   .unitsADegree = sensor.unitsADegree,
+                   .readAt = {},
+                   .celsius = {}}));
         keepFormerRead(*sensors.back());
     }
     sensors_ = std::move(sensors);
-}
-
-/// The sensors of a chip share one, and it survives a new scan: it knows when it was read.
-std::shared_ptr<SensorDevice> HwmonSensors::deviceAt(const std::filesystem::path& power,
-                                                     const SensorList& latest) const {
-    if (power.empty()) {
-        return nullptr;
-    }
-    for (const auto* const sensors : {&latest, &sensors_}) {
-        const auto known = std::ranges::find_if(
-            *sensors, [&](const auto& each) { return each->device && each->device->power() == power; });
-        if (known != sensors->end()) {
-            return (*known)->device;
-        }
-    }
-    return std::make_shared<SensorDevice>(power);
 }
 
 bool HwmonSensors::canBeAsked(const Sensor& sensor) const {

@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -49,6 +50,16 @@ private:
     std::optional<std::chrono::nanoseconds> readAt_;
 };
 
+/// The hardware of all chips, each once: what reads temperatures and what reads fans must agree on when it
+/// was read, or together they keep it awake. Not thread-safe.
+class SensorDevices {
+public:
+    std::shared_ptr<SensorDevice> at(const std::filesystem::path& power);
+
+private:
+    std::map<std::filesystem::path, std::weak_ptr<SensorDevice>> known_;
+};
+
 /// All temperature sensors of the machine: hwmon chips, thermal zones, power supplies, each thing once. Names
 /// are cached and read again when a device comes or goes, and every 30 s. Any thread may call.
 class HwmonSensors {
@@ -58,7 +69,8 @@ public:
     using SensorList = std::vector<std::shared_ptr<Sensor>>;
 
     /// `zones` must outlive this object.
-    HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones);
+    HwmonSensors(const Roots& roots, MonotonicClock clock, ThermalZones& zones,
+                 std::shared_ptr<SensorDevices> devices = std::make_shared<SensorDevices>());
     ~HwmonSensors();
     HwmonSensors(const HwmonSensors&) = delete;
     HwmonSensors& operator=(const HwmonSensors&) = delete;
@@ -90,8 +102,6 @@ public:
 private:
     void learnIfOutdated();
     void learn();
-    std::shared_ptr<SensorDevice> deviceAt(const std::filesystem::path& power,
-                                           const SensorList& latest) const;
     bool canBeAsked(const Sensor& sensor) const;
     bool isDue(const Sensor& sensor) const;
     void read(Sensor& sensor) const;
@@ -101,6 +111,7 @@ private:
     Roots roots_;
     MonotonicClock clock_;
     ThermalZones& zones_;
+    std::shared_ptr<SensorDevices> devices_;
     DeviceFolder chipFolder_;
     DeviceFolder zoneFolder_;
     DeviceFolder supplyFolder_;

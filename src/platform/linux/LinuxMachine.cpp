@@ -14,10 +14,13 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
       lid_(bus_, roots),
       zones_(roots, monotonicClock),
       heat_(roots, monotonicClock, zones_),
-      sensors_(roots, monotonicClock, zones_),
+      devices_(std::make_shared<SensorDevices>()),
+      sensors_(roots, monotonicClock, zones_, devices_),
       processInformation_([this] { return heat_.read().state; }, powerProfile_, std::move(bundleIdentifier)),
       throttling_(std::make_shared<LinuxThermalPressureNotifications>(roots, monotonicClock, heat_)),
       temperatureEvents_(sensors_),
+      meters_(roots, monotonicClock, devices_),
+      clocks_(roots, monotonicClock, *throttling_),
       heatSourceSurvey_(roots, processInformation_, *throttling_, sensors_),
       displays_(lid_, roots),
       powerSources_(roots, monotonicClock),
@@ -46,7 +49,9 @@ Machine LinuxMachine::services() {
                                        lid_.status(),          hostStatistics_.status(), processes_.status(),
                                        applications_.status(), systemValues_.status()};
                 },
-            .heatSourceSurvey = &heatSourceSurvey_};
+            .heatSourceSurvey = &heatSourceSurvey_,
+            .meters = &meters_,
+            .clocks = &clocks_};
 }
 
 } // namespace cindertop::linux_platform

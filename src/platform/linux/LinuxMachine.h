@@ -6,11 +6,13 @@
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 #include "platform/linux/LinuxDisplayList.h"
+#include "platform/linux/LinuxHardwareMeters.h"
 #include "platform/linux/LinuxHeatSourceSurvey.h"
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessInformation.h"
 #include "platform/linux/LinuxProcessTable.h"
+#include "platform/linux/LinuxProcessorClocks.h"
 #include "platform/linux/LinuxSystemValues.h"
 #include "platform/linux/LinuxTemperatureEvents.h"
 #include "platform/linux/LinuxThermalPressureNotifications.h"
@@ -46,10 +48,13 @@ private:
     LidSwitch lid_;
     ThermalZones zones_;
     MachineHeat heat_;
+    std::shared_ptr<SensorDevices> devices_;
     HwmonSensors sensors_;
     LinuxProcessInformation processInformation_;
     std::shared_ptr<LinuxThermalPressureNotifications> throttling_;
     LinuxTemperatureEvents temperatureEvents_;
+    LinuxHardwareMeters meters_;
+    LinuxProcessorClocks clocks_;
     LinuxHeatSourceSurvey heatSourceSurvey_;
     LinuxDisplayList displays_;
     LinuxPowerSources powerSources_;

@@ -43,6 +43,9 @@ public:
         if (key == "ExternalConnected") {
             return property(isExternallyPowered_);
         }
+        if (key == batteryRateProperty) {
+            return property(pack_.milliwatts);
+        }
         return key == "Temperature" ? property(pack_.deciKelvin) : std::nullopt;
     }
 

@@ -68,6 +68,14 @@ void LinuxThermalPressureNotifications::cancel(std::int32_t token) {
     tokens_.erase(token);
 }
 
+std::optional<bool> LinuxThermalPressureNotifications::isSlowedByHeat() {
+    const std::scoped_lock lock(mutex_);
+    if (!latest_) {
+        readThrottling();
+    }
+    return latest_->isKnown() ? std::optional(loss() > 0) : std::nullopt;
+}
+
 SourceStatus LinuxThermalPressureNotifications::status() const {
     const std::scoped_lock lock(mutex_);
     const auto status = [](bool isAvailable, std::string reason) {

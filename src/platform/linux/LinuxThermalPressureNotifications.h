@@ -29,6 +29,10 @@ public:
     State state(std::int32_t token) override;
     void cancel(std::int32_t token) override;
 
+    /// Whether heat slowed a processor down at the latest question; none where nothing tells. Asks the
+    /// devices itself only before the first question.
+    std::optional<bool> isSlowedByHeat();
+
     SourceStatus status() const;
 
 private:

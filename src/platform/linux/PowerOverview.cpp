@@ -1,6 +1,7 @@
 #include "platform/linux/PowerOverview.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace cindertop::linux_platform {
@@ -100,6 +101,58 @@ std::optional<std::int64_t> warmestDeciKelvin(const Batteries& batteries) {
         .temperature.transform([](std::int64_t tenths) { return tenths + zeroCelsius; });
 }
 
+/// As the driver says it, whatever its sign means.
+std::optional<std::int64_t> microwattsOf(const PowerSupply& battery) {
+    constexpr std::int64_t microvoltsOfVolt = 1'000'000;
+    constexpr std::int64_t most = 500'000'000;
+    auto rate = battery.powerNow;
+    if (!rate && battery.currentNow && battery.voltageNow) {
+        rate = *battery.currentNow * *battery.voltageNow / microvoltsOfVolt;
+    }
+    return rate && std::abs(*rate) <= most ? rate : std::nullopt;
+}
+
+/// A battery at rest tells small currents that are its meter's drift; a larger one to it or from it is real,
+/// as beside an adapter that is too weak.
+std::int64_t restingFlow(std::int64_t rate) {
+    constexpr std::int64_t drift = 500'000;
+    return rate < -drift ? rate : 0;
+}
+
+std::optional<std::int64_t> flowWithoutStatus(std::int64_t rate, std::optional<bool> isExternallyPowered) {
+    if (rate <= 0) {
+        return rate;
+    }
+    return isExternallyPowered == false ? std::optional(-rate) : std::nullopt;
+}
+
+/// Microwatts into a battery; none where its direction or its rate is not known. One at rest needs no rate.
+std::optional<std::int64_t> flowInto(const PowerSupply& battery, std::optional<bool> isExternallyPowered) {
+    const auto rate = microwattsOf(battery);
+    if (battery.status == Status::charging || battery.status == Status::discharging) {
+        const bool isCharging = battery.status == Status::charging;
+        return rate.transform(
+            [&](std::int64_t known) { return isCharging ? std::abs(known) : -std::abs(known); });
+    }
+    const auto known = rate.value_or(0);
+    return battery.status ? restingFlow(known) : flowWithoutStatus(known, isExternallyPowered);
+}
+
+std::optional<std::int64_t> totalMilliwatts(const Batteries& batteries,
+                                            std::optional<bool> isExternallyPowered) {
+    constexpr std::int64_t microwattsOfMilliwatt = 1000;
+    std::int64_t sum = 0;
+    for (const auto& battery : batteries) {
+        const auto flow = flowInto(battery, isExternallyPowered);
+        if (!flow) {
+            return std::nullopt;
+        }
+        sum += *flow;
+    }
+    const auto milliwatts = sum / microwattsOfMilliwatt;
+    return milliwatts != 0 ? std::optional(milliwatts) : std::nullopt;
+}
+
 Batteries batteriesOf(const std::vector<PowerSupply>& supplies) {
     Batteries batteries;
     std::ranges::copy_if(supplies, std::back_inserter(batteries), &PowerSupply::isSystemBattery);
@@ -148,6 +201,7 @@ std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supp
         .isCharging = isOneCharging(batteries),
         .isFullyCharged = areAllFull(batteries),
         .deciKelvin = warmestDeciKelvin(batteries),
+        .milliwatts = totalMilliwatts(batteries, isExternallyPowered(supplies)),
     };
 }
 

@@ -16,6 +16,7 @@ struct BatteryPack {
     std::optional<bool> isCharging;
     std::optional<bool> isFullyCharged;
     std::optional<std::int64_t> deciKelvin; ///< of the warmest battery
+    std::optional<std::int64_t> milliwatts; ///< into all of them; negative: drawn; never 0
 
     bool operator==(const BatteryPack&) const = default;
 };
@@ -26,6 +27,10 @@ struct BatteryPack {
 /// of them have; where there is none (one counts charge, another energy or percent only), their percentages
 /// add up. One battery that tells nothing leaves the whole unknown: a sum without it would jump when it
 /// answers again.
+///
+/// Watts: `power_now`, else current times voltage. The status tells the direction, since drivers disagree
+/// about the sign; a battery without a status is believed a negative sign, and that it discharges while no
+/// external supply is on. What charges and what discharges is added up with its sign.
 std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies);
 
 /// Whether an external supply is plugged in and on. None where none is listed, as on laptops that are fed by

@@ -51,6 +51,20 @@ std::optional<std::int64_t> amountOf(std::string_view text) {
     });
 }
 
+/// A thousand amperes, volts or watts: above any battery, and a product of two fits 64 bits.
+constexpr std::int64_t rateLimit = 1'000'000'000;
+
+std::optional<std::int64_t> rateOf(std::string_view text) {
+    return parseInteger(text).and_then([](std::int64_t number) {
+        return number >= -rateLimit && number <= rateLimit ? std::optional(number) : std::nullopt;
+    });
+}
+
+std::optional<std::int64_t> voltageOf(std::string_view text) {
+    return rateOf(text).and_then(
+        [](std::int64_t number) { return number >= 0 ? std::optional(number) : std::nullopt; });
+}
+
 std::optional<std::int64_t> temperatureOf(std::string_view text) {
     return parseInteger(text).and_then([](std::int64_t number) {
         return std::in_range<std::int32_t>(number) ? std::optional(number) : std::nullopt;
@@ -79,6 +93,9 @@ constexpr auto meanings = std::to_array<Meaning>({
     {"charge_full", [](PowerSupply& supply, std::string_view text) { supply.chargeFull = amountOf(text); }},
     {"energy_now", [](PowerSupply& supply, std::string_view text) { supply.energyNow = amountOf(text); }},
     {"energy_full", [](PowerSupply& supply, std::string_view text) { supply.energyFull = amountOf(text); }},
+    {"power_now", [](PowerSupply& supply, std::string_view text) { supply.powerNow = rateOf(text); }},
+    {"current_now", [](PowerSupply& supply, std::string_view text) { supply.currentNow = rateOf(text); }},
+    {"voltage_now", [](PowerSupply& supply, std::string_view text) { supply.voltageNow = voltageOf(text); }},
     {"temp", [](PowerSupply& supply, std::string_view text) { supply.temperature = temperatureOf(text); }},
 });
 

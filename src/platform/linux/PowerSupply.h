@@ -36,7 +36,11 @@ struct PowerSupply {
     std::optional<std::int64_t> capacity;              ///< percent
     std::optional<std::int64_t> chargeNow, chargeFull; ///< µAh, never negative
     std::optional<std::int64_t> energyNow, energyFull; ///< µWh, never negative
-    std::optional<std::int64_t> temperature;           ///< tenths of a degree Celsius, fits 32 bits
+    std::optional<std::int64_t> powerNow;    ///< µW; by the kernel's rule negative: discharging, but
+                                             ///< many drivers say the amount alone
+    std::optional<std::int64_t> currentNow;  ///< µA, likewise
+    std::optional<std::int64_t> voltageNow;  ///< µV, never negative
+    std::optional<std::int64_t> temperature; ///< tenths of a degree Celsius, fits 32 bits
 
     bool operator==(const PowerSupply&) const = default;
 

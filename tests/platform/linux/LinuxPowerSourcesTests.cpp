@@ -38,6 +38,48 @@ std::vector<PowerSupply> suppliesFrom(const std::vector<std::string>& texts) {
 const std::string fullBattery = "TYPE=Battery STATUS=Full";
 const std::string dischargingBattery = "TYPE=Battery STATUS=Discharging";
 
+TEST(PowerOverview, AddsUpTheRatesOfAllBatteries) {
+    struct Case {
+        std::vector<std::string> supplies;
+        std::optional<std::int64_t> milliwatts;
+    };
+
+    const auto with = [](const std::string& supply, const std::string& rate) { return supply + " " + rate; };
+    const std::string charging = "TYPE=Battery STATUS=Charging";
+    const std::string resting = "TYPE=Battery STATUS=Not charging";
+    for (const auto& [supplies, milliwatts] : std::vector<Case>{
+             {{with(dischargingBattery, "POWER_NOW=11340000")}, -11340},
+             {{with(dischargingBattery, "POWER_NOW=-11340000")}, -11340},
+             {{with(dischargingBattery, "CURRENT_NOW=3020000 VOLTAGE_NOW=7380000")}, -22287},
+             {{with(dischargingBattery, "POWER_NOW=9000000 CURRENT_NOW=1 VOLTAGE_NOW=1")}, -9000},
+             {{with(charging, "CURRENT_NOW=-2000000 VOLTAGE_NOW=11500000")}, 23000},
+             // No rate, none that makes sense, or none at all.
+             {{dischargingBattery}, std::nullopt},
+             {{with(dischargingBattery, "CURRENT_NOW=3020000")}, std::nullopt},
+             {{with(dischargingBattery, "POWER_NOW=600000000")}, std::nullopt},
+             {{with(dischargingBattery, "POWER_NOW=0")}, std::nullopt},
+             // A battery at rest drifts a little, and beside a weak adapter it is drawn from.
+             {{with(fullBattery, "POWER_NOW=300000")}, std::nullopt},
+             {{with(fullBattery, "POWER_NOW=-300000")}, std::nullopt},
+             {{"TYPE=Mains ONLINE=1", with(resting, "POWER_NOW=-4000000")}, -4000},
+             // Without a status the sign or the plug tells, or nothing.
+             {{with("TYPE=Battery STATUS=Unknown", "POWER_NOW=-8000000")}, -8000},
+             {{"TYPE=Mains ONLINE=0", with("TYPE=Battery", "POWER_NOW=8000000")}, -8000},
+             {{"TYPE=Mains ONLINE=1", with("TYPE=Battery", "POWER_NOW=8000000")}, std::nullopt},
+             // Several add up, and one of them at rest needs no rate.
+             {{with(dischargingBattery, "POWER_NOW=9000000"), resting}, -9000},
+             {{with(dischargingBattery, "POWER_NOW=9000000"), with(dischargingBattery, "POWER_NOW=2000000")},
+              -11000},
+             {{with(dischargingBattery, "POWER_NOW=5000000"), with(charging, "POWER_NOW=8000000")}, 3000},
+             {{with(dischargingBattery, "POWER_NOW=9000000"), charging}, std::nullopt},
+             {{with("TYPE=Battery SCOPE=Device STATUS=Discharging", "POWER_NOW=1000000"), fullBattery},
+              std::nullopt},
+         }) {
+        EXPECT_EQ(combineBatteries(suppliesFrom(supplies)).value().milliwatts, milliwatts)
+            << supplies.front() << " and " << supplies.size() - 1 << " more";
+    }
+}
+
 TEST(PowerOverview, NamesTheProvidingSource) {
     struct Case {
         std::vector<std::string> supplies;
