@@ -34,7 +34,7 @@ constexpr auto powerMeterRows = std::to_array<PowerMeterRow>({
     {"macsmc_hwmon", "power#_input", "Total System Power", true},
 });
 
-constexpr std::string_view graphicsChips[] = {"amdgpu", "nouveau", "radeon", "xe", "i915"};
+constexpr auto graphicsChips = std::to_array<std::string_view>({"amdgpu", "nouveau", "radeon", "xe", "i915"});
 
 std::string labelBeside(const MeterPath& chip, std::string_view input) {
     const auto stem = input.substr(0, input.find('_'));
@@ -54,7 +54,7 @@ std::string fanName(const MeterPath& chip, std::string_view chipName, std::strin
     if (!label.empty()) {
         return label;
     }
-    return std::ranges::find(graphicsChips, chipName) != std::end(graphicsChips) ? "Graphics Fan" : "Fan";
+    return std::ranges::find(graphicsChips, chipName) != graphicsChips.end() ? "Graphics Fan" : "Fan";
 }
 
 bool isCopyOfSupply(const MeterPath& device) {

@@ -93,8 +93,8 @@ ScenarioFrame initialFrame() {
 
 /// `frame` is the one before, or the initial one.
 ScenarioFrame parseFrame(const ScenarioNode& node, ScenarioFrame frame, Instant start) {
-    const ScenarioObject object(
-        node, {"at", "thermalState", "pressure", "sensors", "displays", "power", "load", "processes"});
+    const ScenarioObject object(node, {"at", "thermalState", "pressure", "sensors", "displays", "power",
+                                       "load", "processes", "meters", "clocks"});
     const auto at = object.at("at");
     frame.at = at.secondsFromZero();
     if (!isInRange(start, frame.at)) {
@@ -110,6 +110,10 @@ ScenarioFrame parseFrame(const ScenarioNode& node, ScenarioFrame frame, Instant 
     object.readInto(frame.load, "load", parseLoad);
     object.readInto(frame.processes, "processes",
                     [start](const ScenarioNode& list) { return parseProcesses(list, start); });
+    object.readInto(frame.meters, "meters", [](const ScenarioNode& meters) {
+        return std::make_shared<const MeterReadings>(parseMeters(meters));
+    });
+    object.readInto(frame.clocks, "clocks", parseClocks);
     return frame;
 }
 

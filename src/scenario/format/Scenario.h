@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/DisplayList.h"
+#include "platform/HardwareMeters.h"
+#include "platform/ProcessorClocks.h"
 #include "platform/PropertyValue.h"
 #include "platform/UserNotificationCenter.h"
 #include "support/Instant.h"
@@ -113,6 +115,8 @@ struct ScenarioFrame {
     std::shared_ptr<const ScenarioPower> power; ///< never null
     std::optional<ScenarioLoad> load{std::in_place};
     std::shared_ptr<const ScenarioProcessList> processes;
+    std::shared_ptr<const MeterReadings> meters{}; ///< null: nothing tells
+    std::optional<ProcessorClockReading> clocks{};
 };
 
 /// A preference by its field name. Whether there is one of that name that takes the value is for its reader

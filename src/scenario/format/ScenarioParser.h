@@ -14,6 +14,10 @@ namespace cindertop::simulated {
 /// Reads a list of processes; null for null. Throws a ScenarioError.
 std::shared_ptr<const ScenarioProcessList> parseProcesses(const ScenarioNode& node, Instant start);
 
+/// Read what a frame says about meters and clocks. Throw a ScenarioError.
+MeterReadings parseMeters(const ScenarioNode& node);
+ProcessorClockReading parseClocks(const ScenarioNode& node);
+
 /// Reads the frames, each completed by the one before it. Throws a ScenarioError.
 std::vector<ScenarioFrame> parseFrames(const ScenarioNode& frames, Instant start);
 

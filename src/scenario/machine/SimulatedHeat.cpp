@@ -85,6 +85,7 @@ HeatSources SimulatedHeatSourceSurvey::findHeatSources() {
     const auto& frame = timeline_.frame();
     HeatSources found{
         .thermalState = frame.thermalState, .pressureSource = {}, .sensors = {}, .hasFan = false};
+    found.hasFan = frame.meters && !frame.meters->fans.empty();
     if (frame.pressure) {
         found.pressureSource = "scenario";
     }

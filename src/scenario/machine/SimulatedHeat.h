@@ -50,7 +50,7 @@ private:
     Timeline timeline_;
 };
 
-/// What the frame in force has to tell; a scenario has no fans.
+/// What the frame in force has to tell.
 class SimulatedHeatSourceSurvey final : public HeatSourceSurvey {
 public:
     explicit SimulatedHeatSourceSurvey(Timeline timeline) : timeline_(std::move(timeline)) {}

@@ -14,6 +14,8 @@ SimulatedMachine::SimulatedMachine(const std::shared_ptr<const Scenario>& scenar
       processTable_(Timeline(scenario, clock)),
       applicationCatalog_(scenario),
       systemValues_(scenario),
+      meters_(Timeline(scenario, clock)),
+      clocks_(Timeline(scenario, clock)),
       comparison_(scenario->locale) {
     if (scenario->operatingSystem == OperatingSystem::gnuLinux) {
         heatSourceSurvey_.emplace(Timeline(scenario, clock));
@@ -34,7 +36,9 @@ Machine SimulatedMachine::services() {
             .systemValues = systemValues_,
             .comparison = comparison_,
             .sources = [] { return std::vector<SourceStatus>{}; },
-            .heatSourceSurvey = heatSourceSurvey_ ? &*heatSourceSurvey_ : nullptr};
+            .heatSourceSurvey = heatSourceSurvey_ ? &*heatSourceSurvey_ : nullptr,
+            .meters = &meters_,
+            .clocks = &clocks_};
 }
 
 } // namespace cindertop::simulated

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Machine.h"
+#include "scenario/machine/SimulatedHardware.h"
 #include "scenario/machine/SimulatedHeat.h"
 #include "scenario/machine/SimulatedProcesses.h"
 #include "scenario/machine/SimulatedSurroundings.h"
@@ -35,6 +36,8 @@ private:
     SimulatedProcessTable processTable_;
     SimulatedApplicationCatalog applicationCatalog_;
     SimulatedSystemValues systemValues_;
+    SimulatedHardwareMeters meters_;
+    SimulatedProcessorClocks clocks_;
     LocalizedComparison comparison_;
     std::optional<SimulatedHeatSourceSurvey>
         heatSourceSurvey_; ///< none on a Mac: a table of machines decides

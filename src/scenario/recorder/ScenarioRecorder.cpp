@@ -4,6 +4,7 @@
 #include "app/SamplingSchedule.h"
 #include "context/PowerContext.h"
 #include "report/Json.h"
+#include "scenario/recorder/HardwareRecorder.h"
 #include "scenario/recorder/ScenarioText.h"
 #include "support/DateText.h"
 #include "thermal/ThermalReading.h"
@@ -23,6 +24,7 @@ constexpr auto integerProperties = std::to_array<std::string_view>({
     "CurrentCapacity",
     "MaxCapacity",
     "Temperature",
+    batteryRateProperty,
 });
 constexpr auto booleanProperties = std::to_array<std::string_view>({
     "BatteryInstalled",
@@ -130,6 +132,9 @@ ScenarioRecorder::ScenarioRecorder(Machine machine, std::vector<std::string> pri
       sensors_(machine_.temperatureEvents),
       census_(machine_.processes, machine_.applications) {
     machine_.temperatureEvents.setObserved(true);
+    if (machine_.meters != nullptr) {
+        machine_.meters->setObserved(true);
+    }
     const auto registration = machine_.pressure->registerCheck(thermalPressureNotificationName);
     if (registration.status == 0) {
         pressureToken_ = registration.token;
@@ -202,6 +207,15 @@ std::string ScenarioRecorder::frameMembers(int thermalState, const std::optional
     add("sensors", sensorsText(temperatures, anonymized_));
     add("displays", displaysText(machine_.displays));
     add("power", powerText(machine_.powerSources, machine_.process));
+    // A machine that never tells any of it gets no such key.
+    const auto meters = machine_.meters != nullptr ? machine_.meters->read() : MeterReadings{};
+    if (meters != MeterReadings{} || written_.contains("meters")) {
+        add("meters", metersText(meters, anonymized_));
+    }
+    const auto clocks = machine_.clocks != nullptr ? machine_.clocks->read() : ProcessorClockReading{};
+    if (clocks != ProcessorClockReading{} || written_.contains("clocks")) {
+        add("clocks", clocksText(clocks));
+    }
     return members;
 }
 

@@ -33,6 +33,7 @@ protected:
     std::vector<std::string> fans() {
         std::vector<std::string> texts;
         const auto readings = meters.read();
+        texts.reserve(readings.fans.size());
         for (const auto& fan : readings.fans) {
             texts.push_back(fan.name + ' ' + std::to_string(fan.revolutionsPerMinute));
         }

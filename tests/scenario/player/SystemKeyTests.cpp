@@ -45,6 +45,29 @@ json stripped(json line) {
     return line;
 }
 
+TEST(HardwareKeys, StandInTheContextOfTheLinesThatHaveThem) {
+    const auto lines =
+        linesOf(R"({"schemaVersion": 1, "start": "2026-07-14T12:30:00Z", "duration": 3, "frames": [
+        {"at": 0},
+        {"at": 2, "meters": {"fans": [{"name": "Fan", "revolutionsPerMinute": 2450}]},
+         "power": {"providing": null, "lowPowerMode": true,
+                   "entries": [{"BatteryInstalled": true, "ChargeRateMilliwatts": 23000}]},
+         "clocks": {"fastest": {"allowedHertz": 1200000000, "possibleHertz": 3400000000}}}]})");
+    std::vector<json> contexts;
+    for (const auto& line : lines) {
+        if (const auto tick = json::parse(line); tick.at("event") == "tick") {
+            contexts.push_back(tick.at("context"));
+        }
+    }
+    ASSERT_EQ(contexts.size(), 2U);
+    EXPECT_FALSE(contexts[0].contains("hardware") || contexts[0].at("power").contains("batteryWatts"));
+    EXPECT_EQ(contexts[1].at("power").at("batteryWatts"), 23);
+    EXPECT_EQ(contexts[1].at("hardware"), json::parse(R"({
+        "meters": {"machineWatts": null, "chips": [], "fans": [{"name": "Fan", "revolutionsPerMinute": 2450}]},
+        "processor": {"clock": {"allowedHertz": 1200000000, "possibleHertz": 3400000000},
+                      "isOfSomeCores": false, "heldBy": "powerSaver"}})"));
+}
+
 TEST(SystemKey, ChangesNothingWhenItSaysMac) {
     EXPECT_EQ(linesOf(episode("")), linesOf(episode(R"("system": "mac", )")));
 }

@@ -162,6 +162,38 @@ TEST(ScenarioRecorder, TellsTheMachineButNotItsOwner) {
     EXPECT_EQ(frame.processes->processes()[3].user, 501U);
 }
 
+TEST(ScenarioRecorder, KeepsWattsClocksAndFansOfAMachineThatTellsThem) {
+    const auto source =
+        parsed(R"({"schemaVersion": 1, "start": "2026-07-14T12:30:00Z", "duration": 9, "frames": [
+        {"at": 0}, {"at": 1,
+         "power": {"providing": "Battery Power", "lowPowerMode": false,
+                   "entries": [{"BatteryInstalled": true, "ChargeRateMilliwatts": -11340}]},
+         "meters": {"machineWatts": 12.4, "chips": [{"name": "Graphics chip", "watts": 3.5}],
+                    "fans": [{"name": "alice's Fan", "revolutionsPerMinute": 0}]},
+         "clocks": {"fastest": {"allowedHertz": 1200000000, "possibleHertz": 3400000000}, "slowedByHeat": true}},
+        {"at": 2, "meters": {}, "clocks": {"heldByFirmware": true,
+         "mostHeld": {"allowedHertz": 1, "possibleHertz": 2}}}, {"at": 3}]})");
+    ASSERT_TRUE(source);
+    simulated::VirtualClock clock(source->start);
+    simulated::SimulatedMachine machine(source, clock);
+    ScenarioRecorder recorder(machine.services(), {"alice"});
+    for (int second = 0; second < 4; ++second) {
+        clock.advanceTo(source->start + std::chrono::seconds(second));
+        recorder.sample();
+    }
+    const auto text = recorder.scenario().value();
+    const auto copy = parsed(text);
+    ASSERT_EQ(copy->frames.size(), 3U) << text;
+    EXPECT_FALSE(copy->frames[0].meters || copy->frames[0].clocks); // not told, not written
+    auto expected = *source->frames[1].meters;
+    expected.fans[0].name = "private's Fan";
+    EXPECT_EQ(*copy->frames[1].meters, expected);
+    EXPECT_EQ(*copy->frames[2].meters, MeterReadings{});
+    EXPECT_EQ(copy->frames[1].clocks, source->frames[1].clocks);
+    EXPECT_EQ(copy->frames[2].clocks, source->frames[2].clocks);
+    EXPECT_EQ(copy->frames[1].power->entries, source->frames[1].power->entries);
+}
+
 TEST(ScenarioRecorder, KeepsRefusalsAndNewProcesses) {
     LiveMachine live;
     live.fakes.pressure->registrationStatus = 1;
