@@ -1,6 +1,7 @@
 #include "cli/MachineFacts.h"
 
 #include "cli/MachineText.h"
+#include "context/HardwareText.h"
 #include "terminal/ValueText.h"
 
 #include <algorithm>
@@ -71,6 +72,27 @@ int widest(const std::vector<SensorCell>& cells, std::string SensorCell::* part)
     return columns;
 }
 
+void addPart(std::string& text, std::string_view part) {
+    text += text.empty() ? "" : ", ";
+    text += part;
+}
+
+std::string wattsFact(const SystemContextSnapshot& context, Charset charset) {
+    auto text = powerFlowText(context).value_or("");
+    for (const auto& chip : context.hardware.meters.chips) {
+        addPart(text, shown(chip.name, charset) + " " + wattsText(chip.watts));
+    }
+    return text;
+}
+
+std::string fansFact(const std::vector<FanReading>& fans, Charset charset) {
+    std::string text;
+    for (const auto& fan : fans) {
+        addPart(text, shown(fan.name, charset) + " " + fanSpeedText(fan));
+    }
+    return text;
+}
+
 std::string missingTemperature(const MachineSnapshot& snapshot, Charset charset) {
     auto text = std::string(notAvailable) + ": ";
     if (!snapshot.temperatures.empty()) {
@@ -110,6 +132,14 @@ std::vector<Line> surroundingFacts(const MachineSnapshot& snapshot, const PageSt
         "Power", powerText(context.power, style.temperatures, style.format.charset, style.system), style);
     append(lines, fact("Displays", displaysText(context.displays), style));
     append(lines, fact("Processor", cpuText(snapshot), style));
+    return lines;
+}
+
+std::vector<Line> hardwareFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
+    const auto& hardware = snapshot.context.hardware;
+    auto lines = fact("Speed", heldBackText(hardware.processor).value_or(""), style);
+    append(lines, fact("Watts", wattsFact(snapshot.context, style.format.charset), style));
+    append(lines, fact("Fans", fansFact(hardware.meters.fans, style.format.charset), style));
     return lines;
 }
 

@@ -32,6 +32,9 @@ std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle&
 /// Power, displays and the processor's share.
 std::vector<Line> surroundingFacts(const MachineSnapshot& snapshot, const PageStyle& style);
 
+/// What holds the processor back, watts and fans, as far as the machine tells them.
+std::vector<Line> hardwareFacts(const MachineSnapshot& snapshot, const PageStyle& style);
+
 /// Every sensor, the one that counts first, the others by their kind, in as many columns as the page has room
 /// for.
 std::vector<Line> sensorTable(const MachineSnapshot& snapshot, const PageStyle& style);

@@ -162,6 +162,38 @@ void addPower(MetricsPage& page, const MachineSnapshot& snapshot) {
     page.gauge("battery_charge_ratio", ratioOf(power.batteryLevelPercent), "Charge of the battery.");
     page.gauge("battery_charging", flagOf(power.isCharging), "Whether the battery is being charged.");
     page.gauge("battery_temperature_celsius", power.batteryTemperatureCelsius, "Temperature of the battery.");
+    page.gauge("battery_power_watts", power.batteryWatts, "Power into the battery, below 0 out of it.");
+}
+
+void addMeters(MetricsPage& page, const MeterReadings& meters) {
+    page.gauge("machine_power_watts", meters.machineWatts, "Power that the whole machine uses.");
+    if (!meters.chips.empty()) {
+        page.begin("chip_power_watts", "gauge", "Power that a chip uses by its own account.");
+        for (const auto& chip : meters.chips) {
+            page.sample(chip.watts, {{"chip", chip.name}});
+        }
+    }
+    if (!meters.fans.empty()) {
+        page.begin("fan_rpm", "gauge", "Revolutions a minute of a fan; 0 when it stands still.");
+        for (const auto& fan : meters.fans) {
+            page.sample(static_cast<double>(fan.revolutionsPerMinute), {{"fan", fan.name}});
+        }
+    }
+}
+
+void addSpeed(MetricsPage& page, const SpeedLimits& limits) {
+    if (limits.clock && !limits.isOfSomeCores) {
+        page.gauge("processor_allowed_hertz", static_cast<double>(limits.clock->allowedHertz),
+                   "The highest clock that the processor may reach now.");
+        page.gauge("processor_possible_hertz", static_cast<double>(limits.clock->possibleHertz),
+                   "The highest clock that the processor could reach.");
+    }
+    if (limits.clock || limits.heldBy) {
+        page.begin("processor_held_back", "gauge", "1 for what holds the processor back, 0 for the others.");
+        for (const auto& row : casesOf<HoldReason>()) {
+            page.sample(limits.heldBy == row.value ? 1 : 0, {{"reason", std::string(row.name)}});
+        }
+    }
 }
 
 void addCategories(MetricsPage& page, const std::vector<ProcessOffender>& offenders) {
@@ -229,6 +261,8 @@ std::string metricsText(const MachineReport& report, const ThermalMonitoringSnap
     addHeat(page, report);
     addTemperatures(page, report.snapshot);
     addPower(page, report.snapshot);
+    addMeters(page, report.snapshot.context.hardware.meters);
+    addSpeed(page, report.snapshot.context.hardware.processor);
     addProcessor(page, report.snapshot, detail);
     addDay(page, history);
     return std::move(page).text();

@@ -103,6 +103,7 @@ std::vector<Line> watchSensors(const MachineSnapshot& snapshot, const PageStyle&
 std::vector<Line> watchFacts(const MachineSnapshot& snapshot, const PageStyle& style, int rows) {
     auto facts = thermalFacts(snapshot, style);
     append(facts, watchSensors(snapshot, style, rows));
+    append(facts, hardwareFacts(snapshot, style));
     append(facts, surroundingFacts(snapshot, style));
     return facts;
 }
@@ -141,6 +142,7 @@ std::vector<Line> statusPage(const MachineReport& report, const PageStyle& style
     lines.emplace_back();
     append(lines, thermalFacts(snapshot, style));
     append(lines, sensorTable(snapshot, style));
+    append(lines, hardwareFacts(snapshot, style));
     append(lines, surroundingFacts(snapshot, style));
     lines.emplace_back();
     append(lines,

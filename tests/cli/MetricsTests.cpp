@@ -38,6 +38,28 @@ ThermalMonitoringSnapshot someDay() {
     return {{}, day, snapshotStart};
 }
 
+TEST(Metrics, TellWattsClocksAndFansWhereTheyAreKnown) {
+    auto report = MachineReport{hotLaptop()};
+    EXPECT_FALSE(metricsText(report, someDay(), MetricsDetail::categories).contains("_watts"));
+    report.snapshot.context.hardware = {
+        .meters = {.machineWatts = 12.4,
+                   .chips = {{.name = "Graphics chip", .watts = 3.5}},
+                   .fans = {{.name = "Fan 1", .revolutionsPerMinute = 0}}},
+        .processor = {.clock = ClockLimit{.allowedHertz = 1'200'000'000, .possibleHertz = 3'400'000'000},
+                      .heldBy = HoldReason::powerSaver}};
+    EXPECT_TRUE(samples(metricsText(report, someDay(), MetricsDetail::categories))
+                    .contains(R"(cindertop_machine_power_watts 12.4
+cindertop_chip_power_watts{chip="Graphics chip"} 3.5
+cindertop_fan_rpm{fan="Fan 1"} 0
+cindertop_processor_allowed_hertz 1.2e+09
+cindertop_processor_possible_hertz 3.4e+09
+cindertop_processor_held_back{reason="heat"} 0
+cindertop_processor_held_back{reason="powerSaver"} 1
+cindertop_processor_held_back{reason="firmware"} 0
+cindertop_processor_held_back{reason="unknown"} 0
+)"));
+}
+
 TEST(Metrics, TellEveryFactInBaseUnits) {
     EXPECT_EQ(samples(metricsText({hotLaptop()}, someDay(), MetricsDetail::applications)),
               R"(cindertop_score 78

@@ -33,6 +33,21 @@ MachineSnapshot hostileMachine() {
     return machine;
 }
 
+TEST(StatusPage, TellsWattsFansAndWhatHoldsTheProcessorBack) {
+    auto machine = hotLaptop();
+    auto& hardware = machine.context.hardware;
+    hardware.meters = {.machineWatts = 12.4,
+                       .chips = {{.name = "Graphics chip", .watts = 3.52}},
+                       .fans = {{.name = "CPU\x1b Fan", .revolutionsPerMinute = 2450}, {.name = "Fan"}}};
+    hardware.processor = {.clock = ClockLimit{.allowedHertz = 1'200'000'000, .possibleHertz = 3'400'000'000},
+                          .heldBy = HoldReason::heat};
+    const auto wide = style(80, Charset::ascii);
+    const auto page = text(statusPage({machine, {}}, wide), wide);
+    EXPECT_THAT(page, HasSubstr("Speed         Processor held to 1.2 of 3.4 GHz by heat\n"
+                                "Watts         Drawing 12.4 W, Graphics chip 3.5 W\n"
+                                "Fans          CPU^[ Fan 2450 rpm, Fan still\n"));
+}
+
 TEST(StatusPage, ShowsEveryFact) {
     const auto wide = style(80, Charset::unicode);
     EXPECT_EQ(text(statusPage({hotLaptop(), {}}, wide), wide),

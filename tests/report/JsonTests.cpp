@@ -141,6 +141,14 @@ std::string hotText() {
 TEST(MachineJson, ReadsEveryFieldBack) {
     auto desktop = hotLaptop();
     desktop.context.displays.canFold = false;
+    desktop.context.power.batteryWatts = -11.34;
+    desktop.context.hardware = {
+        .meters = {.machineWatts = 12.4,
+                   .chips = {{.name = "Graphics chip", .watts = 3.5}},
+                   .fans = {{.name = "Fan", .revolutionsPerMinute = 2450}}},
+        .processor = {.clock = ClockLimit{.allowedHertz = 1'200'000'000, .possibleHertz = 3'400'000'000},
+                      .isOfSomeCores = true,
+                      .heldBy = HoldReason::heat}};
     for (const auto& text :
          {hotText(), compactText(machineJson({hotLaptop()})), compactText(machineJson({desktop})),
           compactText(machineJson({unknownMachine(), MachineAdvice{}}))}) {
