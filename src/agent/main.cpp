@@ -29,6 +29,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QGuiApplication>
+#include <QLocale>
 #include <chrono>
 #include <clocale>
 #include <exception>
@@ -319,6 +320,7 @@ std::unique_ptr<QCoreApplication> makeApplication(const Arguments& arguments, in
         application = std::make_unique<QGuiApplication>(argumentCount, words);
         QGuiApplication::setQuitOnLastWindowClosed(false);
         QGuiApplication::setDesktopFileName("cindertop");
+        QGuiApplication::setLayoutDirection(QLocale().textDirection()); // as the desktop around it
     } else {
         application = std::make_unique<QCoreApplication>(argumentCount, words);
     }

@@ -80,6 +80,11 @@ private:
         window->setColor(appearance_.materials().popover);
         root->setParent(window->contentItem()); // which deletes it
         root->setParentItem(window->contentItem());
+        QObject::connect(&appearance_, &Appearance::changed, window.get(), [this, window = window.get()] {
+            if (window->color().alpha() != 0) { // what the view does not cover yet while it grows
+                window->setColor(appearance_.materials().popover);
+            }
+        });
         new WindowFit(*window, *root, std::move(wishes)); // the window deletes it
         return window;
     }

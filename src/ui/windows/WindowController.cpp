@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QScreen>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 namespace cindertop::ui {
@@ -16,10 +17,14 @@ WindowController::WindowController(std::shared_ptr<Views> views, std::unique_ptr
     window_->setTitle(title);
     window_->setFlag(Qt::WindowStaysOnTopHint, layer == Layer::aboveOthers);
     window_->installEventFilter(this);
+    // A window as large as its content grows where it stands.
+    connect(window_.get(), &QWindow::widthChanged, this, &WindowController::keepOnScreen);
+    connect(window_.get(), &QWindow::heightChanged, this, &WindowController::keepOnScreen);
 }
 
 WindowController::~WindowController() {
     window_->removeEventFilter(this);
+    window_->disconnect(this);
 }
 
 void WindowController::show() {
@@ -61,6 +66,23 @@ bool WindowController::eventFilter(QObject* watched, QEvent* event) {
         QTimer::singleShot(0, this, didClose_);
     }
     return QObject::eventFilter(watched, event);
+}
+
+void WindowController::keepOnScreen() {
+    const auto* const screen = window_->screen();
+    const bool isUsers = window_->minimumSize() != window_->maximumSize();
+    if (screen == nullptr || isUsers || !window_->isVisible()) {
+        return;
+    }
+    const auto margins = frameOf(*window_);
+    const auto space = screen->availableGeometry();
+    const auto frame = window_->geometry().marginsAdded(margins);
+    const QPoint end(space.right() + 1 - frame.width(), space.bottom() + 1 - frame.height());
+    const QPoint place(std::max(space.left(), std::min(frame.left(), end.x())),
+                       std::max(space.top(), std::min(frame.top(), end.y())));
+    if (place != frame.topLeft()) {
+        window_->setPosition(place + QPoint(margins.left(), margins.top()));
+    }
 }
 
 void WindowController::centre() {

@@ -38,6 +38,7 @@ public:
 
 private:
     void centre();
+    void keepOnScreen();
 
     std::shared_ptr<Views> views_;
     std::unique_ptr<QWindow> window_; ///< goes before what made it

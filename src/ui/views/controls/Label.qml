@@ -6,5 +6,6 @@ Text {
     textFormat: Text.PlainText
     color: Theme.text
     font: Theme.body
+    horizontalAlignment: Text.AlignLeft // which follows the layout's direction
     Accessible.ignored: true
 }

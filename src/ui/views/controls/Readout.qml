@@ -6,6 +6,8 @@ Row {
     id: root
 
     required property string text
+    LayoutMirroring.enabled: false
+    LayoutMirroring.childrenInherit: true
     required property font font
     required property color color
     readonly property real digitWidth: widestDigit(metrics.font)

@@ -7,10 +7,14 @@ Text {
 
     required property string name
     property real size: 16
+    readonly property var opposites: ({
+            "chevron.left": "chevron.right",
+            "chevron.right": "chevron.left"
+        })
 
     width: size
     height: size
-    text: Theme.symbolText(name)
+    text: Theme.symbolText(Theme.isRightToLeft ? opposites[name] ?? name : name)
     color: Theme.text
     font.family: Theme.iconFamily
     font.pixelSize: size

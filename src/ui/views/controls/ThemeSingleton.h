@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QGuiApplication>
 #include <QObject>
 #include <algorithm>
 
@@ -23,6 +24,7 @@ class ThemeSingleton : public QObject {
 
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    Q_PROPERTY(bool isRightToLeft READ isRightToLeft NOTIFY changed)
     Q_PROPERTY(double textRoom READ textRoom NOTIFY changed)
 
     Q_PROPERTY(QColor accent READ accent CONSTANT)
@@ -101,6 +103,8 @@ public:
     bool isDark() const { return appearance_.isDark(); }
 
     bool reducesMotion() const { return appearance_.reducesMotion(); }
+
+    bool isRightToLeft() const { return QGuiApplication::isRightToLeft(); }
 
     /// How much larger than usual what holds text has to be, at least 1.
     double textRoom() const { return std::max(appearance_.textScale(), 1.0); }

@@ -10,7 +10,7 @@ Item {
     required property string value
     property bool isLast: false
 
-    implicitHeight: Math.max(26, text.implicitHeight + 10)
+    implicitHeight: Math.max(26, text.implicitHeight + 10, label.implicitHeight + 10)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: title + ": " + value
@@ -18,7 +18,10 @@ Item {
     Label {
         id: label
 
-        x: Theme.md
+        width: Math.min(implicitWidth, root.width / 2)
+        wrapMode: Text.Wrap
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         text: root.title
         font: Theme.caption

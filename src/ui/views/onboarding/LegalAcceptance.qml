@@ -3,40 +3,66 @@ import Cindertop.Controls
 import Cindertop.Onboarding
 
 // The check box with its sentence, in which two words are links.
-Row {
+Item {
     id: root
 
     required property OnboardingPresentation presentation
 
-    spacing: Theme.xs
+    implicitWidth: box.width + 2 * Theme.xs + sentence.wanted
+    implicitHeight: sentence.implicitHeight
 
     OnboardingCheckBox {
-        anchors.verticalCenter: parent.verticalCenter
+        id: box
+
+        anchors.left: parent.left
+        y: (first.implicitHeight - height) / 2
         name: "I accept the Terms and Privacy Policy"
         isChecked: root.presentation.acceptedLegal
         onPressed: root.presentation.acceptedLegal = !isChecked
     }
 
-    Label {
-        leftPadding: Theme.xs
-        text: "I accept the"
+    Flow {
+        id: sentence
 
-        TapHandler {
-            onTapped: root.presentation.acceptedLegal = !root.presentation.acceptedLegal
+        // English words in their own order.
+        LayoutMirroring.enabled: false
+        LayoutMirroring.childrenInherit: true
+
+        readonly property real wanted: first.width + terms.width + conjunction.width + policy.width + 3 * spacing + 1
+
+        anchors.left: box.right
+        anchors.leftMargin: 2 * Theme.xs
+        anchors.right: parent.right
+        spacing: Theme.xs
+
+        Label {
+            id: first
+
+            text: "I accept the"
+
+            TapHandler {
+                onTapped: root.presentation.acceptedLegal = !root.presentation.acceptedLegal
+            }
         }
-    }
 
-    LinkText {
-        name: "Terms"
-        onPressed: root.presentation.openTerms()
-    }
+        LinkText {
+            id: terms
 
-    Label {
-        text: "and"
-    }
+            name: "Terms"
+            onPressed: root.presentation.openTerms()
+        }
 
-    LinkText {
-        name: "Privacy Policy"
-        onPressed: root.presentation.openPrivacyPolicy()
+        Label {
+            id: conjunction
+
+            text: "and"
+        }
+
+        LinkText {
+            id: policy
+
+            name: "Privacy Policy"
+            onPressed: root.presentation.openPrivacyPolicy()
+        }
     }
 }

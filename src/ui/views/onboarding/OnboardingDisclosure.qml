@@ -8,12 +8,13 @@ PressArea {
 
     required property bool isOpen
 
-    implicitWidth: label.x + label.implicitWidth + Theme.xs
+    implicitWidth: 20 + label.implicitWidth + Theme.xs
     implicitHeight: label.implicitHeight + Theme.xs
     cursor: Qt.PointingHandCursor
     description: isOpen ? "Shown" : "Hidden"
 
     Symbol {
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         name: root.isOpen ? "chevron.down" : "chevron.right"
         size: 16
@@ -23,7 +24,8 @@ PressArea {
     Label {
         id: label
 
-        x: 20
+        anchors.left: parent.left
+        anchors.leftMargin: 20
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
         color: root.isHovering ? Theme.text : Theme.secondaryText

@@ -11,7 +11,7 @@ ActionButton {
     property int size: OnboardingProminentButton.Compact
     readonly property bool isLarge: size === OnboardingProminentButton.Large
 
-    implicitHeight: isLarge ? Theme.onboardingPrimaryButton : Theme.onboardingButton
+    implicitHeight: (isLarge ? Theme.onboardingPrimaryButton : Theme.onboardingButton) * Theme.textRoom
     kind: ActionButton.Prominent
     font: isLarge ? Theme.bodyStrong : Theme.caption
 }

@@ -8,6 +8,8 @@ Rectangle {
 
     required property OnboardingPresentation presentation
 
+    LayoutMirroring.enabled: Theme.isRightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: 420 * Theme.textRoom
     implicitHeight: content.implicitHeight
     color: Theme.window
@@ -38,11 +40,13 @@ Rectangle {
             }
 
             Text {
-                x: 20
-                width: parent.width - x
+                anchors.left: parent.left
+                anchors.leftMargin: 20
+                anchors.right: parent.right
                 visible: root.presentation.hasPressure
                 text: "Thermal pressure monitoring available"
                 wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
                 color: Theme.secondaryText
                 font.family: Theme.caption.family
                 font.pixelSize: Theme.caption.pixelSize
@@ -51,6 +55,7 @@ Rectangle {
             }
 
             OnboardingDisclosure {
+                anchors.left: parent.left
                 name: root.presentation.detailsName
                 isOpen: root.presentation.showsDetails
                 onPressed: root.presentation.showsDetails = !isOpen
@@ -80,6 +85,7 @@ Rectangle {
 
             LegalAcceptance {
                 anchors.horizontalCenter: parent.horizontalCenter
+                width: Math.min(implicitWidth, parent.width)
                 presentation: root.presentation
             }
 

@@ -16,7 +16,8 @@ Item {
     Accessible.name: text + ". " + detail
 
     Symbol {
-        anchors.verticalCenter: line.verticalCenter
+        anchors.left: parent.left
+        y: (lineMetrics.height - height) / 2
         size: 14
         name: switch (root.status) {
             case TimelineMarker.Complete:
@@ -40,11 +41,18 @@ Item {
         }
     }
 
+    FontMetrics {
+        id: lineMetrics
+
+        font: Theme.bodyMedium
+    }
+
     Label {
         id: line
 
-        x: 20
-        width: parent.width - x
+        anchors.left: parent.left
+        anchors.leftMargin: 20
+        anchors.right: parent.right
         text: root.text
         wrapMode: Text.Wrap
         font: Theme.bodyMedium
@@ -53,11 +61,13 @@ Item {
     Text {
         id: sentence
 
-        x: 20
+        anchors.left: parent.left
+        anchors.leftMargin: 20
+        anchors.right: parent.right
         y: line.implicitHeight + Theme.xxs
-        width: parent.width - x
         text: root.detail
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         lineHeight: 1.1
         color: Theme.secondaryText
         font.family: Theme.caption.family

@@ -16,6 +16,7 @@ Item {
     TimelineMarker {
         id: symbol
 
+        anchors.left: parent.left
         marker: root.marker
     }
 
@@ -34,9 +35,10 @@ Item {
     Column {
         id: body
 
-        x: symbol.width + 14
+        anchors.left: symbol.right
+        anchors.leftMargin: 14
+        anchors.right: parent.right
         y: symbol.height + Theme.xs
-        width: parent.width - x
         spacing: Theme.sm
     }
 }

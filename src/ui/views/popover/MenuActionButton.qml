@@ -23,7 +23,8 @@ PressArea {
     Symbol {
         id: symbol
 
-        x: 10
+        anchors.left: parent.left
+        anchors.leftMargin: 10
         width: 18
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbolName

@@ -106,6 +106,7 @@ FocusScope {
             bottomPadding: 1
             text: root.presentation.note
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             color: Theme.secondaryText
             font: Theme.caption
             Accessible.role: Accessible.StaticText

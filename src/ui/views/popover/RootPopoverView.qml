@@ -13,6 +13,8 @@ Item {
     // The light falls from above.
     readonly property int fall: margin / 5
 
+    LayoutMirroring.enabled: Theme.isRightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: (presentation.isWindow ? 320 : 272) * Theme.textRoom + 2 * margin
     implicitHeight: content.implicitHeight + 2 * margin
 

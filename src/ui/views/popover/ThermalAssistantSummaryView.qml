@@ -16,7 +16,8 @@ Item {
     Item {
         id: symbolFrame
 
-        x: 11.5
+        anchors.left: parent.left
+        anchors.leftMargin: 11.5
         anchors.verticalCenter: parent.verticalCenter
         width: 15
         height: 15
@@ -32,7 +33,8 @@ Item {
     Label {
         id: status
 
-        x: 36
+        anchors.left: parent.left
+        anchors.leftMargin: 36
         anchors.verticalCenter: parent.verticalCenter
         text: root.presentation.contents.statusText
         font: Theme.bodyStrong

@@ -45,7 +45,8 @@ Item {
     Symbol {
         id: bulb
 
-        x: 7
+        anchors.left: parent.left
+        anchors.leftMargin: 7
         y: 5 + 1
         name: "lightbulb"
         size: 12
@@ -62,6 +63,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         text: root.message
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         textFormat: Text.PlainText
         color: Theme.text
         font.family: Theme.caption.family

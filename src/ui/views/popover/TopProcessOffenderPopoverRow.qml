@@ -18,7 +18,8 @@ Item {
     ApplicationIcon {
         id: icon
 
-        x: 10
+        anchors.left: parent.left
+        anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         source: root.iconSource
         size: 18

@@ -13,7 +13,7 @@ Item {
     property alias showsSymbol: symbol.visible
 
     implicitWidth: parent ? parent.width : 0
-    implicitHeight: Math.max(Theme.row, text.implicitHeight + Theme.md)
+    implicitHeight: Math.max(Theme.row, text.implicitHeight + Theme.md, label.implicitHeight + Theme.md)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: title + ": " + value
@@ -21,7 +21,8 @@ Item {
     Symbol {
         id: symbol
 
-        x: Theme.md
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbolName
         size: 16
@@ -34,7 +35,9 @@ Item {
         anchors.left: symbol.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.width / 2)
         text: root.title
+        wrapMode: Text.Wrap
     }
 
     Label {

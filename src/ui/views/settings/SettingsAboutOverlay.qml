@@ -23,7 +23,9 @@ SettingsOverlay {
     }
 
     Text {
-        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
         topPadding: Theme.sm
         text: root.title
         color: Theme.text
@@ -35,7 +37,9 @@ SettingsOverlay {
     }
 
     Text {
-        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
         topPadding: Theme.xs
         text: root.message
         color: Theme.secondaryText
@@ -45,7 +49,9 @@ SettingsOverlay {
     }
 
     Text {
-        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
         topPadding: Theme.xs
         visible: text.length > 0
         text: root.presentation.versionText

@@ -19,6 +19,7 @@ SettingsOverlay {
         text: root.title
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         color: Theme.text
         font: Theme.title
         Accessible.role: Accessible.Heading
@@ -32,6 +33,7 @@ SettingsOverlay {
         text: root.message
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         lineHeight: 1.1
         color: Theme.secondaryText
         font: Theme.body
@@ -39,19 +41,10 @@ SettingsOverlay {
         Accessible.name: text
     }
 
-    Row {
-        anchors.right: parent.right
+    Flow {
+        width: parent.width
+        layoutDirection: Qt.RightToLeft
         spacing: Theme.sm
-
-        ActionButton {
-            id: cancel
-
-            name: root.presentation.cancelTitle
-            KeyNavigation.tab: confirm
-            KeyNavigation.backtab: confirm
-            KeyNavigation.right: confirm
-            onPressed: root.presentation.cancel()
-        }
 
         ActionButton {
             id: confirm
@@ -62,6 +55,16 @@ SettingsOverlay {
             KeyNavigation.backtab: cancel
             KeyNavigation.left: cancel
             onPressed: root.presentation.confirm()
+        }
+
+        ActionButton {
+            id: cancel
+
+            name: root.presentation.cancelTitle
+            KeyNavigation.tab: confirm
+            KeyNavigation.backtab: confirm
+            KeyNavigation.right: confirm
+            onPressed: root.presentation.cancel()
         }
     }
 }

@@ -13,7 +13,7 @@ T.Popup {
     x: (parent.width - width) / 2
     y: below
     margins: Theme.sm
-    width: Math.min(260, implicitContentWidth + leftPadding + rightPadding)
+    width: Math.min(260 * Theme.textRoom, parent.Window.width - 2 * margins, implicitContentWidth + leftPadding + rightPadding)
     height: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.md
     topPadding: 10
@@ -32,6 +32,7 @@ T.Popup {
         text: root.message
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
+        horizontalAlignment: Theme.isRightToLeft ? Text.AlignRight : Text.AlignLeft
         color: Theme.text
         font.family: Theme.caption.family
         font.pixelSize: Theme.caption.pixelSize

@@ -21,13 +21,20 @@ Item {
         id: line
 
         width: parent.width
-        height: Math.max(Theme.row, label.implicitHeight + Theme.md, content.implicitHeight + Theme.sm)
+        // The content goes below a title that it would leave no room for.
+        readonly property real room: width - symbol.width - Theme.md - 10 - Theme.md
+        readonly property real titleWidth: Math.ceil(metrics.advanceWidth) + 1
+        readonly property real helpWidth: help.visible ? help.width + 6 : 0
+        readonly property bool isStacked: content.implicitWidth > room / 2 && titleWidth + helpWidth + Theme.sm + content.implicitWidth > room
+
+        height: isStacked ? label.implicitHeight + content.implicitHeight + Theme.lg : Math.max(Theme.row, label.implicitHeight + Theme.md, content.implicitHeight + Theme.sm)
 
         Symbol {
             id: symbol
 
-            x: Theme.md
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.md
+            anchors.verticalCenter: label.verticalCenter
             name: root.symbolName
             size: 16
             color: Theme.secondaryText
@@ -46,10 +53,11 @@ Item {
 
             anchors.left: symbol.right
             anchors.leftMargin: 10
-            anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(Math.ceil(metrics.advanceWidth) + 1, content.x - x - (help.visible ? help.width + 6 : 0) - Theme.sm)
+            y: line.isStacked ? Theme.sm : (parent.height - height) / 2
+            width: Math.min(line.titleWidth, line.room - line.helpWidth - (line.isStacked ? 0 : content.implicitWidth + Theme.sm))
             text: root.title
             wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
             color: Theme.text
             font: Theme.body
             Accessible.role: Accessible.StaticText
@@ -61,7 +69,7 @@ Item {
 
             anchors.left: label.right
             anchors.leftMargin: 6
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenter: label.verticalCenter
             visible: message.length > 0
             message: root.helpText
         }
@@ -71,7 +79,7 @@ Item {
 
             anchors.right: parent.right
             anchors.rightMargin: Theme.md
-            anchors.verticalCenter: parent.verticalCenter
+            y: parent.height - height - (line.isStacked ? Theme.sm : (parent.height - height) / 2)
             spacing: Theme.sm
         }
     }
@@ -81,12 +89,15 @@ Item {
 
         anchors.top: line.bottom
         anchors.topMargin: -Theme.xs
-        x: Theme.md + 16 + 10
-        width: parent.width - x - Theme.md
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md + 16 + 10
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.md
         visible: text.length > 0
         text: root.detail
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
         color: root.detailColor
         font: Theme.caption
         Accessible.role: Accessible.StaticText

@@ -22,7 +22,8 @@ Column {
         Symbol {
             id: symbol
 
-            x: 2
+            anchors.left: parent.left
+            anchors.leftMargin: 2
             anchors.verticalCenter: parent.verticalCenter
             name: root.symbolName
             size: 16

@@ -10,19 +10,31 @@ Item {
 
     required property SettingsPresentation presentation
 
-    implicitHeight: 69
+    implicitHeight: row.implicitHeight + 21
 
-    Keys.onLeftPressed: move(-1)
-    Keys.onRightPressed: move(1)
+    Keys.onLeftPressed: move(Theme.isRightToLeft ? 1 : -1)
+    Keys.onRightPressed: move(Theme.isRightToLeft ? -1 : 1)
 
     function move(step: int) {
         presentation.selectedTab += step;
         (tabs.itemAt(presentation.selectedTab) as SettingsTabButton).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Row {
+    Flow {
+        id: row
+
+        // As wide as the tabs beside each other, where there is room for them.
+        readonly property real wanted: {
+            let sum = 0;
+            for (let index = 0; index < tabs.count; ++index) {
+                sum += (tabs.itemAt(index)?.implicitWidth ?? 0) + spacing;
+            }
+            return sum;
+        }
+
         anchors.horizontalCenter: parent.horizontalCenter
         y: 10
+        width: Math.min(wanted, parent.width - 2 * Theme.sm)
         spacing: Theme.xs
 
         Accessible.role: Accessible.PageTabList

@@ -10,8 +10,8 @@ PressArea {
     required property bool isSelected
     readonly property color ink: isSelected ? Theme.link : isHovering ? Theme.text : Theme.secondaryText
 
-    implicitWidth: Theme.tabWidth
-    implicitHeight: 48
+    implicitWidth: Math.max(Theme.tabWidth, title.implicitWidth + 2 * Theme.sm)
+    implicitHeight: Math.max(48, title.implicitHeight + 34)
     ringRadius: Theme.radiusSurface + Theme.xs
     role: Accessible.PageTab
     cursor: Qt.PointingHandCursor
@@ -38,6 +38,8 @@ PressArea {
     }
 
     Label {
+        id: title
+
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 5

@@ -12,6 +12,8 @@ Rectangle {
     required property SettingsPresentation presentation
     readonly property bool isCovered: presentation.hasConfirmation || presentation.isAboutPresented
 
+    LayoutMirroring.enabled: Theme.isRightToLeft
+    LayoutMirroring.childrenInherit: true
     // At first; the user may change it.
     implicitWidth: 460 * Theme.textRoom
     implicitHeight: 640 * Theme.textRoom

@@ -12,6 +12,7 @@ PressArea {
     Symbol {
         id: chevron
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         name: "chevron.left"
         size: 18

@@ -20,19 +20,22 @@ Column {
         name: "Process hierarchy"
         description: (root.isExpanded ? "Expanded" : "Collapsed") + ", " + badge.description
         width: parent.width
-        implicitHeight: 28
+        implicitHeight: Math.max(28, title.implicitHeight + Theme.sm)
         onPressed: root.toggled()
 
         Symbol {
             id: chevron
 
-            x: 2
+            anchors.left: parent.left
+            anchors.leftMargin: 2
             anchors.verticalCenter: parent.verticalCenter
             name: root.isExpanded ? "chevron.down" : "chevron.right"
             size: 16
         }
 
         Label {
+            id: title
+
             anchors.left: chevron.right
             anchors.leftMargin: 6
             anchors.verticalCenter: parent.verticalCenter

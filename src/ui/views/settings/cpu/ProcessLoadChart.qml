@@ -9,6 +9,10 @@ Item {
 
     required property ProcessOffenderDetail offender
 
+    // Time runs from left to right.
+    LayoutMirroring.enabled: false
+    LayoutMirroring.childrenInherit: true
+
     implicitHeight: Math.max(120, Math.min(240, width * 0.24))
 
     Accessible.role: Accessible.Chart
@@ -32,9 +36,9 @@ Item {
         id: plot
 
         anchors.fill: parent
-        anchors.leftMargin: 36
+        anchors.leftMargin: 36 * Theme.textRoom
         anchors.topMargin: 6
-        anchors.bottomMargin: 20
+        anchors.bottomMargin: 20 * Theme.textRoom
         visible: root.offender.hasChart
         history: root.offender.history
         lineColor: Theme.accent

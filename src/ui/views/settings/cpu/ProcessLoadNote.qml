@@ -17,7 +17,8 @@ Item {
     Symbol {
         id: symbol
 
-        x: 2
+        anchors.left: parent.left
+        anchors.leftMargin: 2
         name: "info.circle"
         size: 14
         color: Theme.secondaryText

@@ -23,6 +23,7 @@ HiddenScrollerScrollView {
         BackButton {
             id: back
 
+            anchors.left: parent.left
             name: "Back to CPU"
             onPressed: root.backAction()
         }
@@ -56,7 +57,8 @@ HiddenScrollerScrollView {
         text: root.offender.systemOwnedNote
     }
 
-    Row {
+    Flow {
+        width: parent.width
         visible: root.offender.canQuit
         spacing: Theme.sm
 

@@ -17,6 +17,7 @@ Item {
     ProcessIconView {
         id: icon
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         source: root.offender.iconSource
         size: 36

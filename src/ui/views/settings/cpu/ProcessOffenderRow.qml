@@ -26,7 +26,8 @@ HoverRow {
     ProcessIconView {
         id: icon
 
-        x: Theme.md
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         source: root.iconSource
         size: 24

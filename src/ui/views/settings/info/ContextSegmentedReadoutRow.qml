@@ -24,7 +24,8 @@ Item {
     Symbol {
         id: symbol
 
-        x: Theme.md
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbolName
         size: 16

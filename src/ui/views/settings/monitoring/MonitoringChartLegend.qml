@@ -14,7 +14,7 @@ Flow {
     signal temperatureToggled
 
     spacing: Theme.md
-    leftPadding: 36
+    leftPadding: Theme.isRightToLeft ? 0 : 36 * Theme.textRoom
 
     Repeater {
         model: root.levelLabels

@@ -20,7 +20,8 @@ Item {
     Label {
         id: title
 
-        x: Theme.xs
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.xs
         width: Theme.body.pixelSize * 5
         anchors.verticalCenter: parent.verticalCenter
         text: root.label

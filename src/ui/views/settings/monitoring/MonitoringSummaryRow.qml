@@ -12,7 +12,8 @@ ContextReadoutRow {
     showsSymbol: !showsAppIcon
 
     ApplicationIcon {
-        x: Theme.md - 1
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md - 1
         anchors.verticalCenter: parent.verticalCenter
         visible: root.showsAppIcon
         source: root.iconSource

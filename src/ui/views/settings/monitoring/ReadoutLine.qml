@@ -16,6 +16,7 @@ Item {
     Label {
         id: label
 
+        anchors.left: parent.left
         text: root.title
         color: root.titleColor
         font: Theme.caption

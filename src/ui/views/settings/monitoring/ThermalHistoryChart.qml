@@ -17,6 +17,10 @@ Column {
     Item {
         id: chart
 
+        // Time runs from left to right.
+        LayoutMirroring.enabled: false
+        LayoutMirroring.childrenInherit: true
+
         width: parent.width
         height: Math.max(180, Math.min(360, width * 0.36))
         activeFocusOnTab: root.presentation.hasChart
@@ -50,10 +54,10 @@ Column {
             id: plot
 
             anchors.fill: parent
-            anchors.leftMargin: 36
-            anchors.rightMargin: root.drawsTemperature ? 40 : 0
+            anchors.leftMargin: 36 * Theme.textRoom
+            anchors.rightMargin: root.drawsTemperature ? 40 * Theme.textRoom : 0
             anchors.topMargin: 6
-            anchors.bottomMargin: 20
+            anchors.bottomMargin: 20 * Theme.textRoom
             visible: root.presentation.hasChart
             samples: root.presentation.samples
             now: root.presentation.now

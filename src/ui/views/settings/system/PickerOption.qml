@@ -11,7 +11,7 @@ PressArea {
     readonly property bool isLit: isHovering || activeFocus
     readonly property color ink: isLit ? Theme.onAccent : Theme.text
 
-    implicitWidth: label.x + label.implicitWidth + Theme.md
+    implicitWidth: 26 + label.implicitWidth + Theme.md
     implicitHeight: Math.max(28, label.implicitHeight + Theme.sm)
     role: Accessible.RadioButton
     cursor: Qt.PointingHandCursor
@@ -26,7 +26,8 @@ PressArea {
     }
 
     Symbol {
-        x: 6
+        anchors.left: parent.left
+        anchors.leftMargin: 6
         anchors.verticalCenter: parent.verticalCenter
         visible: root.isChosen
         name: "checkmark"
@@ -37,7 +38,8 @@ PressArea {
     PickerLabel {
         id: label
 
-        x: 26
+        anchors.left: parent.left
+        anchors.leftMargin: 26
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
         symbolName: root.symbolName

@@ -14,7 +14,8 @@ HoverRow {
     Symbol {
         id: symbol
 
-        x: Theme.md
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         name: root.symbolName
         size: 16

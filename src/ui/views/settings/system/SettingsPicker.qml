@@ -41,7 +41,8 @@ PressArea {
     PickerLabel {
         id: current
 
-        x: Theme.sm
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.sm
         anchors.verticalCenter: parent.verticalCenter
         text: root.currentLabel
         symbolName: root.symbolNames[root.currentIndex] ?? ""
@@ -61,7 +62,7 @@ PressArea {
     T.Popup {
         id: options
 
-        x: root.width - width
+        x: Theme.isRightToLeft ? 0 : root.width - width
         y: root.height + Theme.xs
         width: Math.max(root.width, implicitContentWidth + 2 * padding)
         height: implicitContentHeight + 2 * padding

@@ -14,6 +14,8 @@ Column {
 
     signal picked(index: int)
 
+    LayoutMirroring.enabled: Theme.isRightToLeft
+    LayoutMirroring.childrenInherit: true
     function focusRow(index: int) {
         rows.itemAt(Math.max(0, Math.min(index, rows.count - 1))).forceActiveFocus(Qt.TabFocusReason);
     }
