@@ -120,7 +120,8 @@ ui::ProgramActions DesktopFrontend::actions() {
             .openPrivacyPolicy = [this] { openPage(ui::Page::privacy); },
             .openWebsite = [this] { openPage(ui::Page::website); },
             .closePopover = [this] { windows_.popover().close(); },
-            .quit = [] { QCoreApplication::quit(); }};
+            .quit = [] { QCoreApplication::quit(); },
+            .canEnterTaskBar = ui::TaskBarEntry::isPossible()};
 }
 
 ui::StatusMenu::Actions DesktopFrontend::menuActions() {

@@ -79,7 +79,7 @@ constexpr auto table = std::to_array<Preference>({
      "The text beside the icon in the panel.",
      {.onLinux = "temperature"}},
     {&Fields::showDockIcon, "showDockIcon", "cindertop.app.show-dock-icon",
-     "Show the program in the task bar, too."},
+     "Keep an entry in the task bar while no window is open."},
     {&Fields::diagnosticLogsEnabled, "diagnosticLogsEnabled", "cindertop.diagnostics.enabled",
      "Keep a log of the program's own doings, for exports."},
     {&Fields::notificationsEnabled,

@@ -131,7 +131,7 @@ TEST(LinuxWords, AreSaidOfTheDesktop) {
         program->state->refreshLaunchAtLoginStatus();
         program->state->exportDiagnosticLogs();
         program->desktop.answer("/data/export.json");
-        const SystemPresentation system(*program->state, [](const SettingsConfirmation&) {});
+        const SystemPresentation system(*program->state, [](const SettingsConfirmation&) {}, true);
         EXPECT_EQ(system.exportText(), "Exported to /data/export.json");
         EXPECT_NE(system.notificationsDetail(), "") << "they are on by default";
         look(*program);

@@ -12,6 +12,7 @@ struct ProgramActions {
     std::function<void()> openWebsite;
     std::function<void()> closePopover;
     std::function<void()> quit;
+    bool canEnterTaskBar = false; ///< while no window is open
 };
 
 } // namespace cindertop::ui

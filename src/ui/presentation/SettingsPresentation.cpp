@@ -21,7 +21,9 @@ SettingsPresentation::SettingsPresentation(AppState& state, ProgramActions actio
       info_(state),
       monitoring_(state),
       cpu_(state, [this](SettingsConfirmation question) { present(std::move(question)); }),
-      system_(state, [this](SettingsConfirmation question) { present(std::move(question)); }) {}
+      system_(
+          state, [this](SettingsConfirmation question) { present(std::move(question)); },
+          actions_.canEnterTaskBar) {}
 
 QStringList SettingsPresentation::tabTitles() {
     QStringList titles;

@@ -63,8 +63,9 @@ std::optional<PreferenceValue> wantedValue(const Preference& preference, const Q
 
 } // namespace
 
-SystemPresentation::SystemPresentation(AppState& state, PresentConfirmation presentConfirmation)
-    : state_(state), presentConfirmation_(std::move(presentConfirmation)) {
+SystemPresentation::SystemPresentation(AppState& state, PresentConfirmation presentConfirmation,
+                                       bool canEnterTaskBar)
+    : state_(state), presentConfirmation_(std::move(presentConfirmation)), canEnterTaskBar_(canEnterTaskBar) {
     const auto& published = state_.published();
     const auto observe = [this](const auto& property) {
         observations_.emplace_back(property.bindable().addNotifier([this] { Q_EMIT changed(); }));

@@ -26,13 +26,14 @@ class SystemPresentation : public QObject {
     Q_PROPERTY(QString ranksApplicationsDetail READ ranksApplicationsDetail NOTIFY changed)
     Q_PROPERTY(QStringList historyLengthLabels READ historyLengthLabels NOTIFY changed)
     Q_PROPERTY(int historyLengthIndex READ historyLengthIndex WRITE setHistoryLengthIndex NOTIFY changed)
+    Q_PROPERTY(bool offersTaskBar READ offersTaskBar CONSTANT)
     Q_PROPERTY(bool offersTemperatureUnit READ offersTemperatureUnit CONSTANT)
     Q_PROPERTY(bool exportSucceeded READ exportSucceeded NOTIFY changed)
     Q_PROPERTY(QString exportText READ exportText NOTIFY changed)
 
 public:
     /// `state` must outlive this.
-    SystemPresentation(AppState& state, PresentConfirmation presentConfirmation);
+    SystemPresentation(AppState& state, PresentConfirmation presentConfirmation, bool canEnterTaskBar);
 
     SystemTexts texts() const { return SystemTexts::in(system()); }
 
@@ -62,6 +63,9 @@ public:
     /// Another index than those of the labels changes nothing.
     void setHistoryLengthIndex(int index);
 
+    /// Where the desktop can list the program while none of its windows is open.
+    bool offersTaskBar() const { return canEnterTaskBar_ || system() != OperatingSystem::gnuLinux; }
+
     /// Where the language of texts need not be that of the thermometer.
     bool offersTemperatureUnit() const;
 
@@ -88,6 +92,7 @@ private:
 
     AppState& state_;
     PresentConfirmation presentConfirmation_;
+    bool canEnterTaskBar_;
     QString ranksApplicationsDetail_;
     std::vector<QPropertyNotifier> observations_;
 };

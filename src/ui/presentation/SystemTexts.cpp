@@ -26,7 +26,8 @@ constexpr std::array systemTextRows{
     SystemTextRow{&SystemTexts::dockTitle, {"Show in Dock", "Show in Task Bar"}},
     SystemTextRow{&SystemTexts::dockHelp,
                   {"Shows Cindertop in the Dock as well as the menu bar.",
-                   "Shows Cindertop in the task bar as well as the panel."}},
+                   "Keeps an entry in the task bar while no window of Cindertop is open. Open windows are "
+                   "always there."}},
     SystemTextRow{
         &SystemTexts::notificationsHelp,
         {"Allows quiet macOS notifications when Cindertop sees serious, critical thermal pressure, or "

@@ -81,7 +81,7 @@ private:
         root->setParent(window->contentItem()); // which deletes it
         root->setParentItem(window->contentItem());
         QObject::connect(&appearance_, &Appearance::changed, window.get(), [this, window = window.get()] {
-            if (window->color().alpha() != 0) { // what the view does not cover yet while it grows
+            if (window->color().alpha() == 255) { // what the view does not cover yet while it grows
                 window->setColor(appearance_.materials().popover);
             }
         });

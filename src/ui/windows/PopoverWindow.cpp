@@ -1,11 +1,14 @@
 #include "ui/windows/PopoverWindow.h"
 
+#include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace cindertop::ui {
@@ -13,6 +16,9 @@ namespace cindertop::ui {
 namespace {
 
 constexpr int gapToItem = 4;
+
+/// A window manager that gives the window no focus by then never will.
+constexpr std::chrono::milliseconds longestWaitForFocus{500};
 
 const QScreen* screenAt(const QPoint& point) {
     const auto* const screen = QGuiApplication::screenAt(point);
@@ -29,7 +35,9 @@ PopoverWindow::~PopoverWindow() {
     }
 }
 
-void PopoverWindow::show(const QPoint& point) {
+/// Some panels do not know where they were clicked and say (0, 0).
+void PopoverWindow::show(const QPoint& clicked) {
+    const auto point = clicked.isNull() ? QCursor::pos() : clicked;
     release();
     views_ = parts_.views();
     if (!views_) {
@@ -51,6 +59,7 @@ void PopoverWindow::show(const QPoint& point) {
     connect(window_.get(), &QWindow::activeChanged, this, [this] {
         if (window_->isActive()) {
             wasActive_ = true;
+            window_->setMouseGrabEnabled(false);
         } else if (wasActive_) {
             closeByItself();
         }
@@ -58,6 +67,13 @@ void PopoverWindow::show(const QPoint& point) {
     window_->show();
     window_->raise();
     window_->requestActivate();
+    // Without the focus it would not learn that the user turns to something else: it sees every click
+    // instead.
+    QTimer::singleShot(longestWaitForFocus, window_.get(), [this] {
+        if (window_->isVisible() && !window_->isActive()) {
+            window_->setMouseGrabEnabled(true);
+        }
+    });
 }
 
 void PopoverWindow::close() {
@@ -80,7 +96,10 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
         close();
         return true;
     }
-    if (event->type() == QEvent::Close) {
+    const bool isOutside =
+        event->type() == QEvent::MouseButtonPress &&
+        !QRect(QPoint(), window_->size()).contains(static_cast<const QMouseEvent*>(event)->pos()); // NOLINT
+    if (isOutside || event->type() == QEvent::Close) {
         closeByItself();
     }
     return QObject::eventFilter(watched, event);

@@ -16,7 +16,8 @@ class Popover {
 public:
     virtual ~Popover() = default;
     virtual bool isShown() const = 0;
-    /// Opens it at a point of the screen, in front of all windows and with the keyboard's focus.
+    /// Opens it at a point of the screen, at the pointer where that is (0, 0), in front of all windows and
+    /// with the keyboard's focus.
     virtual void show(const QPoint& point) = 0;
     virtual void close() = 0;
 };
@@ -36,7 +37,7 @@ public:
 
     bool isShown() const override { return window_ && window_->isVisible(); }
 
-    void show(const QPoint& point) override;
+    void show(const QPoint& clicked) override;
     void close() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,6 +4,7 @@
 #include "ui/windows/WindowSize.h"
 #include "ui/windows/X11.h"
 
+#include <QTimer>
 #include <utility>
 
 namespace cindertop::ui {
@@ -30,6 +31,7 @@ ProgramWindows::~ProgramWindows() = default;
 
 void ProgramWindows::present(AppState& state, ProgramActions actions, std::function<void()> popoverDidClose) {
     state_ = &state;
+    updateTaskBarEntry();
     actions_ = std::move(actions);
     popover_ = std::make_unique<PopoverWindow>(PopoverWindow::Parts{
         .views = [this] { return views(WindowKind::popover); },
@@ -44,6 +46,7 @@ void ProgramWindows::present(AppState& state, ProgramActions actions, std::funct
 
 void ProgramWindows::closeAll() {
     rememberSizes();
+    taskBarEntry_.reset();
     popover_.reset();
     onboarding_.reset();
     settings_.reset();
@@ -89,22 +92,20 @@ void ProgramWindows::show(std::unique_ptr<Controller>& controller, const Descrip
             problems_.say("The window \"" + description.title + "\" cannot be shown.");
             return;
         }
-        controller->window = std::make_unique<WindowController>(
-            std::move(library), std::move(window), description.title, description.layer, [this, &controller] {
-                rememberSizes();
-                controller.reset();
-            });
+        controller->window = std::make_unique<WindowController>(std::move(library), std::move(window),
+                                                                description.title, [this, &controller] {
+                                                                    rememberSizes();
+                                                                    controller.reset();
+                                                                    updateTaskBarEntry();
+                                                                });
     }
-    // Where there is nothing in the panel, a minimised window without an entry would be lost.
-    controller->window->setTaskBarEntry(hasTaskBarEntry_ || description.kind == WindowKind::overview);
     controller->window->show();
+    updateTaskBarEntry();
 }
 
 void ProgramWindows::showOnboarding() {
-    show(
-        onboarding_,
-        {.kind = WindowKind::onboarding, .title = "Cindertop", .layer = WindowController::Layer::aboveOthers},
-        [](Views& views, auto& presentation) { return views.makeOnboarding(presentation); });
+    show(onboarding_, {.kind = WindowKind::onboarding, .title = "Cindertop – Welcome"},
+         [](Views& views, auto& presentation) { return views.makeOnboarding(presentation); });
 }
 
 void ProgramWindows::closeOnboarding() {
@@ -114,8 +115,7 @@ void ProgramWindows::closeOnboarding() {
 }
 
 void ProgramWindows::showSettings() {
-    show(settings_,
-         {.kind = WindowKind::settings, .title = "Settings", .layer = WindowController::Layer::aboveOthers},
+    show(settings_, {.kind = WindowKind::settings, .title = "Cindertop – Settings"},
          [this](Views& views, auto& presentation) {
              auto window = views.makeSettings(presentation);
              const auto size = storedSettingsSize(state_->environment().defaults);
@@ -134,8 +134,7 @@ void ProgramWindows::rememberSizes() {
 }
 
 void ProgramWindows::showOverview() {
-    show(overview_,
-         {.kind = WindowKind::overview, .title = "Cindertop", .layer = WindowController::Layer::ordinary},
+    show(overview_, {.kind = WindowKind::overview, .title = "Cindertop"},
          [this](Views& views, auto& presentation) {
              presentation.setHasStatusItem(hasStatusItem_);
              return views.makePopover(presentation);
@@ -150,13 +149,20 @@ void ProgramWindows::setHasStatusItem(bool hasItem) {
 }
 
 void ProgramWindows::setTaskBarEntry(bool isShown) {
-    hasTaskBarEntry_ = isShown;
-    if (onboarding_) {
-        onboarding_->window->setTaskBarEntry(isShown);
-    }
-    if (settings_) {
-        settings_->window->setTaskBarEntry(isShown);
-    }
+    wantsTaskBarEntry_ = isShown;
+    updateTaskBarEntry();
+}
+
+/// The entry may be what asks for the window in whose favour it goes, so it goes a moment later.
+void ProgramWindows::updateTaskBarEntry() {
+    QTimer::singleShot(0, this, [this] {
+        const bool isAlone = state_ != nullptr && !onboarding_ && !settings_ && !overview_;
+        if (!wantsTaskBarEntry_ || !isAlone) {
+            taskBarEntry_.reset();
+        } else if (!taskBarEntry_ && TaskBarEntry::isPossible()) {
+            taskBarEntry_ = std::make_unique<TaskBarEntry>([this] { showOverview(); });
+        }
+    });
 }
 
 void ProgramWindows::activate() {

@@ -7,9 +7,11 @@
 #include "ui/presentation/SettingsPresentation.h"
 #include "ui/theme/Appearance.h"
 #include "ui/windows/PopoverWindow.h"
+#include "ui/windows/TaskBarEntry.h"
 #include "ui/windows/ViewsLibrary.h"
 #include "ui/windows/WindowController.h"
 
+#include <QObject>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -46,7 +48,7 @@ enum class WindowKind { onboarding, settings, popover, overview };
 
 /// Opens and closes the windows. The library that draws them is loaded for the first, and its engine ends
 /// with the last one open. Main thread.
-class ProgramWindows final : public Windows {
+class ProgramWindows final : public QObject, public Windows {
 public:
     struct Problems {
         /// When windows cannot be shown.
@@ -78,7 +80,7 @@ public:
     /// Only after `present`.
     Popover& popover() { return *popover_; }
 
-    /// Whether the windows that open have an entry in the task bar, and those that are open.
+    /// Whether the task bar lists the program while none of its windows is open, where that is possible.
     void setTaskBarEntry(bool isShown);
     /// Brings the open windows to the front.
     void activate();
@@ -87,7 +89,6 @@ private:
     struct Description {
         WindowKind kind;
         QString title;
-        WindowController::Layer layer;
     };
 
     std::shared_ptr<Views> views(WindowKind asked);
@@ -96,19 +97,21 @@ private:
 
     /// What the user made of the windows that are open.
     void rememberSizes();
+    void updateTaskBarEntry();
 
     Appearance& appearance_;
     Problems problems_;
     ViewsLibrary library_;
     AppState* state_ = nullptr;
     ProgramActions actions_;
-    bool hasTaskBarEntry_ = false;
+    bool wantsTaskBarEntry_ = false;
     bool hasStatusItem_ = true;
     std::weak_ptr<Views> views_;
     std::unique_ptr<OnboardingWindowController> onboarding_;
     std::unique_ptr<SettingsWindowController> settings_;
     std::unique_ptr<OverviewWindowController> overview_;
     std::unique_ptr<PopoverWindow> popover_;
+    std::unique_ptr<TaskBarEntry> taskBarEntry_;
 };
 
 } // namespace cindertop::ui

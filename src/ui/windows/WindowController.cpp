@@ -1,7 +1,7 @@
 #include "ui/windows/WindowController.h"
 
+#include "ui/theme/ProgramIcon.h"
 #include "ui/windows/WindowFrame.h"
-#include "ui/windows/X11.h"
 
 #include <QEvent>
 #include <QScreen>
@@ -12,10 +12,10 @@
 namespace cindertop::ui {
 
 WindowController::WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window,
-                                   const QString& title, Layer layer, std::function<void()> didClose)
+                                   const QString& title, std::function<void()> didClose)
     : views_(std::move(views)), window_(std::move(window)), didClose_(std::move(didClose)) {
     window_->setTitle(title);
-    window_->setFlag(Qt::WindowStaysOnTopHint, layer == Layer::aboveOthers);
+    window_->setIcon(programIcon());
     window_->installEventFilter(this);
     // A window as large as its content grows where it stands.
     connect(window_.get(), &QWindow::widthChanged, this, &WindowController::keepOnScreen);
@@ -44,10 +44,6 @@ void WindowController::show() {
 std::optional<QSize> WindowController::chosenSize() const {
     const bool isChosen = window_->windowStates() == Qt::WindowNoState && window_->size() != firstSize_;
     return isChosen ? std::optional(window_->size()) : std::nullopt;
-}
-
-void WindowController::setTaskBarEntry(bool isShown) {
-    ui::setTaskBarEntry(*window_, isShown);
 }
 
 void WindowController::activate() {

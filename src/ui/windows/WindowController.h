@@ -11,21 +11,17 @@
 
 namespace cindertop::ui {
 
-/// One window of the program, from its first showing until it closes. Main thread.
+/// One ordinary window of the program, from its first showing until it closes. Main thread.
 class WindowController : public QObject {
 public:
-    enum class Layer { ordinary, aboveOthers };
-
     /// `views` made `window`. `didClose` is called once, some time after the window has closed, and may
     /// destroy the controller.
     WindowController(std::shared_ptr<Views> views, std::unique_ptr<QWindow> window, const QString& title,
-                     Layer layer, std::function<void()> didClose);
+                     std::function<void()> didClose);
     ~WindowController() override;
 
     /// Centres the window on its screen, and brings it to the front of all others.
     void show();
-    /// Whether the task bar lists it.
-    void setTaskBarEntry(bool isShown);
     /// Brings it to the front where it is.
     void activate();
     void close();

@@ -1,7 +1,6 @@
 #include "ui/windows/X11.h"
 
 #include <QGuiApplication>
-#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -31,48 +30,17 @@ bool hasCompositor() {
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-namespace {
-
-/// What a window that is not shown yet starts with.
-void setInitialState(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t state, bool isSet) {
-    const auto value = isSet ? state : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, atom(connection, "_NET_WM_STATE"),
-                        XCB_ATOM_ATOM, 32, isSet ? 1 : 0, &value);
-}
-
-/// The window manager changes the state of a window that is shown.
-void requestState(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t state, bool isSet) {
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = atom(connection, "_NET_WM_STATE");
-    event.data.data32[0] = isSet ? 1 : 0; // add, remove
-    event.data.data32[1] = state;
-    event.data.data32[3] = 1; // a program asks
-    std::array<char, 32> bytes{};
-    static_assert(sizeof event == bytes.size());
-    std::memcpy(bytes.data(), &event, sizeof event);
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_send_event(connection, 0, root,
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, bytes.data());
-}
-
-} // namespace
-
-void setTaskBarEntry(QWindow& window, bool isShown) {
+/// A window manager names a window of its own at the root window.
+bool hasWindowManager() {
     auto* const connection = x11();
     if (connection == nullptr) {
-        return;
+        return false;
     }
-    const auto skip = atom(connection, "_NET_WM_STATE_SKIP_TASKBAR");
-    const auto identifier = static_cast<xcb_window_t>(window.winId());
-    if (window.isVisible()) {
-        requestState(connection, identifier, skip, !isShown);
-    } else {
-        setInitialState(connection, identifier, skip, !isShown);
-    }
-    xcb_flush(connection);
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const auto request = xcb_get_property(connection, 0, root, atom(connection, "_NET_SUPPORTING_WM_CHECK"),
+                                          XCB_ATOM_WINDOW, 0, 1);
+    const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, request, nullptr));
+    return reply && xcb_get_property_value_length(reply.get()) > 0;
 }
 
 } // namespace cindertop::ui

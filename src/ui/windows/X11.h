@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QWindow>
 #include <cstdlib>
 #include <memory>
 
@@ -26,8 +25,7 @@ xcb_atom_t atom(xcb_connection_t* connection, const char* name);
 /// without a compositing manager. Needs a QGuiApplication.
 bool hasCompositor();
 
-/// Whether the desktop's task bar lists a window of X11, before or after it is shown. Elsewhere nothing
-/// happens: no protocol of Wayland can ask for it.
-void setTaskBarEntry(QWindow& window, bool isShown);
+/// Whether this is an X11 display with a window manager. Needs a QGuiApplication.
+bool hasWindowManager();
 
 } // namespace cindertop::ui

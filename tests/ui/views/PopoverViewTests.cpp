@@ -1,7 +1,11 @@
 #include "ShownProgram.h"
 #include "ui/presentation/PopoverPresentation.h"
+#include "ui/windows/PopoverWindow.h"
 
 #include <gtest/gtest.h>
+
+#include <QCursor>
+#include <cstdlib>
 
 namespace cindertop::ui {
 namespace {
@@ -88,11 +92,15 @@ TEST_F(PopoverViewTest, TheKeyboardReachesAndPressesEachButton) {
     EXPECT_EQ(shown.asked, (QStringList{"settings", "close", "settings", "close", "quit"}));
 }
 
-TEST_F(PopoverViewTest, TheWindowFollowsWhatThereIsToTell) {
-    const int height = window->height();
-    shown.state->setPaused(true); // brings a tip
+TEST_F(PopoverViewTest, TheRowsKeepTheirPlacesAndTheWindowItsSize) {
     draw(*window);
-    EXPECT_GT(window->height(), height + 20);
+    const auto place = [this] { return buttons().front()->rect(); };
+    const auto before = place();
+    for (const bool isPaused : {true, false, true}) { // brings a tip, takes it away
+        shown.state->setPaused(isPaused);
+        draw(*window);
+        EXPECT_EQ(place(), before);
+    }
     const auto panel = window->size();
     presentation.setHasCompositor(true);
     draw(*window);
@@ -100,6 +108,28 @@ TEST_F(PopoverViewTest, TheWindowFollowsWhatThereIsToTell) {
     EXPECT_EQ(window->size(), panel + QSize(margins, margins));
     EXPECT_EQ(window->minimumSize(), window->size()); // nobody else may change it
     EXPECT_EQ(window->maximumSize(), window->size());
+}
+
+/// The panel's click, its window, and what closes it.
+TEST(PopoverWindow, OpensAtThePointerWhereTheClickHasNoPlaceAndClosesByAClickOutside) {
+    ShownProgram shown;
+    int closings = 0;
+    PopoverWindow popover(
+        {.views = [&] { return std::shared_ptr<Views>(std::move(shown.views)); },
+         .presentation = [&] { return std::make_unique<PopoverPresentation>(*shown.state, shown.actions()); },
+         .didCloseByItself = [&] { ++closings; }});
+    QCursor::setPos(700, 500);
+    popover.show({0, 0});
+    auto* const window = QGuiApplication::topLevelWindows().front();
+    EXPECT_LE(std::abs(window->geometry().center().x() - 700), 1);
+    EXPECT_NEAR(window->y(), 500, 10);
+    for (const auto& [place, isShown] : {std::pair(QPointF(5, 5), true), std::pair(QPointF(-5, 5), false)}) {
+        QMouseEvent click(QEvent::MouseButtonPress, place, window->position() + place, Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &click);
+        EXPECT_EQ(popover.isShown(), isShown);
+    }
+    EXPECT_EQ(closings, 1);
 }
 
 } // namespace

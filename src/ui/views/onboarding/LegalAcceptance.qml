@@ -21,48 +21,52 @@ Item {
         onPressed: root.presentation.acceptedLegal = !isChecked
     }
 
-    Flow {
-        id: sentence
-
-        // English words in their own order.
-        LayoutMirroring.enabled: false
-        LayoutMirroring.childrenInherit: true
-
-        readonly property real wanted: first.width + terms.width + conjunction.width + policy.width + 3 * spacing + 1
-
+    Item {
         anchors.left: box.right
         anchors.leftMargin: 2 * Theme.xs
         anchors.right: parent.right
-        spacing: Theme.xs
 
-        Label {
-            id: first
+        Flow {
+            id: sentence
 
-            text: "I accept the"
+            // English words in their own order.
+            LayoutMirroring.enabled: false
+            LayoutMirroring.childrenInherit: true
 
-            TapHandler {
-                onTapped: root.presentation.acceptedLegal = !root.presentation.acceptedLegal
+            readonly property real wanted: first.width + terms.width + conjunction.width + policy.width + 3 * spacing + 1
+
+            width: parent.width
+            spacing: Theme.xs
+
+            Label {
+                id: first
+
+                text: "I accept the"
+
+                TapHandler {
+                    onTapped: root.presentation.acceptedLegal = !root.presentation.acceptedLegal
+                }
             }
-        }
 
-        LinkText {
-            id: terms
+            LinkText {
+                id: terms
 
-            name: "Terms"
-            onPressed: root.presentation.openTerms()
-        }
+                name: "Terms"
+                onPressed: root.presentation.openTerms()
+            }
 
-        Label {
-            id: conjunction
+            Label {
+                id: conjunction
 
-            text: "and"
-        }
+                text: "and"
+            }
 
-        LinkText {
-            id: policy
+            LinkText {
+                id: policy
 
-            name: "Privacy Policy"
-            onPressed: root.presentation.openPrivacyPolicy()
+                name: "Privacy Policy"
+                onPressed: root.presentation.openPrivacyPolicy()
+            }
         }
     }
 }

@@ -30,65 +30,111 @@ FocusScope {
         y: 7
         width: root.width - 14
 
-        ThermalAssistantSummaryView {
-            width: parent.width
-            presentation: root.presentation
-        }
-
+        // While it is open what is told takes no less room than it took, and always that of a line of advice, so that
+        // the rows below stay where they are when monitoring is paused.
         Item {
+            id: place
+
+            property real taken: 0
+            readonly property real least: summary.implicitHeight + Theme.xs + advice.implicitHeight + 10
+
+            readonly property bool isShown: root.Window.visibility !== Window.Hidden
+
             width: parent.width
-            visible: tip.visible
-            implicitHeight: Theme.xs
-        }
+            implicitHeight: Math.max(told.implicitHeight, taken, least)
+            onIsShownChanged: take()
 
-        ThermalAssistantTipView {
-            id: tip
-
-            width: parent.width
-            visible: message.length > 0
-            message: root.presentation.contents.tipMessage
-            accentColor: Theme.levelColor(root.presentation.contents.level)
-            isStill: root.presentation.contents.savesPower
-        }
-
-        Repeater {
-            model: root.presentation.contents.secondaryInsightTitles
-
-            SecondaryInsightView {
-                required property int index
-                required property string modelData
-
-                width: content.width
-                title: modelData
-                message: root.presentation.contents.secondaryInsightMessages[index] ?? ""
+            function take() {
+                if (isShown) {
+                    taken = Math.max(taken, told.implicitHeight);
+                }
             }
-        }
 
-        PopoverDivider {
-            visible: root.presentation.contents.offenderName.length > 0
-        }
+            Connections {
+                target: Theme
 
-        Column {
-            width: parent.width
-            visible: root.presentation.contents.offenderName.length > 0
-            spacing: Theme.sm
+                function onChanged() {
+                    place.taken = 0; // the text's size may be another
+                }
+            }
 
             Text {
-                x: 10
-                width: parent.width - 20
-                bottomPadding: 3
-                text: "Highest CPU Usage"
-                color: Theme.secondaryText
+                id: advice
+
+                visible: false
+                text: "A"
                 font: Theme.caption
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
 
-            TopProcessOffenderPopoverRow {
+            Column {
+                id: told
+
                 width: parent.width
-                displayName: root.presentation.contents.offenderName
-                percentText: root.presentation.contents.offenderPercentText
-                iconSource: root.presentation.contents.offenderIconSource
+                onImplicitHeightChanged: place.take()
+
+                ThermalAssistantSummaryView {
+                    id: summary
+
+                    width: parent.width
+                    presentation: root.presentation
+                }
+
+                Item {
+                    width: parent.width
+                    visible: tip.visible
+                    implicitHeight: Theme.xs
+                }
+
+                ThermalAssistantTipView {
+                    id: tip
+
+                    width: parent.width
+                    visible: message.length > 0
+                    message: root.presentation.contents.tipMessage
+                    accentColor: Theme.levelColor(root.presentation.contents.level)
+                    isStill: root.presentation.contents.savesPower
+                }
+
+                Repeater {
+                    model: root.presentation.contents.secondaryInsightTitles
+
+                    SecondaryInsightView {
+                        required property int index
+                        required property string modelData
+
+                        width: told.width
+                        title: modelData
+                        message: root.presentation.contents.secondaryInsightMessages[index] ?? ""
+                    }
+                }
+
+                PopoverDivider {
+                    visible: root.presentation.contents.offenderName.length > 0
+                }
+
+                Column {
+                    width: parent.width
+                    visible: root.presentation.contents.offenderName.length > 0
+                    spacing: Theme.sm
+
+                    Text {
+                        x: 10
+                        width: parent.width - 20
+                        bottomPadding: 3
+                        text: "Highest CPU Usage"
+                        color: Theme.secondaryText
+                        font: Theme.caption
+                        Accessible.role: Accessible.Heading
+                        Accessible.name: text
+                    }
+
+                    TopProcessOffenderPopoverRow {
+                        width: parent.width
+                        displayName: root.presentation.contents.offenderName
+                        percentText: root.presentation.contents.offenderPercentText
+                        iconSource: root.presentation.contents.offenderIconSource
+                    }
+                }
             }
         }
 

@@ -10,12 +10,14 @@ Item {
     required property string title
     required property string symbolName
     property string helpText
+    // Below the title; a detail takes its place, and nothing moves.
+    property string explanation
     property string detail
     property color detailColor: Theme.secondaryText
     default property alias content: content.data
 
     implicitWidth: parent ? parent.width : 0
-    implicitHeight: line.height + (note.visible ? note.implicitHeight + Theme.sm : 0)
+    implicitHeight: line.height + (note.text.length > 0 ? Math.max(note.implicitHeight, place.implicitHeight) + Theme.sm : 0)
 
     Item {
         id: line
@@ -85,6 +87,16 @@ Item {
     }
 
     Text {
+        id: place
+
+        width: note.width
+        visible: false
+        text: root.explanation
+        wrapMode: Text.Wrap
+        font: Theme.caption
+    }
+
+    Text {
         id: note
 
         anchors.top: line.bottom
@@ -94,11 +106,11 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: Theme.md
         visible: text.length > 0
-        text: root.detail
+        text: root.detail || root.explanation
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignLeft
-        color: root.detailColor
+        color: root.detail.length > 0 ? root.detailColor : Theme.secondaryText
         font: Theme.caption
         Accessible.role: Accessible.StaticText
         Accessible.name: text

@@ -12,7 +12,7 @@ SettingsRow {
 
     SettingsSwitch {
         name: root.title
-        description: root.helpText
+        description: root.helpText || root.explanation
         isOn: root.isOn
         onToggled: isOn => root.toggled(isOn)
     }

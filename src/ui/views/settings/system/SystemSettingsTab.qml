@@ -36,15 +36,18 @@ HiddenScrollerScrollView {
                     SettingsToggleRow {
                         title: root.presentation.texts.loginTitle
                         symbolName: "arrow.clockwise.circle"
-                        helpText: "Starts Cindertop automatically when you sign in."
+                        explanation: "Starts Cindertop automatically when you sign in."
                         detail: root.presentation.launchAtLoginDetail
                         isOn: root.presentation.launchesAtLogin
                         onToggled: isOn => root.presentation.launchesAtLogin = isOn
                     }
 
-                    SettingsDivider {}
+                    SettingsDivider {
+                        visible: root.presentation.offersTaskBar
+                    }
 
                     SettingsToggleRow {
+                        visible: root.presentation.offersTaskBar
                         title: root.presentation.texts.dockTitle
                         symbolName: "dock.rectangle"
                         helpText: root.presentation.texts.dockHelp
@@ -79,7 +82,7 @@ HiddenScrollerScrollView {
                     SettingsToggleRow {
                         title: "System Notifications"
                         symbolName: "bell"
-                        helpText: root.presentation.texts.notificationsHelp
+                        explanation: root.presentation.texts.notificationsHelp
                         detail: root.presentation.notificationsDetail
                         detailColor: Theme.destructive
                         isOn: root.presentation.preferences.notificationsEnabled
@@ -131,7 +134,7 @@ HiddenScrollerScrollView {
                     SettingsToggleRow {
                         title: "Busiest Applications"
                         symbolName: "cpu"
-                        helpText: "Ranks the applications that use the processor."
+                        explanation: "Ranks the applications that use the processor."
                         detail: root.presentation.ranksApplicationsDetail
                         isOn: root.presentation.preferences.showProcessOffenders
                         onToggled: isOn => root.presentation.set("showProcessOffenders", isOn)
@@ -201,13 +204,9 @@ HiddenScrollerScrollView {
                     SettingsControlRow {
                         title: "Export Logs"
                         symbolName: "square.and.arrow.up"
-                        helpText: "Exports app/system context, non-sensitive settings, a random support ID and recent sanitized events."
-
-                        SettingsSuccessMark {
-                            anchors.verticalCenter: parent?.verticalCenter
-                            visible: root.presentation.exportSucceeded
-                            text: root.presentation.exportText
-                        }
+                        explanation: "Exports app/system context, non-sensitive settings, a random support ID and recent sanitized events."
+                        detail: root.presentation.exportSucceeded ? root.presentation.exportText : ""
+                        detailColor: Theme.levelText(0)
 
                         ActionButton {
                             name: "Export"
