@@ -51,7 +51,7 @@ protected:
         }
     }
 
-    ~WholeViewTest() override { QGuiApplication::setLayoutDirection(Qt::LeftToRight); }
+    void TearDown() override { QGuiApplication::setLayoutDirection(Qt::LeftToRight); }
 };
 
 TEST_P(WholeViewTest, NothingIsCutAtTheSides) {
