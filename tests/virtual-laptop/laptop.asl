@@ -10,14 +10,15 @@ DefinitionBlock ("laptop.aml", "SSDT", 2, "CINDER", "LAPTOP", 1)
 
     Scope (\_SB)
     {
-        OperationRegion (RDGS, SystemMemory, 0x30000000, 5)
+        OperationRegion (RDGS, SystemMemory, 0x30000000, 6)
         Field (RDGS, ByteAcc, NoLock, Preserve)
         {
             DEGC, 8,    // of the processor's zone, in degrees Celsius
             CHRG, 8,    // of the battery, in percent
             MAIN, 8,    // 1 while the adapter has power
             LIDO, 8,    // 1 while the lid is open
-            DEGB, 8     // of the board's zone, in degrees Celsius
+            DEGB, 8,    // of the board's zone, in degrees Celsius
+            RATE, 8     // at which the battery is charged or discharged, in tenths of an ampere
         }
 
         Device (ADP1)
@@ -43,7 +44,8 @@ DefinitionBlock ("laptop.aml", "SSDT", 2, "CINDER", "LAPTOP", 1)
             }
             Method (_BST)
             {
-                Local0 = Package () { 1, 700, 0, 11400 }
+                Local0 = Package () { 1, 0, 0, 11400 }
+                Local0 [1] = RATE * 100
                 Local0 [2] = CHRG * 40
                 If (MAIN)
                 {

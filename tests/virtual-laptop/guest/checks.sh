@@ -14,6 +14,7 @@ set_reading() {
     mains) offset=2 ;;
     lid) offset=3 ;;
     board) offset=4 ;;
+    rate) offset=5 ;;
     esac
     printf '%b' "\\0$(printf %o "$2")" | dd of=/dev/mem bs=1 count=1 seek=$((memory + offset)) conv=notrunc 2>/dev/null
 }
@@ -111,6 +112,16 @@ hot_seconds() {
 
 day_episodes() {
     $as_user 'cindertopctl history --json' | jq -c '.todaySummary | [.throttlingEpisodeCount, .criticalEpisodeCount]'
+}
+
+# set_clock ALLOWED: of 3400 MHz.
+set_clock() {
+    echo $(($1 * 1000)) >/sys/devices/system/cpu/cpufreq/policy0/scaling_max_freq
+}
+
+# says LINE: whether the status page has it.
+says() {
+    $as_user 'cindertopctl status' | grep -q "$1"
 }
 
 # throttle_to STATE: heats until the kernel's governor has gone there, then holds the zone at its passive trip.
