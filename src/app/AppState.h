@@ -14,8 +14,10 @@
 #include "persistence/DiagnosticLogService.h"
 #include "persistence/Preferences.h"
 #include "persistence/ThermalHistoryStore.h"
+#include "thermal/SensorCourses.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <filesystem>
@@ -72,6 +74,12 @@ public:
     /// Everything that the most recent tick found; likewise.
     std::optional<MachineSnapshot> machineSnapshot() const;
 
+    /// Every sensor that answered in the most recent tick, with what it has been since the start.
+    std::vector<TemperatureReading> temperatures() const;
+
+    /// Of the sensor at this place of `temperatures`.
+    SensorCourses::Steps temperatureSteps(std::size_t place) const;
+
     /// A client looks at the snapshot. What is read for that alone, such as the temperature of drives, is
     /// read from the next tick until some seconds after the last look.
     void noteLook();
@@ -89,6 +97,10 @@ public:
     ThermalAssistantPresentation currentPresentation() const;
     /// The published advice; on Linux without statements about heat where none was measured.
     CinderRecommendationSnapshot currentRecommendation() const;
+
+    /// In the unit that the user has chosen.
+    const TemperatureFormatter& temperatureFormatter() const { return temperatures_; }
+
     /// "36°C"; absent without a temperature.
     std::optional<std::string> temperatureText(std::optional<double> celsius) const;
 
@@ -249,6 +261,7 @@ private:
     std::optional<ThermalScore> latestThermalScore_;
     std::optional<SystemContextSnapshot> latestSystemContextSnapshot_;
     std::vector<TemperatureReading> latestTemperatures_;
+    SensorCourses sensorCourses_;
     std::optional<AwakeTime> lookedAt_;           ///< by a terminal or another program
     std::optional<double> latestCPUPercent_;      ///< asked while a history is kept
     std::vector<SourceStatus> latestSources_;     ///< as of the latest census

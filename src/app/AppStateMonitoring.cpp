@@ -170,6 +170,7 @@ AppState::Readings AppState::takeReadings(const Tick& tick) {
 void AppState::publishReadings(const TickPointer& tick) {
     latestThermalScore_ = tick->score();
     latestTemperatures_ = std::move(tick->readings->temperatures);
+    sensorCourses_.note(latestTemperatures_, tick->awake);
     latestSystemContextSnapshot_ = tick->context();
     published_.thermalSnapshot.set(ThermalSnapshot::of(tick->score(), temperatures_));
     if (!isCurrent(*tick)) { // an observer may have stopped the monitoring
@@ -243,9 +244,17 @@ std::optional<MachineSnapshot> AppState::machineSnapshot() const {
                            .context = *published_.systemContextSnapshot,
                            .offenders = *published_.processOffenderSnapshot,
                            .cpuPercent = latestCPUPercent_,
-                           .temperatures = latestTemperatures_,
+                           .temperatures = temperatures(),
                            .sources = currentSources(),
                            .measuredAt = published_.systemContextSnapshot->measuredAt};
+}
+
+std::vector<TemperatureReading> AppState::temperatures() const {
+    return sensorCourses_.withRanges(latestTemperatures_);
+}
+
+SensorCourses::Steps AppState::temperatureSteps(std::size_t place) const {
+    return sensorCourses_.steps(latestTemperatures_, place);
 }
 
 std::optional<std::string> AppState::temperatureText(std::optional<double> celsius) const {

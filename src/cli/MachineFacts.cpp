@@ -3,6 +3,7 @@
 #include "cli/MachineText.h"
 #include "context/HardwareText.h"
 #include "terminal/ValueText.h"
+#include "thermal/ScoreReason.h"
 
 #include <algorithm>
 #include <chrono>
@@ -51,11 +52,19 @@ std::string ageText(const TemperatureReading& reading) {
     return seconds > 0 ? ", " + std::to_string(seconds) + " s ago" : std::string();
 }
 
+/// "97°C", and where its lowest and highest are known "97°C (41°C to 99°C)".
+std::string sensorText(const TemperatureReading& reading, const TemperatureFormatter& temperatures) {
+    const auto text = temperatures.text(reading.celsius);
+    return reading.range ? text + " (" + temperatures.text(reading.range->lowest) + " to " +
+                               temperatures.text(reading.range->highest) + ")"
+                         : text;
+}
+
 std::vector<SensorCell> sensorCells(const MachineSnapshot& snapshot, const PageStyle& style) {
     const int room = style.format.columns - labelColumns;
     std::vector<SensorCell> cells;
     for (const auto& reading : representativeFirst(snapshot)) {
-        auto temperature = shown(style.temperatures.text(reading.celsius), style.format.charset);
+        auto temperature = shown(sensorText(reading, style.temperatures), style.format.charset);
         const int nameRoom = std::max(room - columnsOf(temperature) - 1, 1);
         cells.push_back({.name = fitted(shown(reading.label, style.format.charset) + ageText(reading),
                                         nameRoom, style.format.charset),
@@ -104,6 +113,16 @@ std::string missingTemperature(const MachineSnapshot& snapshot, Charset charset)
     return text + (isExplained ? shown(sensors->reason, charset) : "no sensor answers");
 }
 
+/// Of the sensor that counts, with its limits where they are known.
+std::string temperatureFact(const MachineSnapshot& snapshot, const std::string& temperature,
+                            const PageStyle& style) {
+    const auto* const hottest = hottestSensor(snapshot.score, snapshot.temperatures);
+    const std::string_view separator = style.format.charset == Charset::ascii ? ", " : " · ";
+    const auto text =
+        hottest == nullptr ? temperature : temperatureWithLimits(*hottest, style.temperatures, separator);
+    return shown(text, style.format.charset);
+}
+
 } // namespace
 
 std::vector<Line> fact(std::string_view label, std::string_view text, const PageStyle& style) {
@@ -117,10 +136,15 @@ std::vector<Line> fact(std::string_view label, std::string_view text, const Page
 
 std::vector<Line> thermalFacts(const MachineSnapshot& snapshot, const PageStyle& style) {
     const auto temperature = style.temperatures.text(snapshot.score.temperatureCelsius);
-    auto lines = fact("Thermal", thermalText(snapshot.score), style);
+    auto lines = fact("Why",
+                      scoreReason(snapshot.score, style.temperatures)
+                          .transform([&](const auto& why) { return shown(why, style.format.charset); })
+                          .value_or(""),
+                      style);
+    append(lines, fact("Thermal", thermalText(snapshot.score), style));
     append(lines, fact("Pressure", pressureText(snapshot.context.sustainedPressure), style));
     append(lines, fact("Temperature",
-                       temperature ? shown(*temperature, style.format.charset)
+                       temperature ? temperatureFact(snapshot, *temperature, style)
                                    : missingTemperature(snapshot, style.format.charset),
                        style));
     return lines;

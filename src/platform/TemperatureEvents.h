@@ -11,6 +11,14 @@
 
 namespace cindertop {
 
+/// What happens from which temperature on, in degrees Celsius, as the hardware or its firmware tells it.
+struct TemperatureLimits {
+    std::optional<double> slowsFrom{};     ///< the part that the sensor sits on is slowed down
+    std::optional<double> switchesOffAt{}; ///< the machine switches itself off
+
+    bool operator==(const TemperatureLimits&) const = default;
+};
+
 /// A value that a sensor has reported. It lives as long as its service.
 class TemperatureEvent {
 public:
@@ -19,6 +27,9 @@ public:
 
     /// How long ago the sensor reported it: above 0 for one that must not be asked too often.
     virtual std::chrono::nanoseconds age() const { return std::chrono::nanoseconds(0); }
+
+    /// Of the sensor; empty where nothing tells them.
+    virtual TemperatureLimits limits() const { return {}; }
 };
 
 /// One sensor.

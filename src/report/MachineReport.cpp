@@ -1,6 +1,7 @@
 #include "report/MachineReport.h"
 
 #include "report/JsonRecord.h"
+#include "thermal/ThermalScorer.h"
 
 #include <array>
 
@@ -141,12 +142,26 @@ inline constexpr auto jsonFields<ProcessOffenderSnapshot> = std::tuple{
 };
 
 template <>
+inline constexpr auto jsonFields<TemperatureLimits> = std::tuple{
+    JsonField{"slowsFromCelsius", &TemperatureLimits::slowsFrom},
+    JsonField{"switchesOffAtCelsius", &TemperatureLimits::switchesOffAt},
+};
+
+template <>
+inline constexpr auto jsonFields<TemperatureRange> = std::tuple{
+    JsonField{"lowestCelsius", &TemperatureRange::lowest},
+    JsonField{"highestCelsius", &TemperatureRange::highest},
+};
+
+template <>
 inline constexpr auto jsonFields<TemperatureReading> = std::tuple{
     JsonField{"id", &TemperatureReading::id},
     JsonField{"label", &TemperatureReading::label},
     JsonField{"celsius", &TemperatureReading::celsius},
     JsonField{"kind", &TemperatureReading::kind},
     UnusualJsonField{"age", &TemperatureReading::age, Seconds{0}},
+    OptionalJsonField{"limits", &TemperatureReading::limits},
+    OptionalJsonField{"range", &TemperatureReading::range},
 };
 
 template <>
@@ -180,6 +195,13 @@ inline constexpr auto jsonFields<ThermalAssistantPresentation> = std::tuple{
     JsonField{"actionMessage", &ThermalAssistantPresentation::actionMessage},
 };
 
+template <>
+inline constexpr auto jsonFields<ThermalScoreSteps> = std::tuple{
+    JsonField{"basis", &ThermalScoreSteps::basis},
+    JsonField{"points", &ThermalScoreSteps::points},
+    JsonField{"risingBonus", &ThermalScoreSteps::risingBonus},
+};
+
 template Json encodeJson(const ThermalScore& value, Instant start);
 template Json encodeJson(const SystemContextSnapshot& value, Instant start);
 template Json encodeJson(const ProcessOffenderSnapshot& value, Instant start);
@@ -203,6 +225,10 @@ Json snapshotJson(const MachineReport& report) {
     return encodeJson(report.snapshot.*Part);
 }
 
+Json scoreStepsJson(const MachineReport& report) {
+    return encodeJson(ThermalScorer::steps(report.snapshot.score, ThermalTemperatureThresholds::defaults()));
+}
+
 constexpr std::array machineMembers{
     MachineMember{"score", snapshotJson<&MachineSnapshot::score>},
     MachineMember{"context", snapshotJson<&MachineSnapshot::context>},
@@ -213,6 +239,7 @@ constexpr std::array machineMembers{
     MachineMember{"measuredAt", snapshotJson<&MachineSnapshot::measuredAt>},
     MachineMember{"cpuPercent", snapshotJson<&MachineSnapshot::cpuPercent>},
     MachineMember{"temperatures", snapshotJson<&MachineSnapshot::temperatures>},
+    MachineMember{"scoreSteps", scoreStepsJson},
 };
 
 template <typename Member>

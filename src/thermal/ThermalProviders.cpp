@@ -139,7 +139,8 @@ std::optional<TemperatureReading> readSensor(const TemperatureService& service) 
                                .label = *product,
                                .celsius = event->floatValue(temperatureEventField),
                                .kind = inferred(*product),
-                               .age = event->age()};
+                               .age = event->age(),
+                               .limits = event->limits()};
     return reading.isPlausible() ? std::optional(std::move(reading)) : std::nullopt;
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/TemperatureEvents.h"
 #include "support/Enumeration.h"
 #include "support/Instant.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,6 +33,21 @@ struct EnumerationTable<ThermalSensorKind> {
 /// `other`.
 ThermalSensorKind inferred(std::string_view name);
 
+/// Whether sensors of this kind tell how hot processor and graphics are: battery, storage and power parts
+/// warm up for reasons of their own.
+constexpr bool tellsProcessorHeat(ThermalSensorKind kind) {
+    return kind == ThermalSensorKind::cpu || kind == ThermalSensorKind::gpu ||
+           kind == ThermalSensorKind::other;
+}
+
+/// The lowest and the highest temperature of a time, in degrees Celsius.
+struct TemperatureRange {
+    double lowest = 0;
+    double highest = 0;
+
+    bool operator==(const TemperatureRange&) const = default;
+};
+
 /// One sensor temperature.
 struct TemperatureReading {
     std::string id;    ///< the sensor's name; two sensors may share one
@@ -38,6 +55,8 @@ struct TemperatureReading {
     double celsius;
     ThermalSensorKind kind;
     Seconds age{0}; ///< above 0 for a sensor that must not be read often
+    TemperatureLimits limits{};
+    std::optional<TemperatureRange> range{}; ///< since the start, where somebody has followed it
 
     /// From -40 to 130 degrees: what lies outside, or is no number, is a broken sensor.
     constexpr bool isPlausible() const { return celsius >= -40 && celsius <= 130; }

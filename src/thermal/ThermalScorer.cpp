@@ -38,7 +38,7 @@ const LevelBand& bandOf(int points) {
     return *std::ranges::find_if(levelBands, [points](const LevelBand& band) { return points < band.below; });
 }
 
-int pointsOf(SystemThermalState state) {
+std::optional<int> pointsOf(SystemThermalState state) {
     switch (state) {
     case SystemThermalState::nominal:
         return 8;
@@ -51,7 +51,7 @@ int pointsOf(SystemThermalState state) {
     case SystemThermalState::unavailable:
         break;
     }
-    return 0;
+    return std::nullopt;
 }
 
 std::optional<int> pointsOf(ThermalPressureLevel level) {
@@ -68,17 +68,6 @@ std::optional<int> pointsOf(ThermalPressureLevel level) {
         break;
     }
     return std::nullopt;
-}
-
-/// Pressure is the finer measure: where there is one it replaces the state, even when it says less.
-int officialPoints(const ThermalReading& reading) {
-    return pointsOf(reading.pressureLevel).value_or(pointsOf(reading.systemState));
-}
-
-/// Battery, storage and power parts warm up for reasons of their own.
-bool tellsProcessorHeat(const TemperatureReading& reading) {
-    return reading.kind == ThermalSensorKind::cpu || reading.kind == ThermalSensorKind::gpu ||
-           reading.kind == ThermalSensorKind::other;
 }
 
 bool areUsable(const ThermalTemperatureThresholds& thresholds) {
@@ -116,8 +105,8 @@ ThermalScore ThermalScorer::score(const ThermalReading& reading,
                                   const std::optional<ThermalScore>& previousScore,
                                   const ThermalEngineConfiguration& configuration) const {
     const auto temperature = representativeTemperature(reading.temperatures);
-    const int temperaturePoints = temperature ? temperatureScore(*temperature, configuration.thresholds) : 0;
-    const int rawPoints = std::max(officialPoints(reading), temperaturePoints);
+    const int rawPoints =
+        basis(reading.systemState, reading.pressureLevel, temperature, configuration.thresholds).points;
     const auto trend = trendOf(rawPoints, previousScore);
     const int points = withRisingBonus(rawPoints, trend);
     const auto& band = bandOf(points);
@@ -134,11 +123,38 @@ ThermalScore ThermalScorer::score(const ThermalReading& reading,
             reading.measuredAt};
 }
 
+/// Pressure is the finer measure: where there is one it replaces the state, even when it says less. A
+/// temperature decides where it says more.
+ThermalScoreSteps ThermalScorer::basis(SystemThermalState state, ThermalPressureLevel pressure,
+                                       std::optional<double> temperature,
+                                       const ThermalTemperatureThresholds& thresholds) {
+    ThermalScoreSteps steps;
+    if (const auto points = pointsOf(pressure)) {
+        steps = {.basis = ThermalScoreBasis::pressure, .points = *points};
+    } else if (const auto statePoints = pointsOf(state)) {
+        steps = {.basis = ThermalScoreBasis::state, .points = *statePoints};
+    }
+    if (temperature) {
+        const int points = temperatureScore(*temperature, thresholds);
+        if (points > steps.points || steps.basis == ThermalScoreBasis::nothing) {
+            steps = {.basis = ThermalScoreBasis::temperature, .points = points};
+        }
+    }
+    return steps;
+}
+
+ThermalScoreSteps ThermalScorer::steps(const ThermalScore& score,
+                                       const ThermalTemperatureThresholds& thresholds) {
+    auto steps = basis(score.systemState, score.pressureLevel, score.temperatureCelsius, thresholds);
+    steps.risingBonus = withRisingBonus(steps.points, score.trend) - steps.points;
+    return steps;
+}
+
 std::optional<double>
 ThermalScorer::representativeTemperature(std::span<const TemperatureReading> temperatures) {
     std::optional<double> hottest;
     for (const auto& reading : temperatures) {
-        if (reading.isPlausible() && tellsProcessorHeat(reading)) {
+        if (reading.isPlausible() && tellsProcessorHeat(reading.kind)) {
             hottest = std::max(hottest.value_or(reading.celsius), reading.celsius);
         }
     }

@@ -54,6 +54,7 @@ TEST(StatusPage, ShowsEveryFact) {
               R"(78 of 100  Serious, rising
 ██████████████████████████████████████████████▊░░░░░░░░░░░░░
 
+Why           Pressure heavy: 75. Rising: +3
 Thermal       state serious, pressure heavy
 Pressure      Serious or worse for 2 min 5 s
 Temperature   97°C
@@ -103,6 +104,20 @@ TEST(StatusPage, TellsWhenASensorWasReadThatIsReadSeldom) {
                 HasSubstr("              CPU Package 0                   97°C\n"
                           "              GPU                             61°C\n"
                           "              SSD Composite (nvme0), 12 s ago 39°C\n"));
+}
+
+TEST(StatusPage, TellsLimitsAndWhatASensorHasBeen) {
+    auto machine = hotLaptop();
+    machine.temperatures[1].limits = {.slowsFrom = 85, .switchesOffAt = 105};
+    machine.temperatures[1].range = TemperatureRange{.lowest = 41, .highest = 98.6};
+    const auto wide = style(80, Charset::unicode);
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide),
+                HasSubstr("Temperature   97°C · slows from 85°C · switches off at 105°C\n"
+                          "              CPU Package 0 97°C (41°C to 99°C)\n"
+                          "              GPU                          61°C\n"));
+    const auto plain = style(80, Charset::ascii);
+    EXPECT_THAT(text(statusPage({machine, {}}, plain), plain),
+                HasSubstr("Temperature   97C, slows from 85C, switches off at 105C\n"));
 }
 
 TEST(StatusPage, TellsWhyThereIsNoTemperature) {
@@ -179,7 +194,7 @@ TEST(WatchPage, FillsEveryHeightAndKeepsWhatMattersMost) {
         EXPECT_THAT(content, HasSubstr("Cindertop"));
         EXPECT_EQ(content.find("78 of 100") != std::string::npos, rows >= 2) << rows;
         EXPECT_EQ(content.find("Browser") != std::string::npos, rows >= 8) << rows;
-        EXPECT_EQ(content.find("Processor") != std::string::npos, rows >= 17) << rows;
+        EXPECT_EQ(content.find("Processor") != std::string::npos, rows >= 18) << rows;
     }
 }
 

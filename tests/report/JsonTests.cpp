@@ -64,7 +64,8 @@ TEST(MachineJson, WritesWhatIsMissingAsNull) {
               R"("activeDuration":0.0,"currentLevel":null,"thresholdLevel":"serious"}},)"
               R"("offenders":{"state":"unavailable","isIndexingOrSetupLikely":false,"measuredAt":null,)"
               R"("offenders":[]},"recommendation":null,"presentation":null,"sources":[],)"
-              R"("measuredAt":1800000000.0,"cpuPercent":null,"temperatures":[]})");
+              R"("measuredAt":1800000000.0,"cpuPercent":null,"temperatures":[],)"
+              R"("scoreSteps":{"basis":"nothing","points":0,"risingBonus":0}})");
 }
 
 TEST(MachineJson, WritesWhatALiveMachineHasBesides) {

@@ -1,6 +1,7 @@
 #include "platform/linux/HwmonSensors.h"
 
 #include "platform/linux/ReadingStamp.h"
+#include "platform/linux/SensorLimits.h"
 #include "platform/linux/SensorSearch.h"
 
 #include <algorithm>
@@ -84,6 +85,7 @@ struct HwmonSensors::Sensor {
     std::string zone;                     ///< read through the thermal zones; empty: read from the file
     AttributeFile file;
     double unitsADegree;
+    TemperatureLimits limits;
     std::optional<std::chrono::nanoseconds> readAt; ///< the end of the latest read
     std::optional<double> celsius;                  ///< what it answered
 };
@@ -126,12 +128,13 @@ std::optional<HwmonSensors::Temperature> HwmonSensors::temperature(Sensor& senso
     }
     if (isDue(sensor)) {
         read(sensor);
-        return sensor.celsius.transform(
-            [](double celsius) { return Temperature{.celsius = celsius, .age = {}}; });
+        return sensor.celsius.transform([&sensor](double celsius) {
+            return Temperature{.celsius = celsius, .age = {}, .limits = sensor.limits};
+        });
     }
     const auto age = clock_() - *sensor.readAt;
     return sensor.celsius && age < longestHold
-               ? std::optional(Temperature{.celsius = *sensor.celsius, .age = age})
+               ? std::optional(Temperature{.celsius = *sensor.celsius, .age = age, .limits = sensor.limits})
                : std::nullopt;
 }
 
@@ -183,11 +186,21 @@ void HwmonSensors::learn() {
                    .zone = sensor.zone,
                    .file = AttributeFile(sensor.file),
                    .unitsADegree = sensor.unitsADegree,
+                   .limits = limitsOf(sensor),
                    .readAt = {},
                    .celsius = {}}));
         keepFormerRead(*sensors.back());
     }
     sensors_ = std::move(sensors);
+}
+
+TemperatureLimits HwmonSensors::limitsOf(const FoundSensor& sensor) {
+    if (!sensor.zone.empty()) {
+        return zones_.limits(sensor.zone);
+    }
+    const auto known =
+        std::ranges::find_if(sensors_, [&](const auto& each) { return each->file.path() == sensor.file; });
+    return known == sensors_.end() ? chipLimits(sensor.source.chip, sensor.file) : (*known)->limits;
 }
 
 bool HwmonSensors::canBeAsked(const Sensor& sensor) const {

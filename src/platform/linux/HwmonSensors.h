@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/SourceStatus.h"
+#include "platform/TemperatureEvents.h"
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
 #include "platform/linux/FileReading.h"
@@ -18,6 +19,8 @@
 #include <vector>
 
 namespace cindertop::linux_platform {
+
+struct FoundSensor;
 
 /// The hardware of a chip, shared by the sensors on it. A read wakes a device that sleeps, and one that the
 /// kernel sends to sleep after a time without use restarts that time with each read. Not thread-safe.
@@ -79,6 +82,7 @@ public:
     struct Temperature {
         double celsius;
         std::chrono::nanoseconds age; ///< 0 for one that was just read
+        TemperatureLimits limits{};
     };
 
     /// Storage is listed only while the list is being shown: each read sends the drive a command.
@@ -102,6 +106,8 @@ public:
 private:
     void learnIfOutdated();
     void learn();
+    /// Those of a chip stay as they were first read.
+    TemperatureLimits limitsOf(const FoundSensor& sensor);
     bool canBeAsked(const Sensor& sensor) const;
     bool isDue(const Sensor& sensor) const;
     void read(Sensor& sensor) const;

@@ -24,6 +24,8 @@ public:
 
     std::chrono::nanoseconds age() const override { return temperature_.age; }
 
+    TemperatureLimits limits() const override { return temperature_.limits; }
+
 private:
     HwmonSensors::Temperature temperature_;
 };

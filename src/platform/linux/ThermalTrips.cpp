@@ -106,6 +106,10 @@ void add(HeatThresholds& thresholds, const Trip& trip, bool acts) {
     }
 }
 
+constexpr double inDegrees(MilliCelsius temperature) {
+    return static_cast<double>(temperature) / 1000;
+}
+
 /// A zone that a program looks after gives "fair" at most.
 HeatThresholds advisory(const HeatThresholds& thresholds) {
     HeatThresholds fairOnly{.fair = thresholds.fair, .serious = {}, .critical = {}, .limit = {}};
@@ -130,6 +134,28 @@ std::optional<TripKind> parseTripKind(std::string_view text) {
         return TripKind::hot;
     }
     return word == "critical" ? std::optional(TripKind::critical) : std::nullopt;
+}
+
+TemperatureLimits limitsOf(const ZoneTrips& zone) {
+    std::vector<Trip> trips;
+    std::ranges::copy_if(zone.trips, std::back_inserter(trips), isUsable);
+    const auto act =
+        zone.policy == "user_space" ? std::vector<bool>(trips.size(), false) : whichAct(zone, trips);
+    auto slowsFrom = zone.firmwareLimit;
+    std::optional<MilliCelsius> switchesOffAt;
+    for (std::size_t index = 0; index < trips.size(); ++index) {
+        if (trips[index].kind == TripKind::critical) {
+            lower(switchesOffAt, trips[index].temperature);
+        } else if (trips[index].kind == TripKind::passive && act[index]) {
+            lower(slowsFrom, trips[index].temperature);
+        }
+    }
+    return {.slowsFrom = slowsFrom.transform(inDegrees), .switchesOffAt = switchesOffAt.transform(inDegrees)};
+}
+
+std::optional<double> usableLimit(MilliCelsius limit) {
+    return limit >= lowestHotOrCritical && limit < placeholderFrom ? std::optional(inDegrees(limit))
+                                                                   : std::nullopt;
 }
 
 HeatThresholds HeatThresholds::of(const ZoneTrips& zone) {

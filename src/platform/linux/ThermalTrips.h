@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/TemperatureEvents.h"
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -55,6 +57,12 @@ struct HeatThresholds {
 
     bool operator==(const HeatThresholds&) const = default;
 };
+
+/// Where the kernel slows processors down for a zone, and where it switches the machine off.
+TemperatureLimits limitsOf(const ZoneTrips& zone);
+
+/// In degrees; none for what is no limit of a machine: 0, or something beyond any silicon.
+std::optional<double> usableLimit(MilliCelsius limit);
 
 /// 0 nominal, 1 fair, 2 serious, 3 critical.
 int thermalStateOf(const HeatThresholds& thresholds, MilliCelsius temperature);

@@ -111,6 +111,14 @@ std::optional<MilliCelsius> ThermalZones::temperature(std::string_view zoneName)
     return zone != zones_.end() ? temperatureOf(*zone) : std::nullopt;
 }
 
+TemperatureLimits ThermalZones::limits(std::string_view zoneName) {
+    const std::scoped_lock lock(mutex_);
+    learnIfOutdated();
+    const auto zone =
+        std::ranges::find_if(zones_, [zoneName](const Zone& each) { return each.identity.name == zoneName; });
+    return zone == zones_.end() ? TemperatureLimits{} : zone->limits;
+}
+
 SourceStatus ThermalZones::status() const {
     const std::scoped_lock lock(mutex_);
     const auto status = [](bool isAvailable, std::string reason) {
@@ -152,27 +160,33 @@ std::optional<ThermalZones::Zone> ThermalZones::learn(const std::string& name) c
     if (!type) {
         return std::nullopt;
     }
-    return Zone{.identity = {.name = name, .type = *type},
-                .thresholds = learnThresholds(folder, *type),
-                .mode = AttributeFile(folder / "mode"),
-                .file = AttributeFile(folder / "temp"),
-                .readAt = {},
-                .temperature = std::nullopt};
+    Zone zone{.identity = {.name = name, .type = *type},
+              .thresholds = {},
+              .limits = {},
+              .mode = AttributeFile(folder / "mode"),
+              .file = AttributeFile(folder / "temp"),
+              .readAt = {},
+              .temperature = std::nullopt};
+    learnTrips(zone);
+    return zone;
 }
 
-HeatThresholds ThermalZones::learnThresholds(const std::filesystem::path& zone,
-                                             const std::string& type) const {
+void ThermalZones::learnTrips(Zone& zone) const {
     // A power supply with a temperature makes a zone of its own name.
+    const auto& type = zone.identity.type;
     std::error_code ignored;
     if (!hasMachineTrips(type) || std::filesystem::exists(supplies_ / type, ignored)) {
-        return {};
+        return;
     }
-    const auto policy = readAttribute(zone / "policy").value_or("");
-    const auto trips = readTrips(zone);
-    return HeatThresholds::of({.type = type,
-                               .policy = policy,
-                               .trips = trips,
-                               .firmwareLimit = type.starts_with("cpu") ? firmwareLimit_ : std::nullopt});
+    const auto folder = folder_.path() / zone.identity.name;
+    const auto policy = readAttribute(folder / "policy").value_or("");
+    const auto trips = readTrips(folder);
+    const ZoneTrips known{.type = type,
+                          .policy = policy,
+                          .trips = trips,
+                          .firmwareLimit = type.starts_with("cpu") ? firmwareLimit_ : std::nullopt};
+    zone.thresholds = HeatThresholds::of(known);
+    zone.limits = limitsOf(known);
 }
 
 std::optional<MilliCelsius> ThermalZones::temperatureOf(Zone& zone) const {

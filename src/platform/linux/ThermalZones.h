@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/SourceStatus.h"
+#include "platform/TemperatureEvents.h"
 #include "platform/linux/AttributeFile.h"
 #include "platform/linux/DeviceFolder.h"
 #include "platform/linux/FileReading.h"
@@ -50,12 +51,16 @@ public:
     /// The temperature of one zone; none when there is no such zone or it has no answer now.
     std::optional<MilliCelsius> temperature(std::string_view zoneName);
 
+    /// What the zone's trips do; empty for a zone that says nothing about the machine.
+    TemperatureLimits limits(std::string_view zoneName);
+
     SourceStatus status() const;
 
 private:
     struct Zone {
         ThermalZoneIdentity identity;
         HeatThresholds thresholds; ///< empty: the zone says nothing about the machine
+        TemperatureLimits limits;
         AttributeFile mode;
         AttributeFile file;
         ReadingStamp readAt;
@@ -64,7 +69,7 @@ private:
 
     void learnIfOutdated();
     std::optional<Zone> learn(const std::string& name) const;
-    HeatThresholds learnThresholds(const std::filesystem::path& zone, const std::string& type) const;
+    void learnTrips(Zone& zone) const;
     std::optional<MilliCelsius> temperatureOf(Zone& zone) const;
     void readTemperature(Zone& zone) const;
     ThermalZoneReading readAll();
