@@ -37,6 +37,7 @@ InfoPresentation::Contents InfoPresentation::Contents::of(const AppState& state)
 InfoPresentation::InfoPresentation(AppState& state)
     : state_(state),
       contents_(Contents::of(state)),
+      heat_(state),
       observations_{
           state.published().systemContextSnapshot.bindable().addNotifier([this] { update(); }),
           state.published().hardwareProfile.bindable().addNotifier([this] { update(); }),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "ui/presentation/HeatPresentation.h"
 
 #include <QObject>
 #include <QPropertyNotifier>
@@ -13,6 +14,7 @@ namespace cindertop::ui {
 /// What the settings window's Info tab shows. Main thread.
 class InfoPresentation : public QObject {
     Q_OBJECT
+    Q_PROPERTY(cindertop::ui::HeatPresentation* heat READ heat CONSTANT)
     Q_PROPERTY(QString batteryHelp READ batteryHelp CONSTANT)
     Q_PROPERTY(QString powerText READ powerText NOTIFY changed)
     Q_PROPERTY(QStringList batterySegments READ batterySegments NOTIFY changed)
@@ -24,6 +26,8 @@ class InfoPresentation : public QObject {
 public:
     /// `state` must outlive this.
     explicit InfoPresentation(AppState& state);
+
+    HeatPresentation* heat() { return &heat_; }
 
     QString batteryHelp() const;
 
@@ -60,6 +64,7 @@ private:
 
     AppState& state_;
     Contents contents_;
+    HeatPresentation heat_;
     std::array<QPropertyNotifier, 2> observations_;
 };
 

@@ -21,6 +21,13 @@ struct InfoPresentationForeign {
     QML_UNCREATABLE("the program makes it")
 };
 
+struct HeatPresentationForeign {
+    Q_GADGET
+    QML_FOREIGN(cindertop::ui::HeatPresentation)
+    QML_NAMED_ELEMENT(HeatPresentation)
+    QML_UNCREATABLE("the program makes it")
+};
+
 struct MonitoringPresentationForeign {
     Q_GADGET
     QML_FOREIGN(cindertop::ui::MonitoringPresentation)
