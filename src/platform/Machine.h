@@ -3,6 +3,7 @@
 #include "platform/ApplicationCatalog.h"
 #include "platform/Clock.h"
 #include "platform/DisplayList.h"
+#include "platform/GraphicsUsage.h"
 #include "platform/HardwareMeters.h"
 #include "platform/HeatSourceSurvey.h"
 #include "platform/HostStatistics.h"
@@ -41,6 +42,7 @@ struct Machine {
     HeatSourceSurvey* heatSourceSurvey = nullptr; ///< none where a table of machines alone decides the check
     HardwareMeters* meters = nullptr;             ///< none where the system has no such readings
     ProcessorClocks* clocks = nullptr;            ///< likewise
+    GraphicsUsage* graphics = nullptr;            ///< none where nothing tells it
 };
 
 } // namespace cindertop

@@ -27,6 +27,7 @@ LinuxMachine::LinuxMachine(const Roots& roots, std::optional<std::string> bundle
       hostStatistics_(roots),
       processes_(roots),
       applications_(roots, processes_),
+      graphics_(roots, processes_, monotonicClock),
       systemValues_(roots) {}
 
 Machine LinuxMachine::services() {
@@ -44,14 +45,16 @@ Machine LinuxMachine::services() {
             .comparison = LocalizedComparison::ofUser(),
             .sources =
                 [this] {
-                    return std::vector{heat_.status(),         throttling_->status(),    sensors_.status(),
-                                       powerSources_.status(), powerProfile_.status(),   displays_.status(),
-                                       lid_.status(),          hostStatistics_.status(), processes_.status(),
-                                       applications_.status(), systemValues_.status()};
+                    return std::vector{
+                        heat_.status(),         throttling_->status(),    sensors_.status(),
+                        powerSources_.status(), powerProfile_.status(),   displays_.status(),
+                        lid_.status(),          hostStatistics_.status(), processes_.status(),
+                        applications_.status(), graphics_.status(),       systemValues_.status()};
                 },
             .heatSourceSurvey = &heatSourceSurvey_,
             .meters = &meters_,
-            .clocks = &clocks_};
+            .clocks = &clocks_,
+            .graphics = &graphics_};
 }
 
 } // namespace cindertop::linux_platform

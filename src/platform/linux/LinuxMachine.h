@@ -6,6 +6,7 @@
 #include "platform/linux/LidSwitch.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 #include "platform/linux/LinuxDisplayList.h"
+#include "platform/linux/LinuxGraphicsUsage.h"
 #include "platform/linux/LinuxHardwareMeters.h"
 #include "platform/linux/LinuxHeatSourceSurvey.h"
 #include "platform/linux/LinuxHostStatistics.h"
@@ -61,6 +62,7 @@ private:
     LinuxHostStatistics hostStatistics_;
     LinuxProcessTable processes_;
     LinuxApplicationCatalog applications_;
+    LinuxGraphicsUsage graphics_;
     LinuxSystemValues systemValues_;
 };
 

@@ -38,8 +38,11 @@ private:
     std::array<char, 32> bytes_{};
 };
 
-/// The identifier that a folder's name is; none for "self", "007" and all else.
-std::optional<std::int32_t> identifierOf(const char* name) {
+/// The number that a name is; none for "self", "007" and all else.
+std::optional<std::int32_t> numberOfName(const char* name, bool hasZero) {
+    if (hasZero && std::string_view(name) == "0") {
+        return 0;
+    }
     if (*name < '1' || *name > '9') {
         return std::nullopt;
     }
@@ -63,7 +66,8 @@ ProcessFolders::ProcessFolders(std::filesystem::path proc) : proc_(std::move(pro
 
 std::expected<std::span<const std::int32_t>, FileError> ProcessFolders::list() {
     identifiers_.clear();
-    if (!open() || ::lseek(folder_.number(), 0, SEEK_SET) != 0 || !readListing()) {
+    if (!open() || ::lseek(folder_.number(), 0, SEEK_SET) != 0 ||
+        !readNumbers(folder_, identifiers_, false)) {
         return std::unexpected(fileErrorOf(errno));
     }
     // /proc ascends by itself.
@@ -80,17 +84,18 @@ bool ProcessFolders::open() {
     return folder_.isOpen();
 }
 
-bool ProcessFolders::readListing() {
+bool ProcessFolders::readNumbers(const FileDescriptor& folder, std::vector<std::int32_t>& numbers,
+                                 bool hasZero) {
     listing_.resize(listingSize);
     for (;;) {
-        const auto count = ::getdents64(folder_.number(), listing_.data(), listing_.size());
+        const auto count = ::getdents64(folder.number(), listing_.data(), listing_.size());
         if (count <= 0) {
             return count == 0;
         }
         for (std::size_t offset = 0; offset < static_cast<std::size_t>(count);) {
             const auto* const entry = reinterpret_cast<const dirent64*>(listing_.data() + offset);
-            if (const auto identifier = identifierOf(entry->d_name)) {
-                identifiers_.push_back(*identifier);
+            if (const auto number = numberOfName(entry->d_name, hasZero)) {
+                numbers.push_back(*number);
             }
             offset += entry->d_reclen;
         }
@@ -136,6 +141,28 @@ std::optional<std::string> ProcessFolders::executable(std::int32_t processIdenti
         return std::nullopt;
     }
     return withoutDeletedMark({target.data(), static_cast<std::size_t>(count)});
+}
+
+std::span<const std::int32_t> ProcessFolders::descriptors(std::int32_t processIdentifier,
+                                                          std::string_view pathPrefix) {
+    descriptors_.clear();
+    if (!open()) {
+        return descriptors_;
+    }
+    const FileDescriptor folder(::openat(folder_.number(), RelativePath(processIdentifier, "fd").text(),
+                                         O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen() || !readNumbers(folder, descriptors_, true)) {
+        return descriptors_;
+    }
+    std::erase_if(descriptors_, [&](std::int32_t number) {
+        std::array<char, 256> target; // NOLINT(cppcoreguidelines-pro-type-member-init): readlinkat fills it
+        const auto count =
+            ::readlinkat(folder.number(), std::to_string(number).c_str(), target.data(), target.size());
+        return count < 1 ||
+               !std::string_view(target.data(), static_cast<std::size_t>(count)).starts_with(pathPrefix);
+    });
+    std::ranges::sort(descriptors_);
+    return descriptors_;
 }
 
 } // namespace cindertop::linux_platform

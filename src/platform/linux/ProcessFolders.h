@@ -36,15 +36,22 @@ public:
     /// Where exe points to, without the kernel's mark for a file that was deleted or replaced since.
     std::optional<std::string> executable(std::int32_t processIdentifier);
 
+    /// The numbers of the open files of a process whose paths begin so, ascending; none when the process is
+    /// gone or may not be looked at. Valid until the next call.
+    std::span<const std::int32_t> descriptors(std::int32_t processIdentifier, std::string_view pathPrefix);
+
     const std::filesystem::path& path() const { return proc_; }
 
 private:
     bool open();
-    bool readListing(); ///< false: `errno` says why
+    /// Puts the names that are numbers above 0, or 0 itself where `hasZero`, into `numbers`. False: `errno`
+    /// says why.
+    bool readNumbers(const FileDescriptor& folder, std::vector<std::int32_t>& numbers, bool hasZero);
 
     std::filesystem::path proc_;
     FileDescriptor folder_;
     std::vector<std::int32_t> identifiers_;
+    std::vector<std::int32_t> descriptors_;
     std::array<char, 4096> text_{};
     std::vector<std::byte> listing_;
 };
