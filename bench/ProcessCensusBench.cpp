@@ -2,6 +2,8 @@
 // be done: the listing of /proc and one file, or one CPU clock, of each process. Sizes are additional idle
 // processes.
 
+#include "MedianReporter.h"
+#include "SleepingProcesses.h"
 #include "cpu/SystemProcessCPUProvider.h"
 #include "platform/linux/LinuxApplicationCatalog.h"
 #include "platform/linux/LinuxProcessTable.h"
@@ -9,24 +11,17 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <signal.h> // NOLINT(modernize-deprecated-headers): kill is POSIX
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <time.h> // NOLINT(modernize-deprecated-headers): clock_gettime is POSIX
 #include <unistd.h>
 
@@ -36,50 +31,6 @@ using namespace cindertop;
 
 constexpr double mostOfStatFiles = 0.25;
 constexpr double mostOfCpuClocks = 2;
-
-/// Child processes that sleep. They end with this object, and at the latest with this program.
-class SleepingProcesses {
-public:
-    explicit SleepingProcesses(int count) {
-        children_.reserve(static_cast<std::size_t>(count));
-        while (static_cast<int>(children_.size()) < count) {
-            const pid_t child = ::fork();
-            if (child == 0) {
-                sleepForever();
-            }
-            if (child < 0) {
-                const int error = errno;
-                end(); // the destructor does not run
-                throw std::system_error(error, std::generic_category(), "fork");
-            }
-            children_.push_back(child);
-        }
-    }
-
-    ~SleepingProcesses() { end(); }
-
-    SleepingProcesses(const SleepingProcesses&) = delete;
-    SleepingProcesses& operator=(const SleepingProcesses&) = delete;
-
-private:
-    [[noreturn]] static void sleepForever() {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        for (;;) {
-            ::pause();
-        }
-    }
-
-    void end() const {
-        for (const auto child : children_) {
-            ::kill(child, SIGKILL);
-        }
-        for (const auto child : children_) {
-            ::waitpid(child, nullptr, 0);
-        }
-    }
-
-    std::vector<pid_t> children_;
-};
 
 struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
@@ -144,28 +95,6 @@ void BM_census(benchmark::State& state) {
 BENCHMARK(BM_listingAndStatFiles);
 BENCHMARK(BM_listingAndCpuClocks);
 BENCHMARK(BM_census);
-
-/// Shows the results and keeps the medians of the CPU time under the names of the benchmarks.
-class MedianReporter final : public benchmark::ConsoleReporter {
-public:
-    MedianReporter() : ConsoleReporter(OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override { // NOLINT(readability-identifier-naming)
-        ConsoleReporter::ReportRuns(runs);
-        for (const auto& run : runs) {
-            if (run.aggregate_name == "median") {
-                medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            }
-        }
-    }
-
-    double ratio(const std::string& one, const std::string& other) const {
-        return medians_.at(one) / medians_.at(other);
-    }
-
-private:
-    std::map<std::string, double> medians_;
-};
 
 bool isWithin(std::string_view what, int size, double ratio, double limit) {
     const bool holds = ratio <= limit;

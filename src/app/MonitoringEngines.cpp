@@ -39,7 +39,7 @@ MonitoringEngines::MonitoringEngines(const Machine& machine,
               SustainedThermalPressureConfiguration::defaults(),
               HardwareContextProvider(machine.meters, machine.clocks, machine.process)),
       offenders(std::make_unique<SystemProcessCPUProvider>(machine.processes, machine.applications),
-                machine.comparison, machine.operatingSystem),
+                machine.comparison, machine.operatingSystem, machine.graphics),
       cpuUsage(std::make_unique<DarwinSystemCPUTimeProvider>(machine.hostStatistics)) {}
 
 void MonitoringEngines::setHardwareObserved(bool isObserved) {

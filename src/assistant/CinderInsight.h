@@ -24,6 +24,7 @@ enum class CinderInsightKind {
     backgroundIndexingLikely,
     sustainedSeriousPressure,
     coolingRecovery,
+    graphicsWorkload,
 };
 
 template <>
@@ -42,6 +43,7 @@ struct EnumerationTable<CinderInsightKind> {
         EnumerationCase{backgroundIndexingLikely, "backgroundIndexingLikely"},
         EnumerationCase{sustainedSeriousPressure, "sustainedSeriousPressure"},
         EnumerationCase{coolingRecovery, "coolingRecovery"},
+        EnumerationCase{graphicsWorkload, "graphicsWorkload"},
     };
 };
 

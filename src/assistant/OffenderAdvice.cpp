@@ -149,6 +149,19 @@ std::string offenderLabel(const ProcessOffender& offender) {
     return offender.displayName + " (" + wholeNumber(offender.cpuPercent) + "% CPU)";
 }
 
+/// Before the advice about the busiest offender, and behind it.
+constexpr int graphicsPriority = 29;
+constexpr int graphicsPriorityAtLowLevel = 39;
+constexpr int graphicsPriorityBehind = 36;
+constexpr int graphicsPriorityBehindAtLowLevel = 43;
+
+int priorityOfGraphics(bool isMainLoad, bool isLowLevel) {
+    if (isMainLoad) {
+        return isLowLevel ? graphicsPriorityAtLowLevel : graphicsPriority;
+    }
+    return isLowLevel ? graphicsPriorityBehindAtLowLevel : graphicsPriorityBehind;
+}
+
 } // namespace
 
 RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level,
@@ -162,6 +175,20 @@ RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalL
                         .message = withName(row.message.in(system), offenderLabel(offender)),
                         .relatedOffenderID = offender.id},
             .priority = level < ThermalLevel::serious ? row.priorityAtLowLevel : row.priority};
+}
+
+RecommendationCandidate graphicsAdvice(const ProcessOffender& offender, double highestCPUPercent,
+                                       ThermalLevel level) {
+    const double share = offender.graphicsPercent.value_or(0);
+    const auto name = offender.displayName + " (" + wholeNumber(share) + "% GPU)";
+    return {.insight = {.kind = graphicsWorkload,
+                        .confidence = medium,
+                        .title = "Graphics workload",
+                        .message = withName("{name} keeps the graphics busy. Pause video or animations, or "
+                                            "lower the frame rate, for steadier thermals.",
+                                            name),
+                        .relatedOffenderID = offender.id},
+            .priority = priorityOfGraphics(share > highestCPUPercent, level < ThermalLevel::serious)};
 }
 
 } // namespace cindertop

@@ -17,4 +17,9 @@ inline constexpr Wording backgroundIndexingMessage{
 RecommendationCandidate offenderAdvice(const ProcessOffender& offender, ThermalLevel level,
                                        OperatingSystem system);
 
+/// What to do about the application that draws most. It goes before the advice about the busiest one when its
+/// graphics share is higher than that one's share of the processor.
+RecommendationCandidate graphicsAdvice(const ProcessOffender& offender, double highestCPUPercent,
+                                       ThermalLevel level);
+
 } // namespace cindertop

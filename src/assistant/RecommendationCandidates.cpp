@@ -21,6 +21,9 @@ using enum CinderInsightConfidence;
 /// Below this share, in percent of the whole machine, not even the busiest offender is worth advice.
 constexpr double minimumOffenderShare = 5.0;
 
+/// Up to this share of a graphics engine drawing is not worth advice.
+constexpr double mostUnremarkableGraphics = 25.0;
+
 struct Circumstances {
     const ThermalScore& score;
     const SystemContextSnapshot& context;
@@ -207,6 +210,16 @@ const ProcessOffender* busiestOffender(const Circumstances& now) {
     return offenders.front().cpuPercent >= minimumOffenderShare ? &offenders.front() : nullptr;
 }
 
+/// The one that keeps the graphics busiest, if that is worth advice, or null.
+const ProcessOffender* busiestDrawer(const Circumstances& now) {
+    const auto& offenders = now.offenders.offenders;
+    if (!areProcessesKnown(now) || !isAboveNormal(now) || offenders.empty()) {
+        return nullptr;
+    }
+    const auto drawer = std::ranges::max_element(offenders, {}, &ProcessOffender::graphicsPercent);
+    return drawer->graphicsPercent > mostUnremarkableGraphics ? &*drawer : nullptr;
+}
+
 } // namespace
 
 std::vector<RecommendationCandidate>
@@ -218,6 +231,9 @@ recommendationCandidates(const ThermalScore& score, const SystemContextSnapshot&
     auto candidates = applyingAdvice(rowsBeforeOffender, now, system);
     if (const auto* const offender = busiestOffender(now)) {
         candidates.push_back(offenderAdvice(*offender, score.level, system));
+    }
+    if (const auto* const drawer = busiestDrawer(now)) {
+        candidates.push_back(graphicsAdvice(*drawer, offenders.offenders.front().cpuPercent, score.level));
     }
     std::ranges::move(applyingAdvice(rowsBehindOffender, now, system), std::back_inserter(candidates));
 

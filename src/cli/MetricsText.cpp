@@ -222,6 +222,24 @@ void addApplications(MetricsPage& page, const std::vector<ProcessOffender>& offe
     }
 }
 
+void addGraphics(MetricsPage& page, const std::vector<ProcessOffender>& offenders) {
+    std::map<std::string, double> shares;
+    for (const auto& offender : offenders) {
+        if (offender.graphicsPercent) {
+            auto& share = shares[offender.displayName];
+            share = std::max(share, *offender.graphicsPercent);
+        }
+    }
+    if (shares.empty()) {
+        return;
+    }
+    page.begin("application_gpu_ratio", "gauge",
+               "Share of the graphics engine that an application keeps busiest.");
+    for (const auto& [name, share] : shares) {
+        page.sample(share / percent, {{"application", name}});
+    }
+}
+
 void addProcessor(MetricsPage& page, const MachineSnapshot& snapshot, MetricsDetail detail) {
     page.gauge("cpu_ratio", ratioOf(snapshot.cpuPercent), "Share of the whole processor that is busy.");
     if (snapshot.offenders.state != ProcessOffenderSnapshotState::ready) {
@@ -230,6 +248,7 @@ void addProcessor(MetricsPage& page, const MachineSnapshot& snapshot, MetricsDet
     addCategories(page, snapshot.offenders.offenders);
     if (detail == MetricsDetail::applications) {
         addApplications(page, snapshot.offenders.offenders);
+        addGraphics(page, snapshot.offenders.offenders);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <ranges>
 #include <span>
 #include <string>
@@ -18,6 +19,7 @@ namespace cindertop::cli {
 namespace {
 
 constexpr int shareColumns = 8;
+constexpr int graphicsColumns = 8;
 constexpr int detailColumns = 15; ///< "999 processes", "pid 4194304"
 constexpr int gap = 2;
 constexpr int trendColumns = 16;
@@ -26,12 +28,15 @@ constexpr int narrowestName = 8;
 
 struct TableShape {
     int name;
-    int trend; ///< 0: none
+    int trend;    ///< 0: none
+    int graphics; ///< 0: nobody tells what they draw
 
-    explicit TableShape(const PageFormat& format)
-        : trend(format.charset == Charset::unicode && format.columns >= columnsWithTrend ? trendColumns : 0) {
+    TableShape(const PageFormat& format, bool showsGraphics)
+        : trend(format.charset == Charset::unicode && format.columns >= columnsWithTrend ? trendColumns : 0),
+          graphics(showsGraphics ? graphicsColumns : 0) {
         const int trendAndGap = trend == 0 ? 0 : trend + gap;
-        name = std::max(format.columns - shareColumns - detailColumns - gap - trendAndGap, narrowestName);
+        name = std::max(format.columns - shareColumns - graphics - detailColumns - gap - trendAndGap,
+                        narrowestName);
     }
 };
 
@@ -40,6 +45,7 @@ struct Row {
     std::string name;
     std::string detail;
     std::string trend{};
+    std::string graphics{};
     std::string share{};
     Tone nameTone = Tone::plain;
     Tone shareTone = Tone::plain;
@@ -47,7 +53,7 @@ struct Row {
 
 class Table {
 public:
-    explicit Table(const PageFormat& format) : format_(format), shape_(format) {}
+    Table(const PageFormat& format, bool showsGraphics) : format_(format), shape_(format, showsGraphics) {}
 
     Line line(const Row& row) const {
         Line line{{paddedRight(fitted(row.name, shape_.name, format_.charset), shape_.name), row.nameTone},
@@ -56,6 +62,9 @@ public:
             line.emplace_back(paddedLeft(row.trend, shape_.trend) + std::string(gap, ' '), Tone::faint);
         }
         line.emplace_back(paddedLeft(row.share, shareColumns), row.shareTone);
+        if (shape_.graphics > 0) {
+            line.emplace_back(paddedLeft(row.graphics, shape_.graphics), row.shareTone);
+        }
         return line;
     }
 
@@ -85,6 +94,10 @@ std::string trendText(const std::vector<ProcessOffenderHistoryPoint>& history, i
     return text;
 }
 
+std::string graphicsText(const std::optional<double>& graphicsPercent) {
+    return graphicsPercent ? percentText(*graphicsPercent) : std::string();
+}
+
 std::string pidText(std::int32_t processIdentifier) {
     return "pid " + std::to_string(processIdentifier);
 }
@@ -100,6 +113,7 @@ Row offenderRow(const ProcessOffender& offender, const Table& table) {
     return {.name = table.shownName(offender.displayName),
             .detail = detailText(offender),
             .trend = trendText(offender.history, table.trendLength()),
+            .graphics = graphicsText(offender.graphicsPercent),
             .share = percentText(offender.cpuPercent),
             .nameTone = Tone::strong,
             .shareTone = Tone::strong};
@@ -108,6 +122,7 @@ Row offenderRow(const ProcessOffender& offender, const Table& table) {
 Row childRow(const ProcessOffenderChild& child, const Table& table) {
     return {.name = "  " + table.shownName(child.name),
             .detail = pidText(child.processIdentifier),
+            .graphics = graphicsText(child.graphicsPercent),
             .share = percentText(child.cpuPercent),
             .shareTone = Tone::faint};
 }
@@ -185,13 +200,16 @@ std::string_view emptyText(ProcessOffenderSnapshotState state) {
 
 std::vector<Line> offenderTable(const ProcessOffenderSnapshot& snapshot, const PageFormat& format,
                                 const OffenderTableRoom& room) {
-    const Table table(format);
+    const bool showsGraphics = std::ranges::any_of(
+        snapshot.offenders, [](const auto& offender) { return offender.graphicsPercent.has_value(); });
+    const Table table(format, showsGraphics);
     std::vector<Line> lines;
     if (room.rows < 1) {
         return lines;
     }
     lines.push_back(table.line({.name = "Applications",
                                 .detail = {},
+                                .graphics = "GPU",
                                 .share = "CPU",
                                 .nameTone = Tone::faint,
                                 .shareTone = Tone::faint}));

@@ -19,9 +19,9 @@ struct OffenderTableRoom {
 };
 
 /// Applications and groups, the busiest first, their processes indented below them: name, identifier or count
-/// of processes, share of the whole machine. An offender with one process is one row. When room is short, the
-/// busiest get a row each, and what is left goes to their processes, shared out evenly. A list that is not
-/// ready is one row that says so.
+/// of processes, share of the whole machine and, where one is known, of the graphics. An offender with one
+/// process is one row. When room is short, the busiest get a row each, and what is left goes to their
+/// processes, shared out evenly. A list that is not ready is one row that says so.
 std::vector<Line> offenderTable(const ProcessOffenderSnapshot& snapshot, const PageFormat& format,
                                 const OffenderTableRoom& room);
 

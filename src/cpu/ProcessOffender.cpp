@@ -8,13 +8,15 @@ namespace cindertop {
 ProcessOffenderChild::ProcessOffenderChild(std::int32_t processIdentifier,
                                            std::int32_t parentProcessIdentifier, std::string name,
                                            double cpuPercent, bool isSystemProcess,
-                                           std::optional<Instant> startedAt)
+                                           std::optional<Instant> startedAt,
+                                           std::optional<double> graphicsPercent)
     : processIdentifier(processIdentifier),
       parentProcessIdentifier(parentProcessIdentifier),
       name(std::move(name)),
       cpuPercent(nonNegative(cpuPercent)),
       isSystemProcess(isSystemProcess),
-      startedAt(startedAt) {}
+      startedAt(startedAt),
+      graphicsPercent(graphicsPercent.transform(nonNegative)) {}
 
 ProcessOffenderHistoryPoint::ProcessOffenderHistoryPoint(Instant measuredAt, double cpuPercent)
     : measuredAt(measuredAt), cpuPercent(nonNegative(cpuPercent)) {}
@@ -31,7 +33,8 @@ ProcessOffender::ProcessOffender(Fields fields)
       canTerminateApplication(fields.canTerminateApplication),
       children(std::move(fields.children)),
       history(std::move(fields.history)),
-      startedAt(fields.startedAt) {}
+      startedAt(fields.startedAt),
+      graphicsPercent(fields.graphicsPercent.transform(nonNegative)) {}
 
 const ProcessOffenderSnapshot& ProcessOffenderSnapshot::empty() {
     static const ProcessOffenderSnapshot nothingYet{};

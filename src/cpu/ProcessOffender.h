@@ -78,11 +78,13 @@ struct ProcessOffenderChild {
     double cpuPercent; ///< of the whole machine, never negative
     bool isSystemProcess;
     std::optional<Instant> startedAt;
+    std::optional<double> graphicsPercent; ///< of the busiest graphics engine, 0 to 100; absent: not known
 
     /// A share that is negative or not a number becomes 0.
     ProcessOffenderChild(std::int32_t processIdentifier, std::int32_t parentProcessIdentifier,
                          std::string name, double cpuPercent, bool isSystemProcess,
-                         std::optional<Instant> startedAt);
+                         std::optional<Instant> startedAt,
+                         std::optional<double> graphicsPercent = std::nullopt);
     bool operator==(const ProcessOffenderChild&) const = default;
 };
 
@@ -115,6 +117,7 @@ struct ProcessOffender {
         std::vector<ProcessOffenderChild> children{};
         std::vector<ProcessOffenderHistoryPoint> history{};
         std::optional<Instant> startedAt{};
+        std::optional<double> graphicsPercent{};
     };
 
     std::string id; ///< stable from census to census, for example "bundle:org.mozilla.firefox"
@@ -130,6 +133,9 @@ struct ProcessOffender {
     std::vector<ProcessOffenderChild> children;       ///< the busiest first; may be fewer than `processCount`
     std::vector<ProcessOffenderHistoryPoint> history; ///< oldest first
     std::optional<Instant> startedAt;                 ///< when the first of its processes started
+    /// Of the graphics engine that it keeps busiest, all processes together, 0 to 100. Absent where none of
+    /// them tells what it draws.
+    std::optional<double> graphicsPercent;
 
     /// A negative count, and a share that is negative or not a number, become 0.
     explicit ProcessOffender(Fields fields);

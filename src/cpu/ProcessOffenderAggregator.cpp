@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace cindertop {
@@ -39,26 +40,47 @@ std::optional<double> shareSince(const PreviousReading& previous, const ProcessC
            static_cast<double>(inputs.configuration.processorCount);
 }
 
-std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading,
+using GraphicsByPID = std::unordered_map<std::int32_t, std::span<const GraphicsShare>>;
+
+GraphicsByPID graphicsByPID(std::span<const GraphicsShare> shares) {
+    GraphicsByPID byPID;
+    while (!shares.empty()) {
+        const auto process = shares.front().processIdentifier;
+        const auto end = std::ranges::find_if(
+            shares, [process](const GraphicsShare& share) { return share.processIdentifier != process; });
+        const auto count = static_cast<std::size_t>(end - shares.begin());
+        byPID.emplace(process, shares.first(count));
+        shares = shares.subspan(count);
+    }
+    return byPID;
+}
+
+std::optional<ProcessDelta> deltaOf(const ProcessCPUReading& reading, const GraphicsByPID& graphics,
                                     const ProcessOffenderAggregator& inputs) {
     const auto previous = inputs.previousReadingsByPID.find(reading.processIdentifier);
     if (previous == inputs.previousReadingsByPID.end()) {
         return std::nullopt;
     }
     const auto share = shareSince(previous->second, reading, inputs);
-    if (!share || isExcluded(reading, inputs.configuration)) {
+    const auto drawn = graphics.find(reading.processIdentifier);
+    const auto graphicsShares = drawn == graphics.end() ? std::span<const GraphicsShare>{} : drawn->second;
+    const bool draws = busiestEngine(graphicsShares).value_or(0) > 0;
+    if ((!share && !draws) || isExcluded(reading, inputs.configuration)) {
         return std::nullopt;
     }
-    return ProcessDelta{
-        .reading = &reading, .cpuPercent = *share, .category = classify(reading, inputs.system)};
+    return ProcessDelta{.reading = &reading,
+                        .cpuPercent = share.value_or(0),
+                        .category = classify(reading, inputs.system),
+                        .graphics = graphicsShares};
 }
 
 /// In the order of their first deltas.
 std::vector<ProcessOffenderGroup> groupsOf(const ProcessOffenderAggregator& inputs) {
     std::vector<ProcessOffenderGroup> groups;
     std::unordered_map<std::string, std::size_t> indexByID;
+    const GraphicsByPID graphics = graphicsByPID(inputs.graphicsShares);
     for (const ProcessCPUReading& reading : inputs.currentReadings) {
-        const auto delta = deltaOf(reading, inputs);
+        const auto delta = deltaOf(reading, graphics, inputs);
         if (!delta) {
             continue;
         }
@@ -81,6 +103,15 @@ void sortByShare(std::vector<Sharing>& items, const LocalizedComparison& compari
     });
 }
 
+/// Engines are added up over all processes before the busiest is chosen.
+std::optional<double> graphicsOf(std::span<const ProcessDelta> deltas) {
+    std::vector<GraphicsShare> shares;
+    for (const ProcessDelta& delta : deltas) {
+        shares.insert(shares.end(), delta.graphics.begin(), delta.graphics.end());
+    }
+    return busiestEngine(shares);
+}
+
 /// The shares of a group are added up in their sorted order.
 std::vector<ProcessOffenderGroup> rankedGroups(const ProcessOffenderAggregator& inputs) {
     std::vector<ProcessOffenderGroup> groups = groupsOf(inputs);
@@ -89,6 +120,7 @@ std::vector<ProcessOffenderGroup> rankedGroups(const ProcessOffenderAggregator& 
         for (const ProcessDelta& delta : group.deltas) {
             group.cpuPercent += delta.cpuPercent;
         }
+        group.graphicsPercent = graphicsOf(group.deltas);
     }
     sortByShare(groups, inputs.comparison);
     return groups;
@@ -105,15 +137,54 @@ std::size_t visibleCount(std::span<const ProcessOffenderGroup> ranked,
     return atMost(std::max(above, leading), configuration.maximumOffenderCount);
 }
 
-/// The groups to show, in display order. A pinned one that would be left out takes the last place.
-std::vector<const ProcessOffenderGroup*> visibleGroups(std::span<const ProcessOffenderGroup> ranked,
-                                                       const ProcessOffenderConfiguration& configuration) {
-    std::vector<const ProcessOffenderGroup*> visible;
+using VisibleGroups = std::vector<const ProcessOffenderGroup*>;
+
+bool drawsMuch(const ProcessOffenderGroup& group, const ProcessOffenderConfiguration& configuration) {
+    return group.graphicsPercent.value_or(0) >= configuration.minimumVisibleGraphicsPercent &&
+           group.graphicsPercent > 0;
+}
+
+/// Those that draw most of the ones that compute too little to be shown, in display order.
+VisibleGroups hiddenDrawers(std::span<const ProcessOffenderGroup> hidden,
+                            const ProcessOffenderConfiguration& configuration) {
+    VisibleGroups drawers;
+    for (const ProcessOffenderGroup& group : hidden) {
+        if (drawsMuch(group, configuration)) {
+            drawers.push_back(&group);
+        }
+    }
+    std::ranges::stable_sort(drawers, std::ranges::greater{}, &ProcessOffenderGroup::graphicsPercent);
+    drawers.resize(atMost(drawers.size(), configuration.maximumDrawingOffenderCount));
+    std::ranges::sort(drawers);
+    return drawers;
+}
+
+/// Room for one more: the last that draws little makes way.
+void makeRoom(VisibleGroups& visible, const ProcessOffenderConfiguration& configuration) {
+    if (std::cmp_less(visible.size(), configuration.maximumOffenderCount)) {
+        return;
+    }
+    const auto last =
+        std::ranges::find_if_not(std::views::reverse(visible), [&configuration](const auto* group) {
+            return drawsMuch(*group, configuration);
+        });
+    visible.erase(last == visible.rend() ? std::prev(visible.end()) : std::prev(last.base()));
+}
+
+/// The groups to show, in display order. One that would be left out takes a place when it draws much or is
+/// pinned.
+VisibleGroups visibleGroups(std::span<const ProcessOffenderGroup> ranked,
+                            const ProcessOffenderConfiguration& configuration) {
+    VisibleGroups visible;
     const auto shown = ranked.first(visibleCount(ranked, configuration));
     std::ranges::transform(shown, std::back_inserter(visible), [](const auto& group) { return &group; });
     const auto hidden = ranked.subspan(shown.size());
+    for (const auto* const drawer : hiddenDrawers(hidden, configuration)) {
+        makeRoom(visible, configuration);
+        visible.push_back(drawer);
+    }
     const auto pinned = std::ranges::find(hidden, configuration.pinnedOffenderID, &ProcessOffenderGroup::id);
-    if (pinned == hidden.end()) {
+    if (pinned == hidden.end() || std::ranges::find(visible, &*pinned) != visible.end()) {
         return visible;
     }
     if (std::cmp_equal(visible.size(), configuration.maximumOffenderCount)) {
@@ -152,7 +223,8 @@ std::vector<ProcessOffenderChild> childrenOf(std::span<const ProcessDelta> busie
     for (const ProcessDelta& delta : busiest) {
         const ProcessCPUReading& reading = *delta.reading;
         children.emplace_back(reading.processIdentifier, reading.parentProcessIdentifier, reading.name,
-                              delta.cpuPercent, reading.isSystemProcess, reading.startedAt);
+                              delta.cpuPercent, reading.isSystemProcess, reading.startedAt,
+                              busiestEngine(delta.graphics));
     }
     return children;
 }
@@ -187,6 +259,7 @@ ProcessOffender offenderFrom(const ProcessOffenderGroup& group,
         .children = childrenOf(deltas.first(atMost(deltas.size(), configuration.maximumChildCount))),
         .history = history,
         .startedAt = earliestStart(deltas),
+        .graphicsPercent = group.graphicsPercent,
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cpu/GraphicsMeter.h"
 #include "cpu/ProcessCPUReading.h"
 #include "cpu/ProcessOffender.h"
 #include "cpu/ProcessOffenderConfiguration.h"
@@ -49,6 +50,8 @@ struct ProcessOffenderAggregator {
     /// By how much the wall clock has advanced beyond awake time since the previous readings: it was set, or
     /// the machine slept.
     std::chrono::nanoseconds clockStep{};
+    /// Since the previous readings. Those of one process stand together.
+    std::span<const GraphicsShare> graphicsShares{};
 
     Result aggregate() &&;
 };

@@ -26,6 +26,8 @@ ProcessOffenderConfiguration::ProcessOffenderConfiguration(Fields fields)
       maximumChildCount(atLeast(1, fields.maximumChildCount)),
       maximumHistoryCount(atLeast(2, fields.maximumHistoryCount)),
       indexingCPUThresholdPercent(nonNegative(fields.indexingCPUThresholdPercent)),
+      minimumVisibleGraphicsPercent(nonNegative(fields.minimumVisibleGraphicsPercent)),
+      maximumDrawingOffenderCount(atLeast(0, fields.maximumDrawingOffenderCount)),
       pinnedOffenderID(std::move(fields.pinnedOffenderID)) {}
 
 ProcessOffenderConfiguration

@@ -25,18 +25,24 @@ struct ProcessOffenderConfiguration {
         std::int64_t maximumChildCount{12};
         std::int64_t maximumHistoryCount{48};
         double indexingCPUThresholdPercent{1.0};
+        double minimumVisibleGraphicsPercent{5.0};
+        std::int64_t maximumDrawingOffenderCount{3};
         std::optional<std::string> pinnedOffenderID{};
     };
 
     std::int64_t processorCount;                         ///< at least 1
     std::int32_t excludedProcessIdentifier;              ///< this program itself
     std::optional<std::string> excludedBundleIdentifier; ///< this program's application
-    double minimumVisibleCPUPercent;             ///< offenders from this share on are shown; never negative
-    std::int64_t preferredMinimumOffenderCount;  ///< this many are shown whatever their share; at least 1
-    std::int64_t maximumOffenderCount;           ///< at least 1
-    std::int64_t maximumChildCount;              ///< at least 1
-    std::int64_t maximumHistoryCount;            ///< at least 2
-    double indexingCPUThresholdPercent;          ///< indexing counts from this share on; never negative
+    double minimumVisibleCPUPercent;            ///< offenders from this share on are shown; never negative
+    std::int64_t preferredMinimumOffenderCount; ///< this many are shown whatever their share; at least 1
+    std::int64_t maximumOffenderCount;          ///< at least 1
+    std::int64_t maximumChildCount;             ///< at least 1
+    std::int64_t maximumHistoryCount;           ///< at least 2
+    double indexingCPUThresholdPercent;         ///< indexing counts from this share on; never negative
+    /// Offenders from this graphics share on are shown however little they compute, at most so many of them.
+    /// Never negative.
+    double minimumVisibleGraphicsPercent;
+    std::int64_t maximumDrawingOffenderCount;
     std::optional<std::string> pinnedOffenderID; ///< stays listed while it uses CPU time
 
     /// Values below their bound become the bound; shares that are not a number become 0.

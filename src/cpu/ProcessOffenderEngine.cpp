@@ -14,8 +14,9 @@ ProcessOffenderSnapshot withoutOffenders(ProcessOffenderSnapshotState state, Ins
 } // namespace
 
 ProcessOffenderEngine::ProcessOffenderEngine(std::unique_ptr<ProcessCPUReadingProviding> provider,
-                                             const LocalizedComparison& comparison, OperatingSystem system)
-    : provider_(std::move(provider)), comparison_(&comparison), system_(system) {}
+                                             const LocalizedComparison& comparison, OperatingSystem system,
+                                             GraphicsUsage* graphics)
+    : provider_(std::move(provider)), comparison_(&comparison), system_(system), graphics_(graphics) {}
 
 ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderConfiguration& configuration,
                                                         Instant at, AwakeTime awake) {
@@ -24,6 +25,8 @@ ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderCon
     const PreviousReadingsByPID previous = std::exchange(previousReadingsByPID_, readingsByPID(readings));
     const auto wallTime = at - std::exchange(previousAt_, at);
     const auto awakeTime = awake - std::exchange(previousAwake_, awake);
+    const auto clients = graphics_ != nullptr ? graphics_->clients() : std::vector<GraphicsClient>{};
+    const auto graphicsShares = graphicsMeter_.sharesOf(clients, awakeTime);
     if (readings.empty()) {
         return withoutOffenders(ProcessOffenderSnapshotState::unavailable, at);
     }
@@ -40,6 +43,7 @@ ProcessOffenderSnapshot ProcessOffenderEngine::snapshot(const ProcessOffenderCon
             .comparison = *comparison_,
             .system = system_,
             .clockStep = wallTime - awakeTime,
+            .graphicsShares = graphicsShares,
         }
             .aggregate();
     historyByOffenderID_ = std::move(result.historyByOffenderID);
@@ -55,6 +59,7 @@ void ProcessOffenderEngine::reset() {
     const std::scoped_lock turn(calls_);
     previousReadingsByPID_.clear();
     historyByOffenderID_.clear();
+    graphicsMeter_.reset();
 }
 
 } // namespace cindertop

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "cpu/GraphicsMeter.h"
 #include "cpu/ProcessCPUReading.h"
 #include "cpu/ProcessOffender.h"
 #include "support/Wording.h"
 
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +16,9 @@ namespace cindertop {
 /// What one process used between two censuses. The reading is the later one and outlives it.
 struct ProcessDelta {
     const ProcessCPUReading* reading;
-    double cpuPercent; ///< of the whole machine, above 0
+    double cpuPercent; ///< of the whole machine; above 0 but for a process that only draws
     ProcessOffenderCategory category;
+    std::span<const GraphicsShare> graphics{}; ///< its own; they outlive it
 
     std::string_view name() const { return reading->name; }
 };
@@ -27,7 +31,8 @@ struct ProcessOffenderGroup {
     const ProcessCPUReading* application; ///< the first reading, whose application it is; null without one
     ProcessOffenderCategory category;
     std::vector<ProcessDelta> deltas;
-    double cpuPercent = 0; ///< of all deltas together, once they are known
+    double cpuPercent = 0;                   ///< of all deltas together, once they are known
+    std::optional<double> graphicsPercent{}; ///< likewise, of the engine that they keep busiest
 
     std::string_view name() const { return displayName; }
 

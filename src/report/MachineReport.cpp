@@ -105,6 +105,7 @@ inline constexpr auto jsonFields<ProcessOffenderChild> = std::tuple{
     JsonField{"cpuPercent", &ProcessOffenderChild::cpuPercent},
     JsonField{"isSystemProcess", &ProcessOffenderChild::isSystemProcess},
     JsonField{"startedAt", &ProcessOffenderChild::startedAt},
+    UnusualJsonField{"graphicsPercent", &ProcessOffenderChild::graphicsPercent, std::optional<double>{}},
 };
 
 template <>
@@ -131,6 +132,7 @@ inline constexpr auto jsonFields<ProcessOffender> = std::tuple{
     JsonField{"children", &ProcessOffender::children},
     JsonField{"history", &ProcessOffender::history},
     JsonField{"startedAt", &ProcessOffender::startedAt},
+    UnusualJsonField{"graphicsPercent", &ProcessOffender::graphicsPercent, std::optional<double>{}},
 };
 
 template <>

@@ -130,6 +130,42 @@ TEST(RecommendationCandidates, TellTheProcessesWhenTheyAreKnown) {
     }
 }
 
+TEST(RecommendationCandidates, NameWhoDrawsMoreThanAQuarter) {
+    auto game = offender("Game", 4, ProcessOffenderCategory::userApplication);
+    const auto drawing = [&game](double share) {
+        auto copy = game;
+        copy.graphicsPercent = share;
+        return copy;
+    };
+    const auto graphics = [](int priority, const std::string& share) {
+        auto advice = row(priority, graphicsWorkload, Confidence::medium, "Graphics workload",
+                          "Game (" + share +
+                              "% GPU) keeps the graphics busy. Pause video or animations, or lower the frame "
+                              "rate, for steadier thermals.");
+        advice.insight.relatedOffenderID = "id:Game";
+        return advice;
+    };
+    for (const auto& [level, offenders, expected] :
+         std::vector<std::tuple<ThermalLevel, ProcessOffenderSnapshot, Advice>>{
+             {normal, readyOffenders({drawing(90)}), {calm}},
+             {fair, readyOffenders({drawing(25)}), {elevated}},
+             {fair, readyOffenders({drawing(25.6)}), {graphics(39, "26"), elevated}},
+             {fair, readyOffenders({safari(30), drawing(28)}), {browser(fair), graphics(43, "28"), elevated}},
+             {fair, readyOffenders({safari(30), drawing(60)}), {graphics(39, "60"), browser(fair), elevated}},
+             {serious,
+              readyOffenders({safari(30), drawing(60)}),
+              {graphics(29, "60"), browser(serious), seriousNow}},
+             {serious,
+              readyOffenders({safari(30), drawing(30)}),
+              {browser(serious), graphics(36, "30"), seriousNow}},
+         }) {
+        EXPECT_EQ(recommendationCandidates(scoreOf(level), contextWith(), offenders, defaults,
+                                           OperatingSystem::mac),
+                  expected)
+            << rawValue(level) << ", expected first: " << expected.front().insight.title;
+    }
+}
+
 TEST(RecommendationCandidates, GoByUrgencyThenByKindThenAsTheyWereAdded) {
     const auto context = contextWith(displays(0, 1), power(PowerSourceKind::acPower, true));
     const auto busy = readyOffenders({safari(30)}, true);

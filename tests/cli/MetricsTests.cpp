@@ -141,6 +141,7 @@ TEST(Metrics, KeepSeriesApartAndLabelsWhole) {
     machine.temperatures = {{"a", "NVMe", 40, ThermalSensorKind::storage},
                             {"b", "NVMe", 41, ThermalSensorKind::storage},
                             {"c", "\"C:\\\"\n\xFF", -5.5, ThermalSensorKind::other}};
+    machine.offenders.offenders[0].graphicsPercent = 12.5;
     machine.offenders.offenders.push_back(machine.offenders.offenders[0]);
     const auto text = metricsText({machine}, someDay(), MetricsDetail::applications);
     EXPECT_THAT(text, HasSubstr("{sensor=\"NVMe\",kind=\"storage\"} 40\n"
@@ -148,6 +149,7 @@ TEST(Metrics, KeepSeriesApartAndLabelsWhole) {
                                 R"(cindertop_temperature_celsius{sensor="\"C:\\\"\n)"
                                 "\uFFFD\",kind=\"other\"} -5.5\n"));
     EXPECT_THAT(text, HasSubstr("{application=\"Browser\"} 0.665\n"));
+    EXPECT_THAT(text, HasSubstr("cindertop_application_gpu_ratio{application=\"Browser\"} 0.125\n"));
 }
 
 TEST(MetricsFile, IsWholeReadableByOthersAndGoesWithItsKeeper) {

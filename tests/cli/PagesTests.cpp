@@ -77,6 +77,21 @@ Where the facts come from
 )");
 }
 
+TEST(StatusPage, ShowsWhoDrawsWhereThatIsKnown) {
+    const auto wide = style(80, Charset::unicode);
+    auto machine = hotLaptop();
+    machine.offenders.offenders[0].graphicsPercent = 48.25;
+    machine.offenders.offenders[0].children[1].graphicsPercent = 0;
+    EXPECT_THAT(text(statusPage({machine, {}}, wide), wide), HasSubstr(R"(
+Applications                                                         CPU     GPU
+Browser                                          6 processes      33.2 %  48.2 %
+  browser                                        pid 4711         30.5 %
+  tab                                            pid 4712          2.8 %   0.0 %
+  and 4 more
+System                                           pid 77           <0.1 %
+)"));
+}
+
 TEST(StatusPage, SaysWhatIsMissingAndNeverZero) {
     const auto plain = style(80, Charset::ascii);
     EXPECT_EQ(text(statusPage({unknownMachine(), {}}, plain), plain),

@@ -1,4 +1,5 @@
 #include "cpu/ProcessOffenderEngine.h"
+#include "fakes/FakeGraphicsUsage.h"
 
 #include <gtest/gtest.h>
 
@@ -55,7 +56,9 @@ protected:
     AwakeTime awake{5s};
     LocalizedComparison comparison{"en_GB"};
     ProcessOffenderConfiguration configuration{ProcessOffenderConfiguration::Fields{}};
-    ProcessOffenderEngine engine{std::make_unique<ScriptedCensus>(census), comparison, OperatingSystem::mac};
+    fakes::FakeGraphicsUsage graphics;
+    ProcessOffenderEngine engine{std::make_unique<ScriptedCensus>(census), comparison, OperatingSystem::mac,
+                                 &graphics};
 };
 
 TEST_F(ProcessOffenderEngineTest, NeedsTwoCensusesAndStartsOverAfterAnEmptyOne) {
@@ -114,6 +117,75 @@ TEST_F(ProcessOffenderEngineTest, LosesTheHistoryOfAGroupThatRestedOnce) {
     const auto offenders = next().offenders;
     EXPECT_EQ(offenders.at(0).history.size(), 4U);
     EXPECT_EQ(offenders.at(1).history.size(), 1U);
+}
+
+TEST_F(ProcessOffenderEngineTest, FoldsGraphicsIntoTheSameApplications) {
+    const auto draw = [this](std::int32_t process, std::uint64_t render, std::uint64_t video) {
+        for (auto& client : graphics.current) {
+            if (client.processIdentifier == process) {
+                client.engines[0].busy += render * 1'000'000;
+                client.engines[1].busy += video * 1'000'000;
+                return;
+            }
+        }
+        graphics.current.push_back({.processIdentifier = process,
+                                    .device = "card",
+                                    .identifier = static_cast<std::uint64_t>(process),
+                                    .engines = {{"render", render}, {"video", video}}});
+    };
+    census = {process(1, "browser"), process(2, "browser"), process(3, "compiler")};
+    next();
+    draw(1, 0, 0);
+    draw(2, 0, 0);
+    EXPECT_EQ(next().offenders.at(0).graphicsPercent, std::nullopt); // nothing to compare with yet
+    draw(1, 300, 50);
+    draw(2, 100, 200);
+    const auto offenders = next().offenders;
+    ASSERT_EQ(offenders.size(), 2U);
+    EXPECT_EQ(offenders[0].displayName, "browser");
+    ASSERT_TRUE(offenders[0].graphicsPercent);
+    EXPECT_DOUBLE_EQ(*offenders[0].graphicsPercent, 40); // one engine's sum, not 30 + 20
+    EXPECT_EQ(offenders[0].children.at(0).graphicsPercent, 30);
+    EXPECT_EQ(offenders[0].children.at(1).graphicsPercent, 20);
+    EXPECT_EQ(offenders[1].graphicsPercent, std::nullopt);
+    at += 1h; // the wall clock is set
+    draw(1, 300, 0);
+    EXPECT_DOUBLE_EQ(next().offenders.at(0).graphicsPercent.value_or(-1), 30);
+}
+
+TEST_F(ProcessOffenderEngineTest, ShowsWhatDrawsMuchAndComputesLittle) {
+    census.clear();
+    for (std::int32_t identifier = 1; identifier <= 12; ++identifier) {
+        census.push_back(process(identifier, "p" + std::to_string(identifier)));
+        graphics.current.push_back({.processIdentifier = identifier,
+                                    .device = "card",
+                                    .identifier = static_cast<std::uint64_t>(identifier),
+                                    .engines = {{"render", 0}}});
+    }
+    // Each computes less than the one before, the last nothing at all.
+    const auto pass = [this](const std::vector<std::uint64_t>& drawn) {
+        for (std::size_t index = 0; index < census.size(); ++index) {
+            const std::uint64_t less = index == 11 ? 100 : index * 5;
+            census[index].cumulativeCPUTimeNanoseconds -= less * 1'000'000;
+            graphics.current[index].engines[0].busy += drawn.at(index) * 1'000'000;
+        }
+        std::vector<std::string> names;
+        for (const auto& offender : next().offenders) {
+            names.push_back(offender.displayName);
+        }
+        return names;
+    };
+    using Names = std::vector<std::string>;
+    for (auto& reading : census) {
+        reading.cumulativeCPUTimeNanoseconds = 1'000'000'000;
+    }
+    std::vector<std::uint64_t> drawn(12);
+    pass(drawn);
+    EXPECT_EQ(pass(drawn), (Names{"p1", "p2", "p3", "p4", "p5", "p6", "p7", "p8"}));
+    drawn = {0, 0, 0, 0, 0, 0, 0, 600, 0, 40, 0, 700};
+    EXPECT_EQ(pass(drawn), (Names{"p1", "p2", "p3", "p4", "p5", "p6", "p8", "p12"})); // 4 % is not much
+    drawn = {0, 0, 0, 0, 0, 0, 0, 0, 60, 70, 80, 90};
+    EXPECT_EQ(pass(drawn), (Names{"p1", "p2", "p3", "p4", "p5", "p10", "p11", "p12"}));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "fakes/FakeApplicationCatalog.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeDisplayList.h"
+#include "fakes/FakeGraphicsUsage.h"
 #include "fakes/FakeHostStatistics.h"
 #include "fakes/FakePowerSources.h"
 #include "fakes/FakeProcessInformation.h"
@@ -52,6 +53,7 @@ struct FakeMachine {
     LocalizedComparison comparison{"en_GB"};
     std::vector<SourceStatus> sources;
     HeatSourceSurvey* survey = nullptr;
+    FakeGraphicsUsage graphics;
     int sourceQuestions = 0;
 
     FakeMachine() { processes.add(1, "idle"); }
@@ -74,7 +76,8 @@ struct FakeMachine {
                         ++sourceQuestions;
                         return sources;
                     },
-                .heatSourceSurvey = survey};
+                .heatSourceSurvey = survey,
+                .graphics = &graphics};
     }
 };
 

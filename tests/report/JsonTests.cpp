@@ -150,6 +150,8 @@ TEST(MachineJson, ReadsEveryFieldBack) {
         .processor = {.clock = ClockLimit{.allowedHertz = 1'200'000'000, .possibleHertz = 3'400'000'000},
                       .isOfSomeCores = true,
                       .heldBy = HoldReason::heat}};
+    desktop.offenders.offenders[0].graphicsPercent = 12.5;
+    desktop.offenders.offenders[0].children[1].graphicsPercent = 0;
     for (const auto& text :
          {hotText(), compactText(machineJson({hotLaptop()})), compactText(machineJson({desktop})),
           compactText(machineJson({unknownMachine(), MachineAdvice{}}))}) {

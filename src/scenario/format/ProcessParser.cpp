@@ -39,9 +39,20 @@ std::optional<Instant> parseStartedAt(const ScenarioNode& node, Instant start) {
     return start + sinceStart;
 }
 
+std::vector<ScenarioGraphics> parseGraphics(const ScenarioNode& node) {
+    std::vector<ScenarioGraphics> engines;
+    engines.reserve(node.members().size());
+    for (const auto& member : node.members()) {
+        const ScenarioNode value(member.value, node, member.key);
+        engines.push_back({.engine = member.key,
+                           .thousandths = value.integer<std::uint32_t>(0, ScenarioLoad::wholeMachine)});
+    }
+    return engines;
+}
+
 ScenarioProcess parseProcess(const ScenarioNode& node, Instant start) {
     const ScenarioObject object(node, {"pid", "parent", "user", "longName", "shortName", "path", "systemFlag",
-                                       "millicores", "cpuTimeNanoseconds", "startedAt"});
+                                       "millicores", "cpuTimeNanoseconds", "startedAt", "graphics"});
     ScenarioProcess process;
     process.processIdentifier = object.at("pid").integer<std::int32_t>();
     object.readInto(process.parent, "parent",
@@ -59,6 +70,7 @@ ScenarioProcess parseProcess(const ScenarioNode& node, Instant start) {
                     [](const ScenarioNode& value) { return value.integer<std::uint64_t>(); });
     object.readInto(process.startedAt, "startedAt",
                     [start](const ScenarioNode& value) { return parseStartedAt(value, start); });
+    object.readInto(process.graphics, "graphics", parseGraphics);
     return process;
 }
 

@@ -20,6 +20,12 @@
 
 namespace cindertop::simulated {
 
+/// How busy a process keeps one graphics engine.
+struct ScenarioGraphics {
+    std::string engine;
+    std::uint32_t thousandths{}; ///< at most 1000
+};
+
 struct ScenarioProcess {
     std::int32_t processIdentifier{};
     std::int32_t parent{1};
@@ -28,9 +34,10 @@ struct ScenarioProcess {
     std::string shortName; ///< at most 16 bytes
     std::optional<std::string> path;
     bool isSystemProcess{};
-    std::uint32_t millicores{};         ///< CPU use in thousandths of one processor
-    std::uint64_t cpuTimeNanoseconds{}; ///< at the moment when the process is first listed
-    std::optional<Instant> startedAt;   ///< to the microsecond
+    std::uint32_t millicores{};             ///< CPU use in thousandths of one processor
+    std::uint64_t cpuTimeNanoseconds{};     ///< at the moment when the process is first listed
+    std::optional<Instant> startedAt;       ///< to the microsecond
+    std::vector<ScenarioGraphics> graphics; ///< no engine twice; empty: it tells nothing of graphics
 };
 
 /// Processes in the order in which the system lists them.

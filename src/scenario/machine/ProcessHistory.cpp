@@ -94,12 +94,39 @@ ProcessHistory::Entry ProcessHistory::continued(const Section& former, const Sce
                                                 std::chrono::nanoseconds at) {
     const auto index = former.list ? former.list->find(process.processIdentifier) : std::nullopt;
     if (!index || !isSameProcess(former.list->processes()[*index], process)) {
+        ++stamps_;
         return {.cpuTimeAtStart = WideUnsigned{process.cpuTimeNanoseconds} * thousandths,
-                .identityStamp = ++stamps_};
+                .identityStamp = stamps_,
+                .life = stamps_,
+                .graphicsAtStart = std::vector<WideUnsigned>(process.graphics.size())};
     }
     const bool isUnchanged = identityOf(former.list->processes()[*index]) == identityOf(process);
     return {.cpuTimeAtStart = cpuTime(former, *index, at),
-            .identityStamp = isUnchanged ? former.entries[*index].identityStamp : ++stamps_};
+            .identityStamp = isUnchanged ? former.entries[*index].identityStamp : ++stamps_,
+            .life = former.entries[*index].life,
+            .graphicsAtStart = continuedGraphics(former, *index, process, at)};
+}
+
+std::vector<WideUnsigned> ProcessHistory::continuedGraphics(const Section& former, std::size_t index,
+                                                            const ScenarioProcess& process,
+                                                            std::chrono::nanoseconds at) {
+    const auto& before = former.list->processes()[index].graphics;
+    std::vector<WideUnsigned> times(process.graphics.size());
+    for (std::size_t engine = 0; engine < times.size(); ++engine) {
+        const auto same =
+            std::ranges::find(before, process.graphics[engine].engine, &ScenarioGraphics::engine);
+        if (same != before.end()) {
+            times[engine] = graphicsTime(former, index, static_cast<std::size_t>(same - before.begin()), at);
+        }
+    }
+    return times;
+}
+
+WideUnsigned ProcessHistory::graphicsTime(const Section& section, std::size_t index, std::size_t engine,
+                                          std::chrono::nanoseconds elapsed) {
+    const auto time = static_cast<std::uint64_t>((elapsed - section.from).count());
+    return section.entries[index].graphicsAtStart[engine] +
+           WideUnsigned{time} * section.list->processes()[index].graphics[engine].thousandths;
 }
 
 WideUnsigned ProcessHistory::cpuTime(const Section& section, std::size_t index,
@@ -116,13 +143,19 @@ std::optional<ProcessHistory::Process> ProcessHistory::find(std::int32_t process
     if (!index) {
         return std::nullopt;
     }
-    constexpr WideUnsigned largest = std::numeric_limits<std::uint64_t>::max();
-    return Process{
-        .record = &section.list->processes()[*index],
-        .cpuTimeNanoseconds =
-            static_cast<std::uint64_t>(std::min(cpuTime(section, *index, elapsed) / thousandths, largest)),
-        .identityStamp = section.entries[*index].identityStamp,
+    const auto nanoseconds = [](WideUnsigned time) {
+        constexpr WideUnsigned largest = std::numeric_limits<std::uint64_t>::max();
+        return static_cast<std::uint64_t>(std::min(time / thousandths, largest));
     };
+    Process process{.record = &section.list->processes()[*index],
+                    .cpuTimeNanoseconds = nanoseconds(cpuTime(section, *index, elapsed)),
+                    .identityStamp = section.entries[*index].identityStamp,
+                    .life = section.entries[*index].life,
+                    .graphicsNanoseconds = {}};
+    for (std::size_t engine = 0; engine < process.record->graphics.size(); ++engine) {
+        process.graphicsNanoseconds.push_back(nanoseconds(graphicsTime(section, *index, engine, elapsed)));
+    }
+    return process;
 }
 
 } // namespace cindertop::simulated

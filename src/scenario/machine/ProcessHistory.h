@@ -46,6 +46,8 @@ public:
         const ScenarioProcess* record; ///< of the scenario
         std::uint64_t cpuTimeNanoseconds;
         std::uint64_t identityStamp; ///< never 0; the same as long as everything but CPU use is
+        std::uint64_t life;          ///< the same from when it is first listed until it is over
+        std::vector<std::uint64_t> graphicsNanoseconds; ///< by engine, as in the record
     };
 
     /// None when the processes cannot be listed then, or this one is not among them.
@@ -55,6 +57,8 @@ private:
     struct Entry {
         WideUnsigned cpuTimeAtStart{}; ///< thousandths of nanoseconds
         std::uint64_t identityStamp{};
+        std::uint64_t life{};
+        std::vector<WideUnsigned> graphicsAtStart{}; ///< thousandths of nanoseconds of each engine
     };
 
     /// The time during which one list holds.
@@ -66,6 +70,13 @@ private:
 
     Entry continued(const Section& former, const ScenarioProcess& process, std::chrono::nanoseconds at);
     static WideUnsigned cpuTime(const Section& section, std::size_t index, std::chrono::nanoseconds elapsed);
+
+    static WideUnsigned graphicsTime(const Section& section, std::size_t index, std::size_t engine,
+                                     std::chrono::nanoseconds elapsed);
+    /// What a process that goes on had used of the engines that it uses now; 0 of a new one.
+    static std::vector<WideUnsigned> continuedGraphics(const Section& former, std::size_t index,
+                                                       const ScenarioProcess& process,
+                                                       std::chrono::nanoseconds at);
 
     std::vector<Section> sections_;
     std::uint64_t stamps_ = 0;

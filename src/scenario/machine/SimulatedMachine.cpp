@@ -12,6 +12,7 @@ SimulatedMachine::SimulatedMachine(const std::shared_ptr<const Scenario>& scenar
       powerSources_(Timeline(scenario, clock)),
       hostStatistics_(Timeline(scenario, clock)),
       processTable_(Timeline(scenario, clock)),
+      graphics_(Timeline(scenario, clock)),
       applicationCatalog_(scenario),
       systemValues_(scenario),
       meters_(Timeline(scenario, clock)),
@@ -38,7 +39,8 @@ Machine SimulatedMachine::services() {
             .sources = [] { return std::vector<SourceStatus>{}; },
             .heatSourceSurvey = heatSourceSurvey_ ? &*heatSourceSurvey_ : nullptr,
             .meters = &meters_,
-            .clocks = &clocks_};
+            .clocks = &clocks_,
+            .graphics = &graphics_};
 }
 
 } // namespace cindertop::simulated

@@ -34,6 +34,7 @@ private:
     SimulatedPowerSources powerSources_;
     SimulatedHostStatistics hostStatistics_;
     SimulatedProcessTable processTable_;
+    SimulatedGraphicsUsage graphics_;
     SimulatedApplicationCatalog applicationCatalog_;
     SimulatedSystemValues systemValues_;
     SimulatedHardwareMeters meters_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace cindertop::simulated {
 
@@ -66,6 +67,31 @@ std::optional<ProcessAccounting> SimulatedProcessTable::accounting(std::int32_t 
 std::optional<std::string> SimulatedProcessTable::executablePath(std::int32_t processIdentifier) {
     const auto process = history_.find(processIdentifier, timeline_.elapsed());
     return process ? process->record->path : std::nullopt;
+}
+
+std::vector<GraphicsClient> SimulatedGraphicsUsage::clients() {
+    std::vector<GraphicsClient> clients;
+    const auto& list = timeline_.frame().processes;
+    if (!list) {
+        return clients;
+    }
+    for (const ScenarioProcess& listed : list->processes()) {
+        const auto process = listed.graphics.empty()
+                                 ? std::nullopt
+                                 : history_.find(listed.processIdentifier, timeline_.elapsed());
+        if (!process) {
+            continue;
+        }
+        auto& client = clients.emplace_back();
+        client.processIdentifier = listed.processIdentifier;
+        client.identifier = process->life;
+        std::ranges::transform(listed.graphics, process->graphicsNanoseconds,
+                               std::back_inserter(client.engines),
+                               [](const ScenarioGraphics& engine, std::uint64_t busy) {
+                                   return GraphicsEngineUsage{.engine = engine.engine, .busy = busy};
+                               });
+    }
+    return clients;
 }
 
 namespace {

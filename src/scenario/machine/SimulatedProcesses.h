@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ApplicationCatalog.h"
+#include "platform/GraphicsUsage.h"
 #include "platform/HostStatistics.h"
 #include "platform/ProcessInformation.h"
 #include "platform/ProcessTable.h"
@@ -11,6 +12,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace cindertop::simulated {
 
@@ -59,6 +61,19 @@ public:
     std::optional<std::string> executablePath(std::int32_t processIdentifier) override;
 
     ClockUnit clockUnit() const override { return {.numerator = 1, .denominator = 1}; }
+
+private:
+    Timeline timeline_;
+    ProcessHistory history_;
+};
+
+/// Each process that has engines is a client of its own of the one graphics device.
+class SimulatedGraphicsUsage final : public GraphicsUsage {
+public:
+    explicit SimulatedGraphicsUsage(Timeline timeline)
+        : timeline_(std::move(timeline)), history_(timeline_.scenario()) {}
+
+    std::vector<GraphicsClient> clients() override;
 
 private:
     Timeline timeline_;

@@ -61,6 +61,7 @@ ProcessRecorder::ProcessRecorder(Instant start, Anonymizer anonymized)
 
 std::string ProcessRecorder::between(std::span<const ProcessCPUReading> from,
                                      std::span<const ProcessCPUReading> to,
+                                     const std::map<std::int32_t, std::string>& graphics,
                                      std::chrono::nanoseconds elapsed) {
     const auto former = std::exchange(listed_, {});
     if (from.empty()) {
@@ -77,14 +78,16 @@ std::string ProcessRecorder::between(std::span<const ProcessCPUReading> from,
         process.used += WideUnsigned{usedSince(reading, later)} * thousandths;
         const auto millicores = nearestShare(process.used, process.written, time);
         process.written += WideUnsigned{millicores} * time;
-        list.add(processText(reading, isSame ? 0 : reading.cumulativeCPUTimeNanoseconds, millicores));
+        const auto drawn = graphics.find(reading.processIdentifier);
+        list.add(processText(reading, isSame ? 0 : reading.cumulativeCPUTimeNanoseconds, millicores,
+                             drawn == graphics.end() ? std::string_view{} : drawn->second));
         listed_.insert_or_assign(reading.processIdentifier, process);
     }
     return list.text();
 }
 
 std::string ProcessRecorder::processText(const ProcessCPUReading& reading, std::uint64_t firstCPUTime,
-                                         std::uint64_t millicores) {
+                                         std::uint64_t millicores, std::string_view graphics) {
     const auto name = cutTo(nameRoom, anonymized_(reading.name));
     JsonObjectText object;
     object.add("pid", std::to_string(reading.processIdentifier));
@@ -109,6 +112,9 @@ std::string ProcessRecorder::processText(const ProcessCPUReading& reading, std::
     if (reading.startedAt) {
         const auto sinceStart = *reading.startedAt - start_;
         object.add("startedAt", secondsText(std::chrono::floor<std::chrono::microseconds>(sinceStart)));
+    }
+    if (!graphics.empty()) {
+        object.add("graphics", graphics);
     }
     return object.text();
 }

@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace cindertop {
@@ -23,8 +24,9 @@ public:
 
     /// The list between two censuses as JSON, null for an empty first one. Its CPU use is what the second one
     /// adds; what rounding to thousandths of a processor leaves over, or takes too much, counts in the
-    /// next list.
+    /// next list. `graphics` are the texts of "graphics" by process.
     std::string between(std::span<const ProcessCPUReading> from, std::span<const ProcessCPUReading> to,
+                        const std::map<std::int32_t, std::string>& graphics,
                         std::chrono::nanoseconds elapsed);
 
     /// The applications of all lists so far, as JSON.
@@ -45,7 +47,7 @@ private:
 
     /// `firstCPUTime` is 0 unless the process is listed for the first time.
     std::string processText(const ProcessCPUReading& reading, std::uint64_t firstCPUTime,
-                            std::uint64_t millicores);
+                            std::uint64_t millicores, std::string_view graphics);
     std::string pathWithin(const ProcessCPUReading& reading, const std::string& name);
 
     Instant start_;

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace cindertop {
@@ -168,6 +169,7 @@ Seconds ScenarioRecorder::sample() {
                       .awake = awake,
                       .load = machine_.hostStatistics.cpuLoad(),
                       .processes = census_.readings(now),
+                      .graphics = readGraphics(latest_ ? now - latest_->at : Seconds::zero()),
                       .members = frameMembers(thermalState, pressure, temperatures)};
         add(std::move(sample));
     }
@@ -190,6 +192,33 @@ std::optional<std::uint64_t> ScenarioRecorder::readPressure() {
     }
     const auto state = machine_.pressure->state(*pressureToken_);
     return state.status == 0 ? std::optional(state.raw) : std::nullopt;
+}
+
+/// Thousandths of each engine that a process used; a process that used none has 0 of its first.
+std::map<std::int32_t, std::string> ScenarioRecorder::readGraphics(Seconds elapsed) {
+    constexpr double thousandthsInPercent = 10;
+    if (machine_.graphics == nullptr) {
+        return {};
+    }
+    std::map<std::int32_t, std::map<std::string, long>> engines;
+    for (const auto& share : graphicsMeter_.sharesOf(machine_.graphics->clients(), elapsed)) {
+        auto& used = engines[share.processIdentifier][graphicsMeter_.engineName(share.engine)];
+        used = std::min(used + std::lround(share.percent * thousandthsInPercent), 1000L);
+    }
+    std::map<std::int32_t, std::string> texts;
+    for (auto& [process, used] : engines) {
+        const auto first = used.begin()->first;
+        std::erase_if(used, [](const auto& engine) { return engine.second == 0; });
+        if (used.empty()) {
+            used.emplace(first, 0);
+        }
+        JsonObjectText text;
+        for (const auto& [engine, thousandths] : used) {
+            text.add(engine, std::to_string(thousandths));
+        }
+        texts.emplace(process, text.text());
+    }
+    return texts;
 }
 
 std::string ScenarioRecorder::frameMembers(int thermalState, const std::optional<std::uint64_t>& pressure,
@@ -222,9 +251,8 @@ std::string ScenarioRecorder::frameMembers(int thermalState, const std::optional
 void ScenarioRecorder::writeFrame(const Sample& sample, const Sample& next) {
     frames_ +=
         (frames_.empty() ? "" : ",\n    ") + std::string("{\"at\": ") + secondsText(sample.at - first_) +
-        sample.members + ", \"load\": " + loads_.between(sample.load, next.load) +
-        ", \"processes\": " + processLists_->between(sample.processes, next.processes, next.at - sample.at) +
-        "}";
+        sample.members + ", \"load\": " + loads_.between(sample.load, next.load) + ", \"processes\": " +
+        processLists_->between(sample.processes, next.processes, next.graphics, next.at - sample.at) + "}";
 }
 
 std::string ScenarioRecorder::machineText() const {

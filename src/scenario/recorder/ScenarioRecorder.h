@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cpu/GraphicsMeter.h"
 #include "cpu/ProcessCPUReading.h"
 #include "cpu/SystemProcessCPUProvider.h"
 #include "platform/Machine.h"
@@ -43,7 +44,8 @@ private:
         AwakeTime awake;
         std::optional<HostCpuLoad> load;
         std::vector<ProcessCPUReading> processes;
-        std::string members; ///< the other members of its frame
+        std::map<std::int32_t, std::string> graphics; ///< what each used since the sample before, as JSON
+        std::string members;                          ///< the other members of its frame
     };
 
     void add(Sample sample);
@@ -51,6 +53,7 @@ private:
     /// The members that differ from those of the frame before, each behind a comma.
     std::string frameMembers(int thermalState, const std::optional<std::uint64_t>& pressure,
                              const std::vector<TemperatureReading>& temperatures);
+    std::map<std::int32_t, std::string> readGraphics(Seconds elapsed);
     void writeFrame(const Sample& sample, const Sample& next);
     std::string machineText() const;
 
@@ -59,6 +62,7 @@ private:
     std::optional<std::int32_t> pressureToken_; ///< absent: the registration failed
     ExperimentalSensorTemperatureProvider sensors_;
     SystemProcessCPUProvider census_;
+    GraphicsMeter graphicsMeter_;
     std::optional<ThermalScore> score_;
 
     Instant first_; ///< of the first sample

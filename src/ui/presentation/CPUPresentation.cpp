@@ -10,8 +10,6 @@ namespace cindertop::ui {
 
 namespace {
 
-constexpr double leastVisibleCPUPercent = 0.05; ///< less would read "0.0%"
-
 constexpr Wording indexingNote{"Spotlight or setup work is active. This usually settles on its own.",
                                "File indexing or setup work is active. This usually settles on its own."};
 
@@ -68,7 +66,7 @@ void CPUPresentation::update() {
 void CPUPresentation::updateRows() {
     std::vector<ProcessOffenderRow> rows;
     for (const auto& offender : state_.published().processOffenderSnapshot->offenders) {
-        if (offender.cpuPercent >= leastVisibleCPUPercent) {
+        if (offender.cpuPercent >= leastVisiblePercent || offender.graphicsPercent >= leastVisiblePercent) {
             rows.push_back(ProcessOffenderRow::of(offender, system()));
         }
     }

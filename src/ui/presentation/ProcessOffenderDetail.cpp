@@ -20,6 +20,7 @@ void ProcessOffenderDetail::show(const ProcessOffender& offender, OperatingSyste
 
 void ProcessOffenderDetail::showResting() {
     row_.percentText = "–";
+    row_.graphicsText.clear();
     Q_EMIT changed();
 }
 

@@ -15,6 +15,7 @@ class ProcessOffenderDetail : public QObject {
     Q_PROPERTY(QString displayName READ displayName NOTIFY changed)
     Q_PROPERTY(QString categoryLabel READ categoryLabel NOTIFY changed)
     Q_PROPERTY(QString percentText READ percentText NOTIFY changed)
+    Q_PROPERTY(QString graphicsText READ graphicsText NOTIFY changed)
     Q_PROPERTY(QString iconSource READ iconSource NOTIFY changed)
     Q_PROPERTY(int processCount READ processCount NOTIFY changed)
     Q_PROPERTY(bool canQuit READ canQuit NOTIFY changed)
@@ -35,6 +36,8 @@ public:
     QString categoryLabel() const { return row_.categoryLabel; }
 
     QString percentText() const { return row_.percentText; }
+
+    QString graphicsText() const { return row_.graphicsText; }
 
     QString iconSource() const { return row_.iconSource; }
 

@@ -16,15 +16,20 @@ enum OffenderRole {
     categoryRole,
     shareRole,
     iconRole,
-    countRole
+    countRole,
+    graphicsRole
 };
 
 enum ChildRole { processIdentifierRole = Qt::UserRole, processNameRole, childShareRole };
 
 } // namespace
 
-QString shareText(double cpuPercent) {
-    return QString::number(cpuPercent, 'f', 1) + '%';
+QString shareText(double percent) {
+    return QString::number(percent, 'f', 1) + '%';
+}
+
+QString graphicsText(const std::optional<double>& graphicsPercent) {
+    return graphicsPercent >= leastVisiblePercent ? "GPU " + shareText(*graphicsPercent) : QString();
 }
 
 ProcessOffenderRow ProcessOffenderRow::of(const ProcessOffender& offender, OperatingSystem system) {
@@ -34,7 +39,8 @@ ProcessOffenderRow ProcessOffenderRow::of(const ProcessOffender& offender, Opera
             .percentText = shareText(offender.cpuPercent),
             .iconSource = applicationIconSource(offender),
             .processCount = static_cast<int>(
-                std::min<std::int64_t>(offender.processCount, std::numeric_limits<int>::max()))};
+                std::min<std::int64_t>(offender.processCount, std::numeric_limits<int>::max())),
+            .graphicsText = ui::graphicsText(offender.graphicsPercent)};
 }
 
 QVariant ProcessOffenderRow::value(int role) const {
@@ -52,6 +58,8 @@ QVariant ProcessOffenderRow::value(int role) const {
         return iconSource;
     case countRole:
         return processCount;
+    case graphicsRole:
+        return graphicsText;
     default:
         return {};
     }
@@ -59,7 +67,8 @@ QVariant ProcessOffenderRow::value(int role) const {
 
 QHash<int, QByteArray> ProcessOffenderRow::roleNames() {
     return {{offenderIDRole, "offenderID"}, {displayNameRole, "displayName"}, {categoryRole, "categoryLabel"},
-            {shareRole, "percentText"},     {iconRole, "iconSource"},         {countRole, "processCount"}};
+            {shareRole, "percentText"},     {iconRole, "iconSource"},         {countRole, "processCount"},
+            {graphicsRole, "graphicsText"}};
 }
 
 ProcessChildRow ProcessChildRow::of(const ProcessOffenderChild& child) {

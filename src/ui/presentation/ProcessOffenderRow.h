@@ -4,11 +4,17 @@
 #include "ui/presentation/KeyedListModel.h"
 
 #include <QString>
+#include <optional>
 
 namespace cindertop::ui {
 
+inline constexpr double leastVisiblePercent = 0.05; ///< less would read "0.0%"
+
 /// "61.8%".
-QString shareText(double cpuPercent);
+QString shareText(double percent);
+
+/// "GPU 61.8%"; empty where it is not known or would read 0.0%.
+QString graphicsText(const std::optional<double>& graphicsPercent);
 
 /// An offender in the list.
 struct ProcessOffenderRow {
@@ -18,6 +24,7 @@ struct ProcessOffenderRow {
     QString percentText;
     QString iconSource;
     int processCount{};
+    QString graphicsText;
 
     static ProcessOffenderRow of(const ProcessOffender& offender, OperatingSystem system);
 

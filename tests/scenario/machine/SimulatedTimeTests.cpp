@@ -8,6 +8,7 @@
 #include <array>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cindertop::simulated {
@@ -52,6 +53,32 @@ TEST(SimulatedTime, AddsCpuTimeWithoutRoundingUntilItIsRead) {
     EXPECT_EQ(play.cpuTime(7, 2000 * 333ns), 5U + 999U);              // 1000 × 333 × (1 + 2) thousandths
     EXPECT_EQ(play.cpuTime(7, 2000 * 333ns + 10s), 5U + 10'000'999U); // the last frame goes on
     EXPECT_EQ(play.cpuTime(7, -1h), 5U);                              // before the start
+}
+
+TEST(SimulatedTime, AddsGraphicsTimeOfEachEngine) {
+    Play play(scenarioOf(R"([
+        {"at": 0, "processes": [{"pid": 7, "graphics": {"render": 500, "video": 1000}}, {"pid": 8}]},
+        {"at": 1, "processes": [{"pid": 7, "parent": 2, "graphics": {"render": 1}}, {"pid": 8, "graphics": {"render": 9}}]},
+        {"at": 2, "processes": [{"pid": 8}]},
+        {"at": 3, "processes": [{"pid": 7, "graphics": {"render": 100}}]},
+        {"at": 4, "processes": null}])"));
+    const auto clients = [&](std::chrono::nanoseconds elapsed) {
+        std::string text;
+        std::uint64_t identifier = 0;
+        for (const auto& client : play.at(elapsed).graphics->clients()) {
+            EXPECT_NE(client.identifier, std::exchange(identifier, client.identifier));
+            for (const auto& engine : client.engines) {
+                text += std::to_string(client.processIdentifier) + " " + engine.engine + " " +
+                        std::to_string(engine.busy) + ", ";
+            }
+        }
+        return text;
+    };
+    EXPECT_EQ(clients(500ms), "7 render 250000000, 7 video 500000000, ");
+    EXPECT_EQ(clients(1s + 1us), "7 render 500000001, 8 render 9, ");
+    EXPECT_EQ(clients(2s), "");
+    EXPECT_EQ(clients(3s + 10ns), "7 render 1, ");
+    EXPECT_EQ(clients(4s), "");
 }
 
 TEST(SimulatedTime, CountsTicksOfTheWholeMachine) {

@@ -77,7 +77,7 @@ TEST_P(ScenarioReplay, TellsTheExpectedLines) {
 
 INSTANTIATE_TEST_SUITE_P(All, ScenarioReplay,
                          testing::Values("hot-afternoon", "clamshell", "no-sensors", "flapping", "every-name",
-                                         "warm-train"),
+                                         "warm-train", "drawing"),
                          [](const auto& scenario) {
                              auto name = scenario.param;
                              std::erase(name, '-');

@@ -25,7 +25,7 @@ struct LiveMachine {
         ProcessOffenderConfiguration::defaultConfiguration(fakes.process);
     ProcessOffenderEngine engine{
         std::make_unique<SystemProcessCPUProvider>(fakes.processes, fakes.applications), fakes.comparison,
-        OperatingSystem::gnuLinux};
+        OperatingSystem::gnuLinux, &fakes.graphics};
     std::vector<ProcessOffenderSnapshot> snapshots;
 
     LiveMachine() {
@@ -55,6 +55,13 @@ struct LiveMachine {
                                                 {"MaxCapacity", 100.0},
                                                 {"SerialNumber", "S3CR3T"}}};
         fakes.pressure->play({2});
+        fakes.graphics.current = {
+            {.processIdentifier = 10,
+             .device = "a",
+             .identifier = 1,
+             .engines = {{"render", 7}, {"copy", 0}}},
+            {.processIdentifier = 11, .device = "b", .identifier = 1, .engines = {{"render", 0}}},
+            {.processIdentifier = 30, .device = "a", .identifier = 2, .engines = {{"copy", 0}, {"x", 0}}}};
     }
 
     void add(std::int32_t identifier, std::string_view name, std::uint32_t user,
@@ -72,6 +79,8 @@ struct LiveMachine {
         for (std::size_t index = 0; index < each.size(); ++index) {
             fakes.processes.processes[index].accounting->totalUserTime += each[index];
         }
+        fakes.graphics.current[0].engines[0].busy += 431'987'654;
+        fakes.graphics.current[1].engines[0].busy += 20'000'000;
         fakes.hostStatistics.load->user += 261;
         fakes.hostStatistics.load->system += 2;
         fakes.hostStatistics.load->idle += 536;
@@ -106,12 +115,17 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
     EXPECT_EQ(scenario->operatingSystem, OperatingSystem::gnuLinux);
     ASSERT_EQ(scenario->frames.size(), 3U); // the fourth sample ends it
     EXPECT_EQ(scenario->duration, 3 * (1s + 137ns));
+    EXPECT_TRUE(recording(live, 2).contains(R"("graphics": {"render": 432})"));
+    EXPECT_TRUE(recording(live, 2).contains(R"("graphics": {"render@2": 20})"));
+    EXPECT_TRUE(recording(live, 2).contains(R"("graphics": {"copy": 0})"));
+    live.snapshots.resize(4);
 
     simulated::VirtualClock clock(scenario->start);
     simulated::SimulatedMachine machine(scenario, clock);
     ProcessOffenderEngine engine(std::make_unique<SystemProcessCPUProvider>(machine.services().processes,
                                                                             machine.services().applications),
-                                 live.fakes.comparison, OperatingSystem::gnuLinux);
+                                 live.fakes.comparison, OperatingSystem::gnuLinux,
+                                 machine.services().graphics);
     const auto configuration = ProcessOffenderConfiguration::defaultConfiguration(machine.services().process);
     for (std::size_t index = 0; index < live.snapshots.size(); ++index) {
         clock.advanceTo(scenario->start + static_cast<std::int64_t>(index) * (1s + 137ns));
@@ -131,6 +145,8 @@ TEST(ScenarioRecorder, PlaysTheSameOffenders) {
             EXPECT_EQ(one.children[0].processIdentifier, other.children[0].processIdentifier);
             EXPECT_EQ(one.children[0].isSystemProcess, other.children[0].isSystemProcess);
             EXPECT_NEAR(one.cpuPercent, other.cpuPercent, 0.05);
+            EXPECT_EQ(one.graphicsPercent.has_value(), other.graphicsPercent.has_value()) << one.id;
+            EXPECT_NEAR(one.graphicsPercent.value_or(0), other.graphicsPercent.value_or(0), 0.05);
             EXPECT_LT(std::chrono::abs(*one.startedAt - *other.startedAt), 1us);
         }
     }

@@ -9,10 +9,10 @@ Item {
     required property ProcessOffenderDetail offender
 
     width: parent ? parent.width : 0
-    implicitHeight: Math.max(icon.height, names.implicitHeight, share.implicitHeight)
+    implicitHeight: Math.max(icon.height, names.implicitHeight, shares.implicitHeight)
 
     Accessible.role: Accessible.Heading
-    Accessible.name: [offender.displayName, offender.categoryLabel, offender.percentText].join(", ")
+    Accessible.name: [offender.displayName, offender.categoryLabel, offender.percentText, offender.graphicsText].filter(text => text.length > 0).join(", ")
 
     ProcessIconView {
         id: icon
@@ -28,7 +28,7 @@ Item {
 
         anchors.left: icon.right
         anchors.leftMargin: Theme.md
-        anchors.right: share.left
+        anchors.right: shares.left
         anchors.rightMargin: Theme.md
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.xxs
@@ -49,13 +49,25 @@ Item {
         }
     }
 
-    Readout {
-        id: share
+    Column {
+        id: shares
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        text: root.offender.percentText
-        color: Theme.text
-        font: Theme.readout
+
+        Readout {
+            anchors.right: parent.right
+            text: root.offender.percentText
+            color: Theme.text
+            font: Theme.readout
+        }
+
+        Label {
+            anchors.right: parent.right
+            visible: text.length > 0
+            text: root.offender.graphicsText
+            color: Theme.secondaryText
+            font: Theme.caption
+        }
     }
 }

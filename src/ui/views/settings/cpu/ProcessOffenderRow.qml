@@ -9,12 +9,13 @@ HoverRow {
     required property string displayName
     required property string categoryLabel
     required property string percentText
+    required property string graphicsText
     required property string iconSource
     required property int processCount
     required property bool isFirst
 
     name: displayName
-    description: [percentText, categoryLabel, badge.description].join(", ")
+    description: [percentText, graphicsText, categoryLabel, badge.description].filter(text => text.length > 0).join(", ")
     implicitWidth: parent ? parent.width : 0
     implicitHeight: Math.max(Theme.listRow, texts.implicitHeight + Theme.sm)
     radius: Theme.radiusSurface
@@ -38,7 +39,7 @@ HoverRow {
 
         anchors.left: icon.right
         anchors.leftMargin: 10
-        anchors.right: share.left
+        anchors.right: shares.left
         anchors.rightMargin: Theme.sm
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
@@ -72,13 +73,26 @@ HoverRow {
         }
     }
 
-    Label {
-        id: share
+    Column {
+        id: shares
 
         anchors.right: chevron.left
         anchors.rightMargin: Theme.xs
         anchors.verticalCenter: parent.verticalCenter
-        text: root.percentText
+        spacing: 1
+
+        Label {
+            anchors.right: parent.right
+            text: root.percentText
+        }
+
+        Label {
+            anchors.right: parent.right
+            visible: text.length > 0
+            text: root.graphicsText
+            color: Theme.secondaryText
+            font: Theme.caption
+        }
     }
 
     Symbol {
