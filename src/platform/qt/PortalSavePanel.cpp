@@ -183,6 +183,7 @@ PortalSavePanel::~PortalSavePanel() = default;
 void PortalSavePanel::useBus(const QDBusConnection& bus) {
     bus_ = bus;
     calls_.useBus(bus);
+    finished_.reset();
     for (auto& [number, open] : std::exchange(pending_, {})) {
         open.request.reset();
         open.completion(SaveChoice());
@@ -221,7 +222,7 @@ void PortalSavePanel::takeHandle(std::uint64_t number, const BusCalls::Result& r
 void PortalSavePanel::finish(std::uint64_t number, const SaveChoice& choice) {
     auto answered = pending_.extract(number);
     if (answered) {
-        answered.mapped().request.release()->deleteLater(); // it is the sender of this signal
+        finished_ = std::move(answered.mapped().request); // it is the sender of this signal
         answered.mapped().completion(choice);
     }
 }

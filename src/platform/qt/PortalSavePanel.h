@@ -91,6 +91,8 @@ private:
     Fallback otherwise_;
     std::uint64_t asked_ = 0;
     std::map<std::uint64_t, Pending> pending_; ///< by the order of asking
+    /// Deleted with its connection, not later: without the application Qt's bus thread would never answer.
+    std::unique_ptr<PortalRequest> finished_;
     BusCalls calls_;
 };
 
