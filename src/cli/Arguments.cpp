@@ -38,10 +38,11 @@ constexpr std::array watchOptions{
                {},
                shortestInterval,
                longestSeconds}},
-    OptionRow{"--sort",
-              "Order the applications on the screen by their share of the processor, or by name. Where the "
-              "screen has not room for all, it is the busiest that are shown.",
-              {"ORDER", ValueKind::choice, "cpu or name", orders}}};
+    OptionRow{
+        "--sort",
+        "Order the applications on the screen by their share of the processor or of the graphics, or by "
+        "name. Where the screen has not room for all, it is the busiest that are shown.",
+        {"ORDER", ValueKind::choice, "cpu, graphics or name", orders}}};
 constexpr std::array metricsOptions{
     OptionRow{"--names", "Name the applications in the metrics. Without it, only kinds of work are told."},
     OptionRow{"--textfile",

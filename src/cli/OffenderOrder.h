@@ -10,7 +10,7 @@ namespace cindertop {
 namespace cli {
 
 /// How a list of applications is ordered.
-enum class OffenderOrder { cpu, name };
+enum class OffenderOrder { cpu, graphics, name };
 
 } // namespace cli
 
@@ -18,6 +18,7 @@ template <>
 struct EnumerationTable<cli::OffenderOrder> {
     static constexpr std::array cases{
         EnumerationCase{cli::OffenderOrder::cpu, "cpu"},
+        EnumerationCase{cli::OffenderOrder::graphics, "graphics"},
         EnumerationCase{cli::OffenderOrder::name, "name"},
     };
 };

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <ranges>
 #include <span>
@@ -177,7 +178,10 @@ std::vector<std::size_t> indicesInOrder(std::span<const ProcessOffender> offende
     for (std::size_t index = 0; index < offenders.size(); ++index) {
         indices.push_back(index);
     }
-    if (order == OffenderOrder::name) {
+    if (order == OffenderOrder::graphics) { // what is not known comes last
+        std::ranges::stable_sort(indices, std::greater(),
+                                 [offenders](std::size_t index) { return offenders[index].graphicsPercent; });
+    } else if (order == OffenderOrder::name) {
         std::ranges::stable_sort(
             indices, {}, [offenders](std::size_t index) { return lowerCased(offenders[index].displayName); });
     }

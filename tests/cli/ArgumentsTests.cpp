@@ -70,7 +70,7 @@ TEST(Arguments, AreRefusedWithTheWordInQuestion) {
              {{"metrics", "--textfile", ""}, "--textfile needs a folder, not \"\""},
              {{"watch", "--json", "--format", "waybar"}, "--json and --format exclude each other"},
              {{"watch", "--sort", "name", "--json"}, "--json and --sort exclude each other"},
-             {{"watch", "--sort", "graphics"}, "--sort needs cpu or name, not \"graphics\""},
+             {{"watch", "--sort", "heat"}, "--sort needs cpu, graphics or name, not \"heat\""},
              {{"watch", "--interval", "0.1"},
               "--interval needs a number of seconds, at least 0.2, not \"0.1\""},
              {{"status", "--interval", "1"}, "\"status\" takes no --interval"},

@@ -249,12 +249,14 @@ TEST(WatchPage, FillsTheHeightWithProcessesEvenly) {
     }
 }
 
-TEST(WatchPage, OrdersByNameTheBusiestThatHaveRoom) {
+TEST(WatchPage, OrdersTheBusiestThatHaveRoom) {
     const auto screen = style(80, Charset::unicode);
+    auto machine = busyMachine(1);
+    machine.offenders.offenders[2].graphicsPercent = 20; // "f"
+    machine.offenders.offenders[5].graphicsPercent = 50; // "c"
     const auto names = [&](int rows, OffenderOrder order) {
         std::string found;
-        for (const auto& line :
-             watchPage({busyMachine(1), {}}, screen, {.rows = rows, .order = order}, "now")) {
+        for (const auto& line : watchPage({machine, {}}, screen, {.rows = rows, .order = order}, "now")) {
             if (line.size() > 1 && line[0].tone == Tone::strong && line[0].text.substr(1, 2) == "  ") {
                 found += line[0].text[0];
             }
@@ -265,6 +267,7 @@ TEST(WatchPage, OrdersByNameTheBusiestThatHaveRoom) {
     EXPECT_EQ(names(40, OffenderOrder::name), "abcdefgh");
     EXPECT_EQ(names(10, OffenderOrder::cpu), "hgfe");
     EXPECT_EQ(names(10, OffenderOrder::name), "efgh");
+    EXPECT_EQ(names(40, OffenderOrder::graphics), "cfhgedba");
 }
 
 TEST(WatchPage, ShowsTheHistoryWhereThereIsRoom) {
