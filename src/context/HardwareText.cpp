@@ -57,6 +57,10 @@ std::string wattsText(double watts) {
 std::optional<std::string> powerFlowText(const SystemContextSnapshot& context) {
     const auto& battery = context.power.batteryWatts;
     const auto& machine = context.hardware.meters.machineWatts;
+    if (battery && *battery < 0 && context.power.isExternalPowerConnected()) { // the adapter is too weak
+        return (machine ? "Drawing " + wattsText(*machine) + ", " : std::string()) + wattsText(-*battery) +
+               " from the battery";
+    }
     if (battery && *battery < 0) {
         return "Drawing " + wattsText(-*battery);
     }
@@ -79,7 +83,7 @@ std::optional<std::string> heldBackText(const SpeedLimits& limits) {
 }
 
 std::string fanSpeedText(const FanReading& fan) {
-    return fan.revolutionsPerMinute == 0 ? "still" : std::to_string(fan.revolutionsPerMinute) + " rpm";
+    return fan.revolutionsPerMinute == 0 ? "stopped" : std::to_string(fan.revolutionsPerMinute) + " rpm";
 }
 
 } // namespace cindertop

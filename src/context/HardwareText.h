@@ -18,7 +18,7 @@ std::optional<std::string> powerFlowText(const SystemContextSnapshot& context);
 /// back.
 std::optional<std::string> heldBackText(const SpeedLimits& limits);
 
-/// "2450 rpm", or "still".
+/// "2450 rpm", or "stopped".
 std::string fanSpeedText(const FanReading& fan);
 
 } // namespace cindertop

@@ -20,7 +20,7 @@ SystemContextEngine::SystemContextEngine(std::unique_ptr<const DisplayContextPro
     : displayProvider_(std::move(displayProvider)),
       powerProvider_(std::move(powerProvider)),
       pressureTracker_(pressureConfiguration),
-      hardware_(hardware) {}
+      hardware_(std::move(hardware)) {}
 
 SystemContextSnapshot SystemContextEngine::snapshot(const std::optional<ThermalScore>& thermalScore,
                                                     Instant now, AwakeTime awake) {

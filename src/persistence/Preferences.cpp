@@ -215,11 +215,11 @@ std::string remarkOn(const Preference& preference, const PreferenceValue& value,
                      const AppSettingsFields& before) {
     const auto* const number = std::get_if<std::int64_t>(&value);
     if (preference.extras.bounds && number != nullptr) {
-        const auto [least, most, standard] = *preference.extras.bounds;
-        const auto end = *number > most ? most : least;
-        if (*number != std::clamp(*number, least, most)) {
+        const auto& bounds = *preference.extras.bounds;
+        const auto end = *number > bounds.most ? bounds.most : bounds.least;
+        if (*number != std::clamp(*number, bounds.least, bounds.most)) {
             return std::string(preference.name) + " is " + std::to_string(end) +
-                   " now: " + std::to_string(end) + (end == most ? " is the most" : " is the least");
+                   " now: " + std::to_string(end) + (end == bounds.most ? " is the most" : " is the least");
         }
     }
     if (preference.member == Preference::Member(&Fields::experimentalTemperatureSensorsEnabled) &&

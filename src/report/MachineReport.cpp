@@ -228,7 +228,8 @@ Json snapshotJson(const MachineReport& report) {
 }
 
 Json scoreStepsJson(const MachineReport& report) {
-    return encodeJson(ThermalScorer::steps(report.snapshot.score, ThermalTemperatureThresholds::defaults()));
+    const auto steps = ThermalScorer::steps(report.snapshot.score, ThermalTemperatureThresholds::defaults());
+    return steps.basis == ThermalScoreBasis::nothing ? Json(nullptr) : encodeJson(steps);
 }
 
 constexpr std::array machineMembers{

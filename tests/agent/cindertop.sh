@@ -3,6 +3,7 @@
 # usage: cindertop.sh PROGRAM CINDERTOPCTL SCENARIO
 set -u
 umask 0 # what is private must be so by itself
+[ -n "${LC_ALL-}${LC_CTYPE-}${LANG-}" ] || export LC_ALL=C.UTF-8 # Qt 6.8 says more of a locale without UTF-8
 
 program=$1
 ctl=$2

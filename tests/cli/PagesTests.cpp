@@ -45,7 +45,7 @@ TEST(StatusPage, TellsWattsFansAndWhatHoldsTheProcessorBack) {
     const auto page = text(statusPage({machine, {}}, wide), wide);
     EXPECT_THAT(page, HasSubstr("Speed         Processor held to 1.2 of 3.4 GHz by heat\n"
                                 "Watts         Drawing 12.4 W, Graphics chip 3.5 W\n"
-                                "Fans          CPU^[ Fan 2450 rpm, Fan still\n"));
+                                "Fans          CPU^[ Fan 2450 rpm, Fan stopped\n"));
 }
 
 TEST(StatusPage, ShowsEveryFact) {

@@ -76,7 +76,7 @@ TEST(HardwareContext, SaysWhereThePowerGoes) {
 
 TEST(HardwareContext, TellsAFanThatStandsStill) {
     EXPECT_EQ(fanSpeedText({.name = "Fan", .revolutionsPerMinute = 2450}), "2450 rpm");
-    EXPECT_EQ(fanSpeedText({.name = "Fan", .revolutionsPerMinute = 0}), "still");
+    EXPECT_EQ(fanSpeedText({.name = "Fan", .revolutionsPerMinute = 0}), "stopped");
 }
 
 } // namespace

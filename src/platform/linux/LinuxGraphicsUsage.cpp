@@ -149,7 +149,7 @@ bool LinuxGraphicsUsage::isAsleep(const std::string& device) {
     const auto [known, isNew] = asleep_.try_emplace(device, false);
     if (isNew && !device.contains('/')) {
         const auto status = readAttribute(devices_ / device / "power/runtime_status");
-        known->second = status && *status != "active";
+        known->second = status && *status != "active" && *status != "unsupported";
     }
     return known->second;
 }

@@ -71,8 +71,8 @@ public:
     /// The same without reading anything: null as well when the process was not read yet.
     const KnownProcess* find(std::int32_t processIdentifier) const;
 
-    /// The processes of the last census, ascending by identifier; of some only that may be known. Valid until
-    /// the next call of any other operation.
+    /// The processes of the last census, ascending by identifier; of some, only the identifier is known.
+    /// Valid until the next call of any other operation.
     std::span<const KnownProcess> processes() const { return processes_; }
 
     /// Calls `look` at the start of each census, in place of what was set before; it may call `readAgain`.

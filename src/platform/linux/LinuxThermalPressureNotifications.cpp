@@ -70,7 +70,7 @@ void LinuxThermalPressureNotifications::cancel(std::int32_t token) {
 
 std::optional<bool> LinuxThermalPressureNotifications::isSlowedByHeat() {
     const std::scoped_lock lock(mutex_);
-    if (!latest_) {
+    if (!latest_ || tokens_.empty()) { // nobody else keeps it up to date
         readThrottling();
     }
     return latest_->isKnown() ? std::optional(loss() > 0) : std::nullopt;

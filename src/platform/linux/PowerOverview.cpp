@@ -134,8 +134,10 @@ std::optional<std::int64_t> flowInto(const PowerSupply& battery, std::optional<b
         return rate.transform(
             [&](std::int64_t known) { return isCharging ? std::abs(known) : -std::abs(known); });
     }
-    const auto known = rate.value_or(0);
-    return battery.status ? restingFlow(known) : flowWithoutStatus(known, isExternallyPowered);
+    if (battery.status) {
+        return restingFlow(rate.value_or(0));
+    }
+    return rate.and_then([&](std::int64_t known) { return flowWithoutStatus(known, isExternallyPowered); });
 }
 
 std::optional<std::int64_t> totalMilliwatts(const Batteries& batteries,

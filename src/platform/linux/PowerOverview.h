@@ -29,8 +29,8 @@ struct BatteryPack {
 /// answers again.
 ///
 /// Watts: `power_now`, else current times voltage. The status tells the direction, since drivers disagree
-/// about the sign; a battery without a status is believed a negative sign, and that it discharges while no
-/// external supply is on. What charges and what discharges is added up with its sign.
+/// about the sign. Without a status a negative sign is believed, and a positive one means discharging while
+/// no external supply is on. What charges and what discharges is added up with its sign.
 std::optional<BatteryPack> combineBatteries(const std::vector<PowerSupply>& supplies);
 
 /// Whether an external supply is plugged in and on. None where none is listed, as on laptops that are fed by

@@ -154,6 +154,10 @@ std::span<const std::int32_t> ProcessFolders::descriptors(std::int32_t processId
     if (!folder.isOpen() || !readNumbers(folder, descriptors_, true)) {
         return descriptors_;
     }
+    // Devices are opened early; a server may hold very many sockets behind them.
+    constexpr std::size_t mostDescriptors = 4096;
+    std::ranges::sort(descriptors_);
+    descriptors_.resize(std::min(descriptors_.size(), mostDescriptors));
     std::erase_if(descriptors_, [&](std::int32_t number) {
         std::array<char, 256> target; // NOLINT(cppcoreguidelines-pro-type-member-init): readlinkat fills it
         const auto count =
@@ -161,7 +165,6 @@ std::span<const std::int32_t> ProcessFolders::descriptors(std::int32_t processId
         return count < 1 ||
                !std::string_view(target.data(), static_cast<std::size_t>(count)).starts_with(pathPrefix);
     });
-    std::ranges::sort(descriptors_);
     return descriptors_;
 }
 

@@ -190,7 +190,10 @@ HeatPresentation::factRows(const std::vector<TemperatureReading>& temperatures) 
         add("Held back", qtText(*heldBack), "speedometer");
     }
     if (const auto flow = powerFlowText(context)) {
-        add("Power draw", qtText(*flow), "powerplug");
+        add("Power", qtText(*flow), "powerplug");
+    }
+    for (const auto& chip : context.hardware.meters.chips) {
+        add(qtText(chip.name), qtText(wattsText(chip.watts)), "powerplug");
     }
     for (const auto& fan : context.hardware.meters.fans) {
         add(qtText(fan.name), qtText(fanSpeedText(fan)), "arrow.triangle.2.circlepath");

@@ -1,5 +1,7 @@
 #include "ui/windows/PopoverWindow.h"
 
+#include "ui/windows/X11.h"
+
 #include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
@@ -70,7 +72,8 @@ void PopoverWindow::show(const QPoint& clicked) {
     // Without the focus it would not learn that the user turns to something else: it sees every click
     // instead.
     QTimer::singleShot(longestWaitForFocus, window_.get(), [this] {
-        if (window_->isVisible() && !window_->isActive()) {
+        // Wayland's plugin grabs for other kinds of windows only, and warns.
+        if (x11() != nullptr && window_->isVisible() && !window_->isActive()) {
             window_->setMouseGrabEnabled(true);
         }
     });

@@ -95,7 +95,7 @@ private:
     template <typename Controller, typename Make>
     void show(std::unique_ptr<Controller>& controller, const Description& description, Make make);
 
-    /// What the user made of the windows that are open.
+    /// Stores the sizes that the user gave to open windows.
     void rememberSizes();
     void updateTaskBarEntry();
 

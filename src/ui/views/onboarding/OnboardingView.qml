@@ -2,7 +2,7 @@ import QtQuick
 import Cindertop.Controls
 import Cindertop.Onboarding
 
-// What the program is, whether it is made for this machine, and the terms of use. As high as its content, where the screen is.
+// What the program is, whether it is made for this machine, and the terms of use. As high as its content, if the screen has room.
 Rectangle {
     id: root
 

@@ -29,6 +29,9 @@ Item {
             Label {
                 id: level
 
+                anchors.left: parent.left
+                width: Math.min(implicitWidth, parent.width - score.width - Theme.sm)
+                elide: Text.ElideRight
                 text: root.heat.levelText
                 color: root.heat.level < 0 ? Theme.secondaryText : Theme.levelText(root.heat.level)
                 font: Theme.title

@@ -25,7 +25,8 @@ Column {
         Symbol {
             id: chevron
 
-            x: Theme.md
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.md
             anchors.verticalCenter: parent.verticalCenter
             name: root.heat.areSensorsShown ? "chevron.down" : "chevron.right"
             size: 16
