@@ -31,12 +31,13 @@ std::string statusOf(const std::string& fixture) {
 }
 
 TEST(LinuxPages, ALaptopTellsItsHeat) {
-    EXPECT_THAT(statusOf("thinkpad"), AllOf(StartsWith("14 of 100  Normal, stable\n"),
-                                            HasSubstr("Thermal       state nominal, pressure nominal\n"),
-                                            HasSubstr("Temperature   51°C · slows from 105°C\n              CPU Package 0       "
-                                                      "  51°C   CPU Core 0            48°C\n"),
-                                            HasSubstr("Displays      1 active: 1 built in, 0 external\n"),
-                                            HasSubstr("  thermal zones        available: 3 zones\n")));
+    EXPECT_THAT(statusOf("thinkpad"),
+                AllOf(StartsWith("14 of 100  Normal, stable\n"),
+                      HasSubstr("Thermal       state nominal, pressure nominal\n"),
+                      HasSubstr("Temperature   51°C · slows from 105°C\n              CPU Package 0       "
+                                "  51°C   CPU Core 0            48°C\n"),
+                      HasSubstr("Displays      1 active: 1 built in, 0 external\n"),
+                      HasSubstr("  thermal zones        available: 3 zones\n")));
 }
 
 TEST(LinuxPages, ASensorOfABatterySaysNothingAboutTheProcessor) {
